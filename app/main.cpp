@@ -1,0 +1,130 @@
+#include "frmneorb.h"
+#include "signalbridge.h"
+
+#include "core/programfolder.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/random.h"
+#include "platform/screens.h"
+#include "platform/settingsstore.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFile>
+#include <QSessionManager>
+#include <QTimer>
+
+#include <clocale>
+#include <cstdio>
+
+namespace {
+
+void describe(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Velto, a skinnable media player. Opens FILE (a media file, a playlist "
+                       "or a folder) in place of the start settings."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Media file, playlist or folder to open."),
+                                 QStringLiteral("[FILE]"));
+}
+
+// --help and --version must work without a display.
+bool wantsTextOnly(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "--help" || arg == "-h" || arg == "--version" || arg == "-v" ||
+            arg == "--help-all")
+            return true;
+    }
+    return false;
+}
+
+qint64 residentKiB()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toLongLong();
+    }
+    return -1;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (wantsTextOnly(argc, argv)) {
+        QCoreApplication app(argc, argv);
+        QCoreApplication::setApplicationName(QStringLiteral("velto"));
+        QCoreApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
+        QCommandLineParser parser;
+        describe(parser);
+        parser.process(app);
+        return 0;
+    }
+
+    // A shaped frameless window cannot place itself on Wayland; XWayland can.
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("velto"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
+    QApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
+    // The media engine refuses to start unless numbers are read the C way.
+    std::setlocale(LC_NUMERIC, "C");
+
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(app);
+
+    IniSettingsStore store(IniSettingsStore::defaultPath());
+    QtDialogs dialogs;
+    SystemClock clock;
+    SystemRandom random;
+    QtScreens screens;
+    ProgramFolder folder(ProgramFolder::defaultPath());
+    const QString folderProblem = folder.prepare(ProgramFolder::shippedDataPath());
+
+    frmNeOrb window({store, dialogs, clock, random, screens}, folder);
+    dialogs.setParent(&window);
+    if (!folderProblem.isEmpty())
+        dialogs.message(folderProblem);
+
+    // A signal may come while a message box of start-up waits: leave every event
+    // loop, not just the window.
+    bool terminated = false;
+    SignalBridge signalBridge;
+    QObject::connect(&signalBridge, &SignalBridge::terminationRequested, &window,
+                     [&window, &terminated] {
+                         terminated = true;
+                         window.Unload(false);
+                         QCoreApplication::exit(0);
+                     });
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager &) { window.Unload(false); });
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &window,
+                     [&window] { window.Unload(false); });
+
+    if (qEnvironmentVariableIsSet("VELTO_REPORT_FIRST_FRAME")) {
+        // Used by the start-up benchmark: report, then leave through the normal shut-down.
+        QObject::connect(&window, &frmNeOrb::firstFramePainted, &window, [&window] {
+            std::printf("velto-first-frame rss-kib=%lld\n", residentKiB());
+            std::fflush(stdout);
+            window.close();
+        });
+    }
+
+    window.Load(parser.positionalArguments(), QDir::currentPath());
+    if (terminated)
+        return 0;
+    window.show();
+    return app.exec();
+}

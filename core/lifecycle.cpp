@@ -1,0 +1,119 @@
+#include "lifecycle.h"
+
+#include "commandline.h"
+#include "placement.h"
+#include "programfolder.h"
+#include "settings.h"
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/random.h"
+#include "platform/screens.h"
+#include "player/playlist.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+QString Lifecycle::defaultSkin() const
+{
+    return m_svc.folder.file(QStringLiteral("skins/default.skin"));
+}
+
+QString Lifecycle::startSkin()
+{
+    Settings &s = m_settings;
+    const QString folder = s.SkinPath.isEmpty() ? m_svc.folder.path() : s.SkinPath;
+    const QString chosen = QDir(folder).filePath(s.Skin);
+    if (!s.Skin.isEmpty() && QFileInfo(chosen).isFile())
+        return chosen;
+    // A first start has chosen nothing yet: nothing to complain about.
+    if (!s.Skin.isEmpty())
+        m_svc.dialogs.message(QStringLiteral("Previously selected skin not found (") + s.Skin +
+                              QStringLiteral(")! Using default"));
+    const QFileInfo fallback(defaultSkin());
+    s.SkinPath = fallback.absolutePath();
+    s.Skin = fallback.fileName();
+    return fallback.filePath();
+}
+
+void Lifecycle::Load(const QStringList &names, const QString &workingFolder)
+{
+    Settings &s = m_settings;
+    m_host.ExDevOut(QStringLiteral("Welcome to Velto!"));
+    m_host.createSecondaryWindows();
+
+    m_svc.config.ReadAll(s);
+    const QPoint current = m_host.windowPos();
+    m_svc.config.ReadPosition(s, current.x(), current.y());
+    m_host.moveWindow(keepOnScreen(QPoint(s.X, s.Y), m_host.windowSize(), m_svc.screens.workAreas()));
+
+    const QString skin = startSkin();
+    m_svc.random.seed(quint32(m_svc.clock.now().time().msecsSinceStartOfDay()));
+    m_host.ClearInf();
+    m_host.LoadSkin(skin);
+
+    m_host.LoadAutoList(m_svc.folder.file(QStringLiteral("autolist.txt")));
+    m_host.LoadStations(m_svc.folder.file(QStringLiteral("stations.txt")));
+    m_host.LoadWebRadio(m_svc.folder.file(QStringLiteral("webradio.txt")));
+    m_host.PrepareFmTuner();
+    m_host.LoadCvtFile(s.CvtFile);
+    m_host.MakeDayStr();
+    m_host.InitTimers();
+
+    if (s.StartMin == 1)
+        m_host.minimiseWindow();
+
+    const QString named = CleanCmdLine(names, workingFolder);
+    if (!named.isEmpty()) {
+        if (named.contains(QLatin1String("://")) || QFileInfo::exists(named))
+            m_host.AddOpened(named);
+        else
+            m_svc.dialogs.message(QStringLiteral("File not found:\r") + named);
+    } else if (s.StartMd == 1) {
+        RestoreLastState();
+    } else if (s.StartMd == 2 && !s.StartFile.isEmpty()) {
+        m_host.AddOpened(s.StartFile);
+    }
+
+    if (s.AutoPlay != 0)
+        m_host.PlayIt();
+}
+
+void Lifecycle::SaveLastState()
+{
+    m_svc.config.SaveStr(QStringLiteral("LastCover"), m_host.currentCover());
+    m_svc.config.SaveStr(QStringLiteral("LastTrack"), QString::number(m_playlist.CurTrack));
+    const QString failure =
+        Playlist(m_playlist).WritePL(m_svc.folder.file(QStringLiteral("playlist.m3u")));
+    if (!failure.isEmpty())
+        qWarning("velto: %s", qPrintable(failure));
+}
+
+void Lifecycle::RestoreLastState()
+{
+    Playlist playlist(m_playlist);
+    playlist.friendlyNames = m_settings.FriendlyNames > 0;
+    playlist.PlRead(m_svc.folder.file(QStringLiteral("playlist.m3u")));
+    m_playlist.CurTrack = m_svc.config.GetCfgInt(QStringLiteral("LastTrack"), QStringLiteral("0"));
+    m_host.SetCover(m_svc.config.GetCfgStr(QStringLiteral("LastCover"), QString()));
+}
+
+void Lifecycle::Unload(bool interactive)
+{
+    if (m_unloaded)
+        return;
+    m_unloaded = true;
+    const QPoint pos = m_host.windowPos();
+    m_settings.X = qint16(pos.x());
+    m_settings.Y = qint16(pos.y());
+
+    // The last state goes first so one write of the store holds it all.
+    SaveLastState();
+    if (!m_svc.config.WriteAll(m_settings))
+        qWarning("velto: the settings could not be written");
+
+    if (m_settings.FMEnable == 1 && interactive &&
+        m_svc.dialogs.askYesNo(QStringLiteral("Mute FM Tuner Audio?")))
+        m_host.MuteFmTuner();
+    m_host.CloseDevices();
+}

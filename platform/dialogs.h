@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+// Message boxes and file choosers. Lines of a message are joined by "\r", as the
+// program builds them; the implementation shows each on its own line.
+class Dialogs
+{
+public:
+    virtual ~Dialogs() = default;
+    virtual void message(const QString &text) = 0;
+    virtual bool askYesNo(const QString &text) = 0;
+    // Each returns an empty result when the user cancels.
+    virtual QStringList openFiles(const QString &title, const QString &folder,
+                                  const QString &filter) = 0;
+    virtual QString saveFile(const QString &title, const QString &folder,
+                             const QString &filter) = 0;
+    virtual QString selectFolder(const QString &prompt, const QString &folder) = 0;
+};
+
+class QtDialogs : public Dialogs
+{
+public:
+    explicit QtDialogs(QWidget *parent = nullptr) : m_parent(parent) {}
+    void setParent(QWidget *parent) { m_parent = parent; }
+
+    void message(const QString &text) override;
+    bool askYesNo(const QString &text) override;
+    QStringList openFiles(const QString &title, const QString &folder,
+                          const QString &filter) override;
+    QString saveFile(const QString &title, const QString &folder, const QString &filter) override;
+    QString selectFolder(const QString &prompt, const QString &folder) override;
+
+    // "Name (*.a;*.b)|*.a;*.b|..." as the program writes filters, in Qt's form.
+    static QString qtFilter(const QString &filter);
+    static QString displayText(const QString &text);
+
+private:
+    QWidget *m_parent;
+};

@@ -1,0 +1,205 @@
+#include "core/lifecycle.h"
+#include "core/programfolder.h"
+#include "core/settings.h"
+#include "player/playlist.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Logs each call start-up and shut-down make on the window.
+class RecordingHost : public LifecycleHost
+{
+public:
+    QStringList calls;
+    QPoint pos{100, 100};
+    QString cover;
+    PlaylistState *playlist = nullptr;
+
+    QPoint windowPos() const override { return pos; }
+    QSize windowSize() const override { return {400, 160}; }
+    void moveWindow(QPoint p) override
+    {
+        pos = p;
+        calls << QStringLiteral("move %1,%2").arg(p.x()).arg(p.y());
+    }
+    void minimiseWindow() override { calls << "minimise"; }
+    void ExDevOut(const QString &t) override { calls << "ExDevOut " + t; }
+    void createSecondaryWindows() override { calls << "createSecondaryWindows"; }
+    void ClearInf() override { calls << "ClearInf"; }
+    void LoadSkin(const QString &f) override { calls << "LoadSkin " + f.section('/', -1); }
+    void LoadAutoList(const QString &f) override { calls << "LoadAutoList " + f.section('/', -1); }
+    void LoadStations(const QString &f) override { calls << "LoadStations " + f.section('/', -1); }
+    void LoadWebRadio(const QString &f) override { calls << "LoadWebRadio " + f.section('/', -1); }
+    void PrepareFmTuner() override { calls << "PrepareFmTuner"; }
+    void LoadCvtFile(const QString &f) override { calls << "LoadCvtFile " + f; }
+    void MakeDayStr() override { calls << "MakeDayStr"; }
+    void InitTimers() override { calls << "InitTimers"; }
+    void AddOpened(const QString &p) override
+    {
+        calls << "AddOpened " + p.section('/', -1);
+        Playlist(*playlist).AddOpened(p);
+    }
+    void PlayIt() override { calls << "PlayIt"; }
+    QString currentCover() const override { return cover; }
+    void SetCover(const QString &f) override { cover = f; }
+    void MuteFmTuner() override { calls << "MuteFmTuner"; }
+    void CloseDevices() override { calls << "CloseDevices"; }
+};
+
+class LifecycleTest : public ::testing::Test
+{
+protected:
+    LifecycleTest() : folder(home.file(QStringLiteral("data/velto")))
+    {
+        folder.prepare(QString());
+        host.playlist = &playlist;
+    }
+
+    Lifecycle lifecycle()
+    {
+        return Lifecycle({config, dialogs, random, clock, screens, folder}, settings, playlist, host);
+    }
+    void store(const char *key, const QString &value)
+    {
+        memory.values[QStringLiteral("config/") + QString::fromLatin1(key).toLower()] = value;
+    }
+    QString media(const QString &name) { return home.write("music/" + name, "x"); }
+
+    TempHome home;
+    ProgramFolder folder;
+    MemoryStore memory;
+    ConfigStore config{memory};
+    FakeDialogs dialogs;
+    FakeRandom random;
+    FakeClock clock;
+    FakeScreens screens;
+    Settings settings;
+    PlaylistState playlist;
+    RecordingHost host;
+};
+
+} // namespace
+
+TEST_F(LifecycleTest, StartUpRunsItsStepsInOrder)
+{
+    store("AutoPlay", "1");
+    store("StartMin", "1");
+    store("CvtFile", "metric.ccf");
+    lifecycle().Load({}, home.path());
+    const QStringList expected = {
+        "ExDevOut Welcome to Velto!", "createSecondaryWindows", "move 100,100", "ClearInf",
+        "LoadSkin default.skin",      "LoadAutoList autolist.txt", "LoadStations stations.txt",
+        "LoadWebRadio webradio.txt",  "PrepareFmTuner",            "LoadCvtFile metric.ccf",
+        "MakeDayStr",                 "InitTimers",                "minimise",
+        "PlayIt"};
+    EXPECT_EQ(host.calls, expected);
+    EXPECT_EQ(random.seeded, quint32(QTime(7, 29, 58).msecsSinceStartOfDay()));
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << "a first start has no skin to miss";
+}
+
+TEST_F(LifecycleTest, MissingSkinFallsBackToTheDefaultWithItsMessage)
+{
+    settings.Skin = QStringLiteral("gone.skin");
+    settings.SkinPath = home.path();
+    Lifecycle life = lifecycle();
+    EXPECT_EQ(life.startSkin(), folder.file(QStringLiteral("skins/default.skin")));
+    EXPECT_EQ(dialogs.messages,
+              QStringList("Previously selected skin not found (gone.skin)! Using default"));
+
+    dialogs.messages.clear();
+    const QString mine = home.write(QStringLiteral("skins/mine.skin"), "Velto Skin");
+    settings.Skin = QStringLiteral("mine.skin");
+    settings.SkinPath = home.file(QStringLiteral("skins"));
+    EXPECT_EQ(life.startSkin(), mine);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(LifecycleTest, WhatStartUpOpens)
+{
+    const QString song = media(QStringLiteral("01 - First.mp3"));
+    const QString other = media(QStringLiteral("second.mp3"));
+    playlist.PlPath = {song};
+    Playlist(playlist).WritePL(folder.file(QStringLiteral("playlist.m3u")));
+    playlist = {};
+    store("LastTrack", "1");
+    store("StartFile", other);
+
+    struct Case
+    {
+        const char *startMd;
+        QStringList names;
+        QStringList expectedPaths;
+        QString message;
+    } cases[] = {
+        {"1", {}, {song}, {}},
+        {"1", {"second.mp3"}, {other}, {}}, // the command line wins over StartMd
+        {"2", {}, {other}, {}},
+        {"0", {}, {}, {}},
+        {"1", {"no", "such.mp3"}, {}, "File not found:\r" + home.file("music/no such.mp3")},
+    };
+    for (const Case &c : cases) {
+        playlist = {};
+        dialogs.messages.clear();
+        store("StartMd", QString::fromLatin1(c.startMd));
+        lifecycle().Load(c.names, home.file(QStringLiteral("music")));
+        EXPECT_EQ(playlist.PlPath, c.expectedPaths) << "StartMd " << c.startMd;
+        EXPECT_EQ(dialogs.messages.join('|'), c.message);
+        EXPECT_FALSE(host.calls.contains(QStringLiteral("PlayIt"))) << "AutoPlay is off";
+    }
+}
+
+TEST_F(LifecycleTest, SavedPositionOffEveryScreenComesBack)
+{
+    store("X", "3000");
+    store("Y", "200");
+    lifecycle().Load({}, home.path());
+    EXPECT_EQ(host.pos, QPoint(1520, 200));
+
+    host.calls.clear();
+    screens.areas << QRect(1920, 0, 1280, 1024); // the second monitor is back
+    lifecycle().Load({}, home.path());
+    EXPECT_EQ(host.pos, QPoint(3000, 200));
+}
+
+TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
+{
+    const QString a = media(QStringLiteral("a.mp3"));
+    const QString b = media(QStringLiteral("b.mp3"));
+    playlist.PlPath = {a, b};
+    playlist.PlNames = {"a.mp3", "b.mp3"};
+    playlist.CurTrack = 2;
+    host.cover = home.file(QStringLiteral("music/a.jpg"));
+    settings.FMEnable = 1;
+    settings.WinSavePos = 1;
+    host.pos = {40, 50};
+    {
+        Lifecycle life = lifecycle();
+        life.Unload(true);
+        life.Unload(true);
+    }
+    EXPECT_EQ(dialogs.questions, QStringList("Mute FM Tuner Audio?"));
+    EXPECT_EQ(host.calls, QStringList({"MuteFmTuner", "CloseDevices"}));
+    EXPECT_EQ(memory.flushes, 1);
+    EXPECT_EQ(memory.values.value("config/x"), "40");
+    EXPECT_EQ(memory.values.value("config/lasttrack"), "2");
+
+    PlaylistState restored;
+    Lifecycle({config, dialogs, random, clock, screens, folder}, settings, restored, host)
+        .RestoreLastState();
+    EXPECT_EQ(restored.PlPath, playlist.PlPath);
+    EXPECT_EQ(restored.CurTrack, 2);
+    EXPECT_EQ(host.cover, home.file(QStringLiteral("music/a.jpg")));
+}
+
+TEST_F(LifecycleTest, SessionEndAsksNothing)
+{
+    settings.FMEnable = 1;
+    lifecycle().Unload(false);
+    EXPECT_TRUE(dialogs.questions.isEmpty());
+    EXPECT_TRUE(QFile::exists(folder.file(QStringLiteral("playlist.m3u"))));
+}

@@ -1,0 +1,149 @@
+#include "core/settings.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
+{
+    MemoryStore store;
+    ConfigStore config(store);
+    const struct
+    {
+        const char *stored;
+        qint16 expected;
+    } cases[] = {
+        {"", 0},          {"abc", 0},        {"12abc", 12},   {"  7", 7},
+        {"-3", -3},       {"2.5", 2},        {"3.5", 4},      {"-2.5", -2},
+        {"1e2", 100},     {"40000", 32767},  {"-40000", -32768}, {".5", 0},
+        {"1.", 1},        {"+4", 4},         {"-", 0},        {"1e999", 0},
+    };
+    for (const auto &c : cases) {
+        store.values[QStringLiteral("config/pbOverlap")] = QString::fromLatin1(c.stored);
+        store.values[QStringLiteral("config/pboverlap")] = QString::fromLatin1(c.stored);
+        EXPECT_EQ(config.GetCfgInt(QStringLiteral("PBOverlap"), QStringLiteral("9")), c.expected)
+            << "stored text: '" << c.stored << "'";
+    }
+    EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QStringLiteral("5")), 5);
+    EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QString()), 0);
+}
+
+TEST(ConfigStore, FirstRunReadsEveryDefault)
+{
+    MemoryStore store;
+    Settings s;
+    s.ValidExt.clear();
+    s.FriendlyNames = 9;
+    ConfigStore(store).ReadAll(s);
+    EXPECT_EQ(s.MCIDevice, QStringLiteral("0"));
+    EXPECT_EQ(s.SnoozeTime, QStringLiteral("23:59"));
+    EXPECT_EQ(s.ValidExt, QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt"));
+    EXPECT_EQ(s.FriendlyNames, 1);
+    EXPECT_EQ(s.UseSkinBrowser, 1);
+    EXPECT_EQ(s.UseCDP, 1);
+    EXPECT_EQ(s.UseCDDB, 1);
+    EXPECT_TRUE(s.CDDBcmd.startsWith(QStringLiteral("http://")));
+    EXPECT_TRUE(s.CDDBcmd.endsWith(QStringLiteral("/~cddb/cddb.cgi/?cmd=")));
+    EXPECT_EQ(s.StartFreq, QStringLiteral("87.0"));
+    EXPECT_EQ(s.Freq, 870);
+    EXPECT_EQ(s.TimeFmt, 0);
+    EXPECT_EQ(s.AutoPlay, 0);
+    EXPECT_EQ(store.savedKeys.size(), 0) << "reading never writes";
+}
+
+TEST(ConfigStore, MciDeviceIsKeptAsTheTextOfItsNumber)
+{
+    MemoryStore store;
+    store.values[QStringLiteral("config/mcidevice")] = QStringLiteral("02x");
+    Settings s;
+    ConfigStore(store).ReadAll(s);
+    EXPECT_EQ(s.MCIDevice, QStringLiteral("2"));
+}
+
+TEST(ConfigStore, WriterOrderAndPositionRule)
+{
+    MemoryStore store;
+    Settings s;
+    s.WinSavePos = 0;
+    ConfigStore(store).WriteAll(s);
+    const QStringList &k = store.savedKeys;
+    auto at = [&k](const char *key) { return k.indexOf(QLatin1String(key)); };
+
+    EXPECT_EQ(k.first(), QStringLiteral("MCIDevice"));
+    EXPECT_EQ(at("Skin"), at("ContPB") + 1);
+    EXPECT_EQ(at("SkinPath"), at("ContPB") + 2);
+    EXPECT_EQ(at("SkinImport"), at("ContPB") + 3);
+    EXPECT_EQ(at("Freq"), at("CvtFile") + 1);
+    EXPECT_EQ(at("FMVolume"), at("CvtFile") + 2);
+    EXPECT_EQ(at("FavSkin0"), at("StartFreq") + 1);
+    EXPECT_EQ(at("RadioURL9"), k.size() - 1);
+    EXPECT_EQ(at("ClearPlFirst") >= 0, true);
+    for (const char *never : {"Path", "FMFreq", "X", "Y", "LastTrack", "LastCover", "ClearPLFirst"})
+        EXPECT_EQ(at(never), -1) << never;
+    EXPECT_EQ(k.size(), 80);
+    EXPECT_EQ(store.flushes, 1);
+
+    store.savedKeys.clear();
+    s.WinSavePos = 1;
+    s.X = -20;
+    s.Y = 300;
+    ConfigStore(store).WriteAll(s);
+    EXPECT_EQ(store.savedKeys.mid(store.savedKeys.size() - 2),
+              QStringList({QStringLiteral("X"), QStringLiteral("Y")}));
+    EXPECT_EQ(store.values.value(QStringLiteral("config/x")), QStringLiteral("-20"));
+}
+
+TEST(IniSettingsStore, CaseQuirksKeepOneValueAcrossRuns)
+{
+    TempHome home;
+    const QString ini = home.file(QStringLiteral("config/velto/velto.ini"));
+    {
+        IniSettingsStore store(ini);
+        Settings s;
+        s.ClearPLFirst = 1;
+        s.Freq = 1017;
+        ConfigStore(store).WriteAll(s);
+    }
+    IniSettingsStore store(ini);
+    Settings s;
+    ConfigStore(store).ReadAll(s);
+    EXPECT_EQ(s.ClearPLFirst, 1) << "read as ClearPLFirst, written as ClearPlFirst";
+    EXPECT_EQ(s.Freq, 870) << "the tuned frequency is written as Freq, read from FMFreq";
+    QFile file(ini);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_TRUE(text.contains("[config]"));
+    EXPECT_TRUE(text.contains("clearplfirst=1"));
+    EXPECT_TRUE(text.contains("freq=1017"));
+}
+
+TEST(IniSettingsStore, BrokenFilesGiveDefaultsAndAreReplacedByAGoodOne)
+{
+    const QByteArray broken[] = {
+        QByteArray("[config]\nsnoozetime=07:1"), // truncated
+        QByteArray("\x00\xff\xfe[\x01\x02=\x03\n\n\xc3(", 11),
+        QByteArray("[config]\nwinontop=yes\nvalidext=mp3, ogg\n=\n[[[\n"),
+    };
+    for (const QByteArray &bytes : broken) {
+        SCOPED_TRACE(bytes.toHex().toStdString());
+        TempHome home;
+        const QString ini = home.write(QStringLiteral("config/velto/velto.ini"), bytes);
+        Settings s;
+        {
+            IniSettingsStore store(ini);
+            ConfigStore config(store);
+            config.ReadAll(s);
+            EXPECT_EQ(s.WinOnTop, 0);
+            EXPECT_EQ(s.FriendlyNames, 1);
+            s.WinOnTop = 1;
+            ASSERT_TRUE(config.WriteAll(s));
+        }
+        IniSettingsStore again(ini);
+        Settings back;
+        ConfigStore(again).ReadAll(back);
+        EXPECT_EQ(back.WinOnTop, 1);
+        EXPECT_EQ(back.ValidExt, s.ValidExt);
+    }
+}
