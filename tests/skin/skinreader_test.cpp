@@ -1,0 +1,612 @@
+#include "skin/findfile.h"
+#include "skin/skinreader.h"
+
+#include "support/printers.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <tuple>
+
+namespace {
+
+const QString kClosing = QStringLiteral("Error in skin file!\rThe skin file contains references to "
+                                        "the following elements that do not exist!:\r");
+const QString kTooMany = QStringLiteral("This skin contains too many buttons!");
+
+// A skin folder with real pictures, so messages hold only what the body causes.
+const QString &skinFolder()
+{
+    static QTemporaryDir dir;
+    static const bool made = [] {
+        QImage picture(8, 8, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QDir(dir.path()).mkpath(QStringLiteral("Sub"));
+        QFile notAPicture(dir.filePath(QStringLiteral("text.png")));
+        notAPicture.open(QIODevice::WriteOnly);
+        notAPicture.write("not a picture");
+        return picture.save(dir.filePath(QStringLiteral("main.bmp"))) &&
+               picture.save(dir.filePath(QStringLiteral("Res.PNG"))) &&
+               picture.save(dir.filePath(QStringLiteral("Sub/Alt.png")));
+    }();
+    static const QString path = dir.path();
+    EXPECT_TRUE(made);
+    return path;
+}
+
+const QByteArray kHead = "\"Velto Skin/PLAYER\",\"Test\"\r\n1,0\r\n\"Main\",\"main.bmp\"\r\n"
+                         "\"Resource\",\"res.png\"\r\n\"*\",\"\"\r\n1,0,20,24,32,0,0,0\r\n";
+
+SkinDescription readBytes(const QByteArray &bytes, const QString &folder = skinFolder())
+{
+    QByteArray copy = bytes;
+    QBuffer buffer(&copy);
+    buffer.open(QIODevice::ReadOnly);
+    return readSkin(buffer, folder);
+}
+
+SkinDescription readBody(const QByteArray &body)
+{
+    return readBytes(kHead + body);
+}
+
+QByteArray repeated(const QByteArray &record, int times)
+{
+    QByteArray out;
+    for (int i = 0; i < times; ++i)
+        out += record;
+    return out;
+}
+
+const QByteArray kLabel = "L1,0,0,10,10,0,0,0,8,\"Arial\",\"tip\"\r\n";
+
+} // namespace
+
+TEST(SkinReader, ReadsFieldsWhereverTheLineBreaksFall)
+{
+    const struct
+    {
+        const char *what;
+        QByteArray body;
+        QString tip;
+    } cases[] = {
+        {"one line", kLabel, "tip"},
+        {"quoted commas", "L1,0,0,10,10,0,0,0,8,\"Arial\",\"a, b,c\"\r\n", "a, b,c"},
+        {"across lines", "L1,0,0\r\n10,10\r\n0,0,0\r\n8\r\nArial\r\n\r\ntip\r\n", "tip"},
+        {"comma before a line end", "L1,\r\n0,10,10,0,0,0,8,Arial,tip", "tip"},
+        {"LF only", "L1,0,0,10,10\n0,0,0,8,Arial,tip\n", "tip"},
+        {"lone CR", "L1,0,0,10,10,0,0,0,8,Arial\rtip\r", "tip"},
+        {"blanks around fields", "  L1 , 0,\t0 ,10, 10,0,0,0, 8 , Arial ,  two words  ",
+         "two words"},
+        {"text after a closing quote", "L1,0,0,10,10,0,0,0,8,\"Arial\"x,\"tip\" y\r\n", "tip"},
+        {"quotes inside plain text", "L1,0,0,10,10,0,0,0,8,Arial,say \"hi\"\r\n", "say \"hi\""},
+        {"empty number fields", "L1,,,10,10,,,,8,Arial,tip", "tip"},
+        {"Windows-1252", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xe9 \x80\r\n", u"Café €"_qs},
+        {"UTF-8", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xc3\xa9\r\n", u"Café"_qs},
+        {"quoted numbers", "L1,\"0\",0,10,10,0,0,0,8,Arial,tip", "tip"},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBody(c.body);
+        ASSERT_EQ(d.labels.size(), 1) << c.what;
+        EXPECT_EQ(d.labels[0].toolTip, c.tip) << c.what;
+        EXPECT_EQ(d.labels[0].rect, QRect(0, 0, 10, 10)) << c.what;
+        EXPECT_FALSE(d.errorFlag) << c.what << ": " << d.errorList.toStdString();
+    }
+}
+
+TEST(SkinReader, HeaderDecidesAcceptanceTypesAndName)
+{
+    const struct
+    {
+        QByteArray header;
+        bool accepted;
+        QStringList types;
+        QString name;
+    } cases[] = {
+        {"\"Velto Skin/PLAYER\",\"Velto Default\"", true, {"PLAYER"}, "Velto Default"},
+        {"\"Velto Skin/PLAYER,CALCULATOR\",Two", true, {"PLAYER", "CALCULATOR"}, "Two"},
+        {"Velto Skin/CLOCK NOTEPAD,My Clock,more,\"x,y\"", true, {"CLOCK", "NOTEPAD"}, "My Clock"},
+        {"\xEF\xBB\xBFVelto Skin,Bom", true, {}, "Bom"},
+        {"\"Velto Skin\"", true, {}, ""},
+        {"\"Ne-Orb Skin\",\"Old\"", true, {"PLAYER"}, "Old"},
+        {"\"Ne-Orb Skin/CALCULATOR\",\"Old\"", true, {"PLAYER"}, "Old"},
+        {"\"velto skin/PLAYER\",\"x\"", false, {}, "x"},
+        {"\"VELTO SKIN/PLAYER\",\"x\"", false, {}, "x"},
+        {"\"Ne-Orb skin\",\"x\"", false, {}, "x"},
+        {"\"Velto Skin \",\"x\"", false, {}, "x"},
+    };
+    for (const auto &c : cases) {
+        const QByteArray bytes = c.header + "\r\n1,0\r\nMain,main.bmp\r\n*,\r\n0,0,1,2,3,0,0,0\r\n";
+        const SkinDescription d = readBytes(bytes);
+        EXPECT_EQ(d.accepted, c.accepted) << c.header.constData();
+        EXPECT_EQ(d.displayName, c.name) << c.header.constData();
+        EXPECT_EQ(d.messages, c.accepted ? QStringList() : QStringList{"Invalid Skin!"})
+            << c.header.constData();
+        if (c.accepted) {
+            EXPECT_EQ(d.types, c.types) << c.header.constData();
+            EXPECT_EQ(d.backgroundColour, 1 + 256 * 2 + 65536 * 3) << c.header.constData();
+        }
+        QByteArray copy = bytes;
+        QBuffer buffer(&copy);
+        buffer.open(QIODevice::ReadOnly);
+        const SkinDescription header = readSkinHeader(buffer);
+        EXPECT_EQ(header.accepted, c.accepted);
+        EXPECT_EQ(header.displayName, c.name);
+    }
+}
+
+TEST(SkinReader, BitmapSectionFindsFilesWhateverTheirCase)
+{
+    const QString folder = skinFolder();
+    const struct
+    {
+        QByteArray pairs;
+        QStringList messages;
+        QString mainPath, resourcePath;
+    } cases[] = {
+        {"Main,main.bmp\r\nResource,res.png", {}, "main.bmp", "Res.PNG"},
+        {"\"main\",\"MAIN.BMP\",\"RESOURCE\",\"sub\\alt.PNG\"", {}, "main.bmp", "Sub/Alt.png"},
+        {"Resource,Res.PNG\r\nMask,x.bmp\r\nMain,main.bmp", {}, "main.bmp", "Res.PNG"},
+        {"Main,gone.bmp\r\nResource,lost.png",
+         {"Main bitmap not found: gone.bmp", "Resource bitmap not found: lost.png"},
+         "",
+         ""},
+        {"Resource,res.png", {"Main bitmap not found: "}, "", "Res.PNG"},
+        {"Main,main.bmp,Resource,\"\"", {"Resource bitmap not found: "}, "main.bmp", ""},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBytes("Velto Skin,x\n1,0\n" + c.pairs +
+                                            "\r\n\"*\",\"\"\r\n0,0,0,0,0,0,0,0\r\n" + kLabel);
+        EXPECT_EQ(d.messages, c.messages) << c.pairs.constData();
+        EXPECT_EQ(d.mainBitmapPath, c.mainPath.isEmpty() ? "" : folder + '/' + c.mainPath);
+        EXPECT_EQ(d.resourceBitmapPath,
+                  c.resourcePath.isEmpty() ? "" : folder + '/' + c.resourcePath);
+        EXPECT_EQ(d.labels.size(), 1) << "the elements still load";
+    }
+}
+
+TEST(SkinReader, FileThatCannotBeOpenedIsNotFound)
+{
+    QTemporaryDir dir;
+    const SkinDescription missing = readSkinFile(dir.filePath("none.skin"));
+    EXPECT_FALSE(missing.accepted);
+    EXPECT_EQ(missing.messages, QStringList{"Skin not found!"});
+    EXPECT_FALSE(readSkinFile(dir.path()).accepted) << "a folder is no skin";
+
+    QFile file(dir.filePath("Blue.Skin"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("Velto Skin,Blue\r\n1,0\r\n*,\r\n0,0,0,0,0,0,0,0\r\n");
+    file.close();
+    const SkinDescription found = readSkinFile(dir.filePath("blue.skin"));
+    EXPECT_TRUE(found.accepted);
+    EXPECT_EQ(found.messages, QStringList{"Main bitmap not found: "});
+}
+
+TEST(SkinReader, ListsOutOfRangeRecordsInOneMessage)
+{
+    // Each refused record is read in full: the label after it still loads.
+    const struct
+    {
+        QByteArray record;
+        std::function<qsizetype(const SkinDescription &)> built;
+    } kinds[] = {
+        {"A%1,0,0,0,0,5,5,1,100,0,~", [](auto &d) { return d.anims.size(); }},
+        {"C%1,0,0,5,5,tip", [](auto &d) { return d.areas.size(); }},
+        {"D%1,0,0,0,0,8,12,4,0,1,-2,~", [](auto &d) { return d.digitGroups.size(); }},
+        {"I%1,0,0,5,5,255,0,0,1,~", [](auto &d) { return d.lights.size(); }},
+        {"L%1,0,0,5,5,0,0,0,8,Arial,~", [](auto &d) { return d.labels.size() - 1; }},
+        {"R%1,main.bmp", [](auto &d) { return d.pictureSteps.size(); }},
+        {"S%1,0,0,50,5,0,0,0,5,~", [](auto &d) { return d.sliders.size(); }},
+        {"T%1,0,0,5,5,0,0,0,8,Arial,~", [](auto &d) { return d.textFields.size(); }},
+        {"W%1,5,5", [](auto &d) { return qsizetype(d.pictureSize.has_value()); }},
+        {"X%1,0,0,5,5,0,0,0,255,255,255,8,Arial,~", [](auto &d) { return d.lists.size(); }},
+        {"Z%1,0,0,5,5,1,1", [](auto &d) { return d.pictureSteps.size(); }},
+        {"B%1,0,0,5,5,0,0,name,~", [](auto &d) { return d.buttons.size(); }},
+    };
+    const struct
+    {
+        char kind;
+        int low, high;
+    } ranges[] = {{'A', 0, 4},  {'C', 1, 3}, {'D', 0, 13}, {'I', 0, 22},
+                  {'L', 0, 80}, {'R', 0, 2}, {'S', 0, 6},  {'T', 0, 3},
+                  {'W', 0, 1},  {'X', 1, 8}, {'Z', 0, 1},  {'B', 1, 32767}};
+    for (size_t i = 0; i < std::size(kinds); ++i) {
+        const QString format = QString::fromLatin1(kinds[i].record);
+        for (int n : {ranges[i].low, ranges[i].high}) {
+            const SkinDescription d = readBody(format.arg(n).toLatin1() + "\r\n" + kLabel);
+            EXPECT_EQ(kinds[i].built(d), 1) << format.arg(n).toStdString();
+            EXPECT_FALSE(d.errorFlag) << format.arg(n).toStdString();
+        }
+        QByteArray body;
+        QString listed;
+        for (int n : {ranges[i].low - 1, ranges[i].high + 1}) {
+            if (ranges[i].kind == 'B' && n == 0)
+                n = -1;
+            body += format.arg(n).toLatin1() + "\r\n";
+            listed += ' ' + QString(ranges[i].kind) + QString::number(n);
+        }
+        const SkinDescription d = readBody(body + kLabel);
+        EXPECT_EQ(kinds[i].built(d), 0) << body.constData();
+        EXPECT_EQ(d.labels.size(), 1) << body.constData();
+        EXPECT_EQ(d.messages, QStringList{kClosing + listed}) << body.constData();
+    }
+}
+
+TEST(SkinReader, UnreadableRecordsAreListedAndLoadingGoesOn)
+{
+    const struct
+    {
+        QByteArray body;
+        QString listed;
+        qsizetype labels;
+    } cases[] = {
+        {"I1,0,x\r\n" + kLabel, " I1", 1},
+        {"I1,0,0,5,5,1,2,3,99999\r\n" + kLabel, " I1", 1},
+        {"L1,0,0,5,5,0,32767,32767,8,Arial,~\r\n" + kLabel, " L1", 1},
+        {"O0,-1,-32768,-32768\r\n" + kLabel, " O0", 1},
+        {"B7,0,0,5,5,0,0,Play", " Play", 0},
+        {"B7,0,0,5,5,0,zero,Play,~\r\n" + kLabel, " B7", 1},
+        {"K3,0,0,5,5,0,0,Next,~", " Next", 0},
+        {kLabel + "L2,0,0,5", " L2", 1},
+        {"P1\r\nM4,2,99999999999\r\n" + kLabel, " M4", 1},
+        {"N99999999999\r\n" + kLabel, " N99999999999", 1},
+        {"?1", " ?1", 0},
+        {"R1", " R1", 0},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBody(c.body);
+        EXPECT_TRUE(d.errorFlag) << c.body.constData();
+        EXPECT_EQ(d.errorList, c.listed) << c.body.constData();
+        EXPECT_EQ(d.messages, QStringList{kClosing + c.listed}) << c.body.constData();
+        EXPECT_EQ(d.labels.size(), c.labels) << c.body.constData();
+        EXPECT_TRUE(d.lights.isEmpty() && d.buttons.isEmpty()) << c.body.constData();
+    }
+}
+
+TEST(SkinReader, ButtonsBeyond120AreRefusedOneMessageEach)
+{
+    const QByteArray button = "B12,0,0,10,10,120,36,Play,~\r\n";
+    for (int count : {120, 121, 125}) {
+        const SkinDescription d = readBody(repeated(button, count) + kLabel);
+        ASSERT_EQ(d.buttons.size(), 120) << count;
+        EXPECT_EQ(d.buttons.first().index, 1);
+        EXPECT_EQ(d.buttons.last().index, 120);
+        QStringList expected;
+        for (int i = 120; i < count; ++i)
+            expected << kTooMany;
+        if (count > 120)
+            expected << kClosing;
+        EXPECT_EQ(d.messages, expected) << count;
+        EXPECT_EQ(d.labels.size(), 1) << count;
+    }
+}
+
+TEST(SkinReader, ButtonRecordsKeepCommandFaceAndKeyText)
+{
+    const SkinDescription d = readBody("B12,1,2,30,40,120,36,Play,Play it\r\n"
+                                       "K5,5,6,7,8,-1,0,Link,~,\"skins/calc.skin\"\r\n"
+                                       "B0,0,0,10,10,0,0,Zero,~\r\n"
+                                       "K21,0,0,10,10,0,0,Far,~,far.skin\r\n"
+                                       "B32767,0,0,0,10,0,0,Flat,~\r\n" +
+                                       kLabel);
+    ASSERT_EQ(d.buttons.size(), 2);
+    const SkinButton &play = d.buttons[0];
+    EXPECT_EQ(play.index, 1);
+    EXPECT_EQ(play.command, 12);
+    EXPECT_EQ(play.keyNumber, -1);
+    EXPECT_EQ(play.rect, QRect(1, 2, 30, 40));
+    EXPECT_EQ(play.faceText, "120,36");
+    EXPECT_EQ(play.name, "Play");
+    EXPECT_EQ(play.toolTip, "Play it");
+    const SkinButton &link = d.buttons[1];
+    EXPECT_EQ(link.index, 2);
+    EXPECT_EQ(link.command, 1005);
+    EXPECT_EQ(link.keyNumber, 5);
+    EXPECT_EQ(link.faceText, "-1,0");
+    EXPECT_EQ(link.toolTip, "");
+    EXPECT_EQ(d.keyTable.size(), 21);
+    EXPECT_EQ(d.keyTable[5], "skins/calc.skin");
+    EXPECT_EQ(d.keyTable.count(QString()), 20) << "K21 enters nothing";
+    EXPECT_EQ(d.labels.size(), 1) << "B0 and K21 were read in full";
+    EXPECT_EQ(d.messages, QStringList{kClosing}) << "K21 sets the flag without a list entry";
+}
+
+TEST(SkinReader, FontAndTipRules)
+{
+    const struct
+    {
+        QByteArray sizeAndFont, tip;
+        SkinFont font;
+        QString toolTip;
+    } cases[] = {
+        {"-10,Arial:bi", "~no tip", {"Arial", 10, true, true, false}, ""},
+        {"12,\"Courier New\"", "Play ~", {"Courier New", 12, false, false, false}, "Play ~"},
+        {"9,\" Times :uB\"", "\"\"", {"Times", 9, true, false, true}, ""},
+        {"9,:i", "~", {"Arial", 9, false, true, false}, ""},
+        {"9,\"\"", "t", {"Arial", 9, false, false, false}, "t"},
+        {"7,Sans:xyz:b", "t", {"Sans", 7, true, false, false}, "t"},
+        {"-32768,\"  \"", "t", {"  ", 32768, false, false, false}, "t"},
+    };
+    for (const auto &c : cases) {
+        for (char kind : {'L', 'T'}) {
+            const SkinDescription d =
+                readBody(kind + QByteArray("2,0,0,5,5,0,0,0,") + c.sizeAndFont + ',' + c.tip);
+            const QList<SkinLabel> &built = kind == 'L' ? d.labels : d.textFields;
+            ASSERT_EQ(built.size(), 1) << c.sizeAndFont.constData();
+            const SkinFont &f = built[0].font;
+            EXPECT_EQ(f.name, c.font.name) << c.sizeAndFont.constData();
+            EXPECT_EQ(f.size, c.font.size) << c.sizeAndFont.constData();
+            EXPECT_EQ(std::tuple(f.bold, f.italic, f.underline),
+                      std::tuple(c.font.bold, c.font.italic, c.font.underline))
+                << c.sizeAndFont.constData();
+            EXPECT_EQ(built[0].toolTip, c.toolTip) << c.sizeAndFont.constData();
+        }
+    }
+}
+
+TEST(SkinReader, ElementFieldsLandWhereTheyBelong)
+{
+    const SkinDescription d = readBody("A2,1,2,3,4,5,6,7,80,1,~\r\n"
+                                       "C3,10,20,30,40,Web\r\n"
+                                       "D13,1,2,3,4,8,12,4,0,1,-2,~\r\n"
+                                       "I22,1,2,3,4,255,128,1,3,Light\r\n"
+                                       "S6,1,2,100,8,50,60,0,12,~\r\n"
+                                       "X3,0,0,5,5,0,0,0,0,0,0,8,Arial,~\r\n"
+                                       "X8,1,2,3,4,1,0,0,0,0,1,-9,Verdana:b,~\r\n"
+                                       "W1,400,260\r\n"
+                                       "L80,0,0,0,5,0,0,0,8,Arial,~\r\n"
+                                       "C1,0,0,5,-1,~\r\nD0,0,0,0,0,0,12,4,0,1,-2,~\r\n");
+    EXPECT_FALSE(d.errorFlag) << d.errorList.toStdString();
+    ASSERT_EQ(d.anims.size(), 1);
+    EXPECT_EQ(std::tuple(d.anims[0].number, d.anims[0].rect, d.anims[0].face, d.anims[0].frames,
+                         d.anims[0].msPerFrame, d.anims[0].direction),
+              std::tuple(2, QRect(1, 2, 5, 6), QPoint(3, 4), 7, 80, 1));
+    ASSERT_EQ(d.areas.size(), 1) << "a zero-height area is dropped";
+    EXPECT_EQ(std::tuple(d.areas[0].number, d.areas[0].rect, d.areas[0].toolTip),
+              std::tuple(3, QRect(10, 20, 30, 40), QString("Web")));
+    ASSERT_EQ(d.digitGroups.size(), 1) << "a zero-width glyph is dropped";
+    const SkinDigitGroup &g = d.digitGroups[0];
+    EXPECT_EQ(std::tuple(g.number, g.pos, g.face, g.glyphWidth, g.glyphHeight, g.narrowWidth,
+                         g.sheetType, g.gap, g.mode),
+              std::tuple(13, QPoint(1, 2), QPoint(3, 4), 8, 12, 4, 0, 1, -2));
+    ASSERT_EQ(d.lights.size(), 1);
+    EXPECT_EQ(d.lights[0].colour, 255 + 256 * 128 + 65536);
+    EXPECT_EQ(skinColourToQColor(d.lights[0].colour), QColor(255, 128, 1));
+    EXPECT_EQ(d.lights[0].shape, 3);
+    ASSERT_EQ(d.sliders.size(), 1);
+    EXPECT_EQ(std::tuple(d.sliders[0].face, d.sliders[0].orientation, d.sliders[0].knobLength),
+              std::tuple(QPoint(50, 60), 0, 12));
+    ASSERT_EQ(d.lists.size(), 1) << "X3 builds nothing";
+    EXPECT_EQ(std::tuple(d.lists[0].number, d.lists[0].foreColour, d.lists[0].backColour,
+                         d.lists[0].fontSize, d.lists[0].fontName),
+              std::tuple(8, 1, 65536, -9, QString("Verdana:b")));
+    EXPECT_EQ(d.pictureSize, QSize(400, 260));
+    EXPECT_TRUE(d.labels.isEmpty()) << "a zero-width label is dropped";
+    EXPECT_EQ(d.hoverStyle, 1);
+    EXPECT_EQ(d.backgroundColour, 20 + 256 * 24 + 65536 * 32);
+    EXPECT_EQ(d.bitmapFormat, 1);
+}
+
+TEST(SkinReader, ConditionalSectionsFollowTheLastPictureLoad)
+{
+    const struct
+    {
+        QByteArray body;
+        QStringList labelTips;
+    } cases[] = {
+        // A missing picture sets the flag to 0; "?0" skips to its label.
+        {"R0,gone.png\r\n?0,alt\r\nL1\r\n:alt\r\n" + kLabel, {"tip"}},
+        {"R0,main.bmp\r\n?0,alt\r\n" + kLabel + ":alt\r\n", {"tip"}},
+        {"R0,MAIN.BMP\r\n?1,x\r\n" + kLabel + ":y\r\n:x\r\n" + kLabel, {"tip"}},
+        {"R2,text.png\r\n?1,x\r\n" + kLabel, {"tip"}},
+        {"?0,never\r\n" + kLabel, {}},
+        {"?5,x\r\n:x\r\n" + kLabel, {"tip"}},
+        // Skipped records are read code by code: "L9" and ":in" are codes here.
+        {"?0,in\r\nL9,:in\r\nL2,0,0,5,5,0,0,0,8,Arial,second", {"second"}},
+        {"?0,x\r\n/ hidden\r\n; \"q\",:x\r\nE\r\n:x\r\n" + kLabel, {}},
+        {"?0,x\r\nB1,0,0,5,5,0,0,Eject,~\r\n:x\r\n" + kLabel, {"tip"}},
+        {kLabel + "E1\r\n" + kLabel, {"tip"}},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBody(c.body);
+        QStringList tips;
+        for (const SkinLabel &l : d.labels)
+            tips << l.toolTip;
+        EXPECT_EQ(tips, c.labelTips) << c.body.constData();
+        EXPECT_FALSE(d.errorFlag) << c.body.constData();
+        EXPECT_TRUE(d.comment.isEmpty()) << c.body.constData();
+    }
+}
+
+TEST(SkinReader, PictureStepsKeepFileOrder)
+{
+    const SkinDescription d =
+        readBody("O0,255,0,255\r\nR1,sub\\ALT.png\r\nZ0,1,2,3,4,5,6\r\n"
+                 "U\r\nR2,gone.bmp\r\nR0,text.png\r\nO1,1,2,3\r\nO,32767,0,32767\r\n");
+    ASSERT_EQ(d.pictureSteps.size(), 8);
+    using K = SkinPictureStep;
+    QList<K::Kind> kinds;
+    for (const SkinPictureStep &s : d.pictureSteps)
+        kinds << s.kind;
+    EXPECT_EQ(kinds,
+              (QList<K::Kind>{K::TransparentColour, K::LoadMain, K::Copy, K::Commit, K::LoadMain,
+                              K::LoadMain, K::TransparentColour, K::TransparentColour}));
+    EXPECT_EQ(d.pictureSteps[0].colour, 255 + 65536 * 255);
+    EXPECT_EQ(d.pictureSteps[1].path, skinFolder() + "/Sub/Alt.png");
+    EXPECT_EQ(std::tuple(d.pictureSteps[1].slot, d.pictureSteps[1].loaded), std::tuple(1, true));
+    EXPECT_EQ(d.pictureSteps[1].fileName, "sub\\ALT.png");
+    EXPECT_EQ(d.pictureSteps[2].target, QRect(1, 2, 3, 4));
+    EXPECT_EQ(d.pictureSteps[2].source, QPoint(5, 6));
+    EXPECT_EQ(std::tuple(d.pictureSteps[4].path, d.pictureSteps[4].loaded),
+              std::tuple(QString(), false));
+    EXPECT_FALSE(d.pictureSteps[5].loaded) << "a file that is no picture does not load";
+    EXPECT_EQ(d.pictureSteps[6].colour, 1 + 256 * 2 + 65536 * 3);
+    EXPECT_EQ(d.pictureSteps[7].colour, 32767 + 65536 * 32767) << "the largest sum that fits";
+}
+
+TEST(SkinReader, PolygonOutlineNeedsExactlyTheDeclaredPoints)
+{
+    const struct
+    {
+        QByteArray body;
+        qsizetype points;
+        bool complete, multi;
+        QList<qint32> counts;
+    } cases[] = {
+        {"N4\r\nP0,0\r\nP10,0\r\nP10,10\r\nP0,10\r\n", 4, true, false, {}},
+        {"N5\r\nP0,0\r\nP10,0\r\nP10,10\r\nP0,10\r\n", 4, false, false, {}},
+        // Surplus points leave their y unread: "L1..." is the next code.
+        {"P7,8\r\nN2\r\nP0,0\r\nP1,1\r\nP7,L1,0,0,10,10,0,0,0,8,Arial,tip\r\n", 2, true, false, {}},
+        {"M6,2,3,100000\r\nP0,0,P9,0,P0,9,P20,20,P30,20,P20,30\r\n", 6, true, true, {3, 100000}},
+        {"N-3\r\nP1,1\r\n", 0, false, false, {}},
+        {"N0\r\n", 0, false, false, {}},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBody(c.body);
+        EXPECT_EQ(d.outline.points.size(), c.points) << c.body.constData();
+        EXPECT_EQ(d.outline.complete(), c.complete) << c.body.constData();
+        EXPECT_EQ(d.outline.multiPolygon, c.multi) << c.body.constData();
+        EXPECT_EQ(d.outline.polygonPointCounts, c.counts) << c.body.constData();
+        EXPECT_FALSE(d.errorFlag) << c.body.constData();
+    }
+    const SkinDescription surplus = readBody(cases[2].body);
+    EXPECT_EQ(surplus.labels.size(), 1);
+    EXPECT_EQ(surplus.outline.points[1], QPoint(1, 1));
+}
+
+TEST(SkinReader, CommentsAndUnknownCodesTakeWhatTheyShould)
+{
+    const SkinDescription d = readBody("; a, \"b\", L1,0\r\n"
+                                       "/ Blue skin, by \"me\"\r\n"
+                                       "  /second\r\n"
+                                       "Q9,b1,:x,L1,0,0,10,10,0,0,0,8,Arial,tip\r\n"
+                                       "E\r\n" +
+                                       kLabel);
+    EXPECT_EQ(d.comment, "\r Blue skin, by \"me\"\rsecond");
+    EXPECT_EQ(d.labels.size(), 1) << "only the record after the unknown codes, none after E";
+    EXPECT_FALSE(d.errorFlag);
+}
+
+TEST(SkinReader, DamagedInputKeepsTheGoodRecords)
+{
+    const char nulBytes[] = "L1,0,0,10,10,0,0,0,8,Ari\0al,tip\r\n\0\0\r\n";
+    const QByteArray nul(nulBytes, sizeof nulBytes - 1);
+    const struct
+    {
+        const char *what;
+        QByteArray body;
+        qsizetype labels;
+        QString listed;
+    } cases[] = {
+        {"quote lost in the last field", "L1,0,0,10,10,0,0,0,8,Arial,\"tip\r\n" + kLabel, 2, ""},
+        {"huge numbers",
+         "L999999999999999999999999,0,0,10,10,0,0,0,8,Arial,tip\r\n"
+         "I1,0,0,123456789012345678901234567890,5,0,0,0,0,~\r\n" +
+             kLabel,
+         1, " L999999999999999999999999 I1"},
+        {"NUL bytes", nul + kLabel, 2, ""},
+        {"cut in a record", kLabel + "D1,0,0,5", 1, " D1"},
+        {"cut in a quote", kLabel + "L1,0,0,10,10,0,0,0,8,\"Ari", 1, " L1"},
+    };
+    for (const auto &c : cases) {
+        const SkinDescription d = readBody(c.body);
+        EXPECT_EQ(d.labels.size(), c.labels) << c.what;
+        EXPECT_EQ(d.errorList, c.listed) << c.what;
+        EXPECT_EQ(d.errorFlag, !c.listed.isEmpty()) << c.what;
+    }
+}
+
+TEST(SkinReader, TruncatedHeadersStillGiveADescription)
+{
+    const QByteArray full = kHead + kLabel;
+    for (qsizetype size = 0; size <= full.size(); ++size) {
+        const SkinDescription d = readBytes(full.left(size));
+        EXPECT_LE(d.labels.size(), 1);
+        EXPECT_FALSE(d.messages.isEmpty() && size < kHead.size() - 3) << size;
+    }
+    const SkinDescription cut = readBytes("Velto Skin,x\r\n1,0\r\nMain,main.bmp");
+    EXPECT_EQ(cut.errorList, " Bitmaps Background");
+    EXPECT_EQ(readBytes("Velto Skin,x\r\n1,zero\r\n*,\r\n0,0,0,0,0,0,0,0\r\n" + kLabel).errorList,
+              " Bitmaps");
+    const SkinDescription bad = readBytes(QByteArray(kHead).replace("1,0,20", "1,x,20") + kLabel);
+    EXPECT_EQ(bad.errorList, " Background");
+    EXPECT_EQ(bad.backgroundColour, 20 + 256 * 24 + 65536 * 32) << "the fields after stay in place";
+    EXPECT_EQ(bad.labels.size(), 1);
+    EXPECT_EQ(readBytes("").messages, QStringList{"Invalid Skin!"});
+}
+
+TEST(SkinReader, ManyRecordsAndGarbageEndInTime)
+{
+    const SkinDescription many =
+        readBody(repeated("Z0,1,2,3,4,5,6\r\n", 10000) + repeated("B1,0,0,5,5,0,0,b,~\r\n", 200));
+    EXPECT_EQ(many.pictureSteps.size(), 10000);
+    EXPECT_EQ(many.buttons.size(), 120);
+    EXPECT_EQ(many.messages.count(kTooMany), 80);
+
+    QRandomGenerator random(42);
+    for (int round = 0; round < 200; ++round) {
+        QByteArray garbage(int(random.bounded(2000)), '\0');
+        for (char &c : garbage)
+            c = char(random.bounded(256));
+        const SkinDescription d = readBody(garbage);
+        EXPECT_TRUE(d.accepted);
+        EXPECT_LE(d.buttons.size(), 120);
+    }
+}
+
+TEST(SkinReader, RegressionFilesReadWithoutHarm)
+{
+    const QString data = QFileInfo(QString::fromUtf8(__FILE__)).absolutePath() + "/data";
+    int files = 0;
+    for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
+        QFile file(it.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        const SkinDescription d = readBytes(bytes, data);
+        EXPECT_LE(d.buttons.size(), 120) << file.fileName().toStdString();
+        QBuffer buffer;
+        buffer.setData(bytes);
+        buffer.open(QIODevice::ReadOnly);
+        EXPECT_EQ(readSkinHeader(buffer).accepted, d.accepted) << file.fileName().toStdString();
+    }
+    EXPECT_GT(files, 0);
+}
+
+TEST(FindFileNoCase, MatchesEveryPartWhateverItsCase)
+{
+    QTemporaryDir dir;
+    QDir(dir.path()).mkpath("Skins/Blue");
+    for (const char *name : {"Skins/Blue/Main.BMP", "Skins/a.png", "Skins/A.png", "top.txt"}) {
+        QFile f(dir.filePath(name));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    }
+    const struct
+    {
+        const char *asked, *found;
+    } cases[] = {
+        {"Skins/Blue/Main.BMP", "Skins/Blue/Main.BMP"},
+        {"skins/BLUE/main.bmp", "Skins/Blue/Main.BMP"},
+        {"skins\\blue\\MAIN.bmp", "Skins/Blue/Main.BMP"},
+        {"C:\\Skins\\Blue\\main.bmp", "Skins/Blue/Main.BMP"},
+        {"/skins//blue/./main.bmp", "Skins/Blue/Main.BMP"},
+        {"Skins/Blue/../../TOP.TXT", "top.txt"},
+        {"Skins/A.png", "Skins/A.png"},
+        {"Skins/a.png", "Skins/a.png"},
+        {"Skins/Blue", ""},
+        {"Skins/Blue/gone.bmp", ""},
+        {"Gone/main.bmp", ""},
+        {"", ""},
+    };
+    for (const auto &c : cases) {
+        const QString expected = *c.found ? dir.path() + '/' + c.found : QString();
+        EXPECT_EQ(findFileNoCase(dir.path(), c.asked), expected) << c.asked;
+    }
+}
