@@ -1,0 +1,444 @@
+#include "skin/daytext.h"
+#include "skin/segmentdisplay.h"
+
+#include "support/fakes.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+#include <limits>
+#include <optional>
+
+namespace {
+
+constexpr int W = 6, H = 8, N = 3;
+const QRgb SheetBackground = qRgb(10, 10, 10);
+const QRgb CanvasBackground = qRgb(20, 20, 20);
+
+// Every pixel of every glyph cell tells its sheet, row, column and its offset
+// in the cell, so a canvas pixel names the sheet pixel it was copied from.
+QImage makeSheets(QImage::Format format = QImage::Format_RGB32)
+{
+    QImage img(300, 90, QImage::Format_RGB32);
+    img.fill(SheetBackground);
+    const struct
+    {
+        int x, y, rows, cols;
+    } sheets[] = {{2, 1, 1, 14}, {2, 10, 6, 16}, {0, 60, 3, 31}};
+    for (int s = 0; s < 3; ++s)
+        for (int r = 0; r < sheets[s].rows; ++r)
+            for (int c = 0; c < sheets[s].cols; ++c)
+                for (int dx = 0; dx < W; ++dx)
+                    for (int dy = 0; dy < H; ++dy)
+                        img.setPixel(sheets[s].x + c * W + dx, sheets[s].y + r * H + dy,
+                                     qRgb(64 + s * 8 + r, 100 + c, dx * 16 + dy));
+    return img.convertToFormat(format);
+}
+
+struct Seen
+{
+    int sheet, row, col, dx, dy;
+};
+
+std::optional<Seen> seenAt(const QImage &canvas, int x, int y)
+{
+    const QRgb p = canvas.pixel(x, y);
+    if (qRed(p) < 64 || qRed(p) >= 88)
+        return std::nullopt;
+    return Seen{(qRed(p) - 64) / 8, (qRed(p) - 64) % 8, qGreen(p) - 100, qBlue(p) / 16,
+                qBlue(p) % 16};
+}
+
+QChar glyphChar(const Seen &s)
+{
+    if (s.sheet == 0)
+        return s.col < 10 ? QChar(u'0' + s.col) : QChar(u" .:-"[s.col - 10]);
+    if (s.sheet == 1)
+        return QChar((s.row + 2) * 16 + s.col);
+    return QChar(u'?'); // letter-sheet cells are checked by row and column
+}
+
+// The glyphs along one canvas row: where each starts and how wide it landed.
+struct Drawn
+{
+    QString text;
+    std::vector<Seen> cells;
+    std::vector<int> xs, widths;
+};
+
+Drawn readRow(const QImage &canvas, int y)
+{
+    Drawn d;
+    if (y < 0 || y >= canvas.height())
+        return d;
+    for (int x = 0; x < canvas.width(); ++x) {
+        const auto s = seenAt(canvas, x, y);
+        if (!s || s->dx != 0)
+            continue;
+        int w = 1;
+        while (x + w < canvas.width()) {
+            const auto next = seenAt(canvas, x + w, y);
+            if (!next || next->dx != w || next->col != s->col || next->row != s->row)
+                break;
+            ++w;
+        }
+        d.text += glyphChar(*s);
+        d.cells.push_back(*s);
+        d.xs.push_back(x);
+        d.widths.push_back(w);
+    }
+    return d;
+}
+
+QRect changedArea(const QImage &a, const QImage &b)
+{
+    QRect area;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            if (a.pixel(x, y) != b.pixel(x, y))
+                area |= QRect(x, y, 1, 1);
+    return area;
+}
+
+class SegmentDisplayTest : public ::testing::Test
+{
+protected:
+    QImage canvas{200, 40, QImage::Format_ARGB32_Premultiplied};
+    QImage sheets = makeSheets();
+    FakeClock clock;
+    std::vector<QRect> repaints;
+    std::vector<std::pair<int, QString>> labels;
+    SegmentDisplay display{canvas, sheets, clock, [this](const QRect &r) { repaints.push_back(r); },
+                           [this](int n, const QString &t) { labels.emplace_back(n, t); }};
+
+    static DigitGroup group(qint16 sheetType, qint16 mode, qint16 gap = 0)
+    {
+        DigitGroup g;
+        g.faceX = sheetType == 3 ? 0 : 2;
+        g.faceY = sheetType == 0 ? 1 : sheetType == 3 ? 60 : 10;
+        g.width = W;
+        g.height = H;
+        g.narrow = N;
+        g.sheetType = sheetType;
+        g.gap = gap;
+        g.mode = mode;
+        g.x = 10;
+        g.y = 5;
+        g.visible = true;
+        return g;
+    }
+
+    // Draws into a clean canvas, and checks that nothing changed outside what
+    // the display asked to repaint.
+    Drawn show(const DigitGroup &g, const QVariant &value, int index = 0)
+    {
+        canvas.fill(CanvasBackground);
+        repaints.clear();
+        labels.clear();
+        display.setGroup(index, g);
+        const QImage before = canvas.copy();
+        display.SetDD(index, value);
+        QRect repainted;
+        for (const QRect &r : repaints)
+            repainted |= r;
+        const QRect changed = changedArea(before, canvas);
+        EXPECT_TRUE(changed.isEmpty() || repainted.contains(changed))
+            << "changed outside the repaint request";
+        return readRow(canvas, g.y + 2);
+    }
+};
+
+} // namespace
+
+TEST_F(SegmentDisplayTest, DigitSheetShowsEachModeWithLeadingZerosBlanked)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    // clang-format off
+    const struct { int mode; QVariant value; const char *shown; } cases[] = {
+        {-3, 7, " 07"},          {-3, 1234, "234"},        {-3, -7, " 07"},
+        {-5, 42, " 0042"},       {-2, 0, " 0"},            {-3, "12", " 12"},
+        {-3, "ab-", "  -"},      {-4, qint64(-9), " 009"}, {3, 0.5, "   .5"},
+        {3, 0, "   . "},         {3, 7, "  7.0"},          {3, 10.25, " 10.3"},
+        {3, 0.15, "   .2"},      {3, -2.5, "-  2.5"},      {3, -0.04, "   . "},
+        {3, 99.96, "100.0"},     {3, 1234.56, "1234.6"},   {3, "12.34", " 12.3"},
+        {3, "abc", "   "},       {3, nan, "   "},          {4, 87.5, " 87.500"},
+        {4, 1.0005, "  1.001"},  {4, 2.0004999, "  2.000"}, {5, 3909, " 1:05:09"},
+        {5, 0, " 0:00:00"},      {5, 45296.6, "12:34:57"}, {5, 360000, "100:00:00"},
+        {5, -65, " 0:-01:-05"},  {5, "x", " "},            {0, 0, " "},
+        {0, 100, "100"},         {0, 0.5, " .5"},          {0, "Mute", "    "},
+        {7, "12-3", "12-3"},     {-16, 5, "5"},
+    };
+    // clang-format on
+    for (const auto &c : cases) {
+        EXPECT_EQ(show(group(0, qint16(c.mode)), c.value).text, QString::fromLatin1(c.shown))
+            << "mode " << c.mode << " value " << c.value.toString().toStdString();
+    }
+}
+
+TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
+{
+    const struct
+    {
+        int mode;
+        QTime time;
+        bool twentyFour;
+        const char *shown, *label9;
+    } cases[] = {
+        {2, QTime(14, 5, 9), true, "14:05", "09"}, {2, QTime(14, 5, 9), false, " 2:05", "09"},
+        {2, QTime(9, 5, 9), true, "09:05", "09"},  {1, QTime(9, 5, 0), true, "09:05", "  "},
+        {1, QTime(21, 30), false, " 9:30", "PM"},  {1, QTime(0, 10), false, "12:10", "AM"},
+        {1, QTime(12, 0), false, "12:00", "PM"},   {1, QTime(10, 0, 59), false, "10:00", "AM"},
+        {1, QTime(0, 0), true, "00:00", "  "},
+    };
+    for (const auto &c : cases) {
+        clock.time.setTime(c.time);
+        display.setTimeFmt(c.twentyFour ? 1 : 0);
+        // The value is ignored: these modes always show the clock.
+        EXPECT_EQ(show(group(0, qint16(c.mode)), 4711).text, QString::fromLatin1(c.shown))
+            << c.time.toString().toStdString() << " mode " << c.mode;
+        ASSERT_EQ(labels.size(), 1u);
+        EXPECT_EQ(labels[0].first, 9);
+        EXPECT_EQ(labels[0].second, QString::fromLatin1(c.label9));
+    }
+
+    // The label is sent when its text changes, and again after a new skin.
+    labels.clear();
+    display.setGroup(0, group(0, 2));
+    clock.time.setTime(QTime(14, 5, 9));
+    display.SetDD(0, 0);
+    display.SetDD(0, 0);
+    clock.time.setTime(QTime(14, 5, 10));
+    display.SetDD(0, 0);
+    display.setGroup(0, group(0, 2));
+    display.SetDD(0, 0);
+    std::vector<QString> sent;
+    for (const auto &l : labels)
+        sent.push_back(l.second);
+    EXPECT_EQ(sent, (std::vector<QString>{"09", "10", "10"}));
+}
+
+TEST_F(SegmentDisplayTest, GlyphsLandWholeAtTheirWidthAndTheGapSeparatesThem)
+{
+    const Drawn d = show(group(0, 5, 2), 3909);
+    ASSERT_EQ(d.text, QStringLiteral(" 1:05:09"));
+    const std::vector<int> widths{W, W, N, W, W, N, W, W};
+    EXPECT_EQ(d.widths, widths);
+    int pen = 10;
+    for (size_t k = 0; k < d.xs.size(); ++k) {
+        EXPECT_EQ(d.xs[k], pen) << "glyph " << k;
+        for (int x = d.xs[k]; x < d.xs[k] + d.widths[k]; ++x) {
+            for (int y = 5; y < 5 + H; ++y) {
+                const auto s = seenAt(canvas, x, y);
+                ASSERT_TRUE(s) << x << "," << y;
+                EXPECT_EQ(s->dx, x - d.xs[k]);
+                EXPECT_EQ(s->dy, y - 5);
+            }
+            EXPECT_EQ(canvas.pixel(x, 4), CanvasBackground);
+            EXPECT_EQ(canvas.pixel(x, 5 + H), CanvasBackground);
+        }
+        pen += widths[k] + 2;
+        EXPECT_EQ(canvas.pixel(pen - 1, 6), CanvasBackground) << "gap after glyph " << k;
+    }
+}
+
+TEST_F(SegmentDisplayTest, CharacterAndLetterSheetsPickTheirCells)
+{
+    // clang-format off
+    const struct { int sheetType; char32_t ch; int row, col; } cases[] = {
+        {1, U'a', 4, 1},  {1, U' ', 0, 0},  {1, U'~', 5, 14},   {1, 127, 5, 15},  {1, 31, 0, 0},
+        {1, U'é', 0, 0},  {1, U'€', 0, 0},  {2, U'a', 2, 1},    {2, U'z', 3, 10}, {2, U'{', 5, 11},
+        {3, U'a', 0, 0},  {3, U'Z', 0, 25}, {3, U'7', 1, 7},    {3, U'@', 0, 8},  {3, U'I', 0, 8},
+        {3, U':', 1, 12}, {3, U'(', 1, 13}, {3, U'\\', 1, 20}, {3, U'/', 1, 21}, {3, U'#', 1, 30},
+        {3, U'.', 1, 27}, {3, U' ', 0, 29}, {3, U'"', 0, 27},   {3, U'*', 2, 4},  {3, U'?', 2, 3},
+        {3, U'<', 0, 29}, {3, U'é', 0, 29},
+    };
+    // clang-format on
+    for (const auto &c : cases) {
+        const QString text = QString::fromUcs4(&c.ch, 1);
+        const Drawn d = show(group(qint16(c.sheetType), -1), text);
+        ASSERT_EQ(d.cells.size(), 1u) << "type " << c.sheetType << " char " << uint(c.ch);
+        EXPECT_EQ(d.cells[0].sheet, c.sheetType == 3 ? 2 : 1);
+        EXPECT_EQ(d.cells[0].row, c.row) << "type " << c.sheetType << " char " << uint(c.ch);
+        EXPECT_EQ(d.cells[0].col, c.col) << "type " << c.sheetType << " char " << uint(c.ch);
+    }
+}
+
+TEST_F(SegmentDisplayTest, CharacterSheetsCutOrPadTheTextToTheirCells)
+{
+    // clang-format off
+    const struct { int sheetType, mode; QVariant value; const char *shown; } cases[] = {
+        {1, 4, "Hello", "Hell"},  {1, 4, "Hi", "Hi  "}, {2, 6, "Mute", "MUTE  "},
+        {1, -4, "Hello", "ello"}, {1, -3, 7, "007"},    {1, 3, 0.5, "000"},
+        {1, 0, "Hello", ""},      {1, 6, "", "      "},
+        {1, -16, "0123456789abcdefXY", "0123456789abcdef"},
+    };
+    // clang-format on
+    for (const auto &c : cases) {
+        EXPECT_EQ(show(group(qint16(c.sheetType), qint16(c.mode)), c.value).text,
+                  QString::fromLatin1(c.shown))
+            << "mode " << c.mode;
+    }
+}
+
+TEST_F(SegmentDisplayTest, RepaintAsksForTheGroupsCellOnly)
+{
+    const struct
+    {
+        int mode;
+        QVariant value;
+        int width;
+    } cases[] = {
+        {-3, 7, 3 * W},
+        {3, 0.5, 4 * W + N},
+        {4, 1.5, 6 * W + N},
+        {1, 0, 4 * W + N},
+        {2, 0, 6 * W + 2 * N},
+        {0, 1234, 4 * W + N},
+        {9, 42, 9 * W},
+        // "hh:mm:ss" is wider than the five cells of mode 5: what is drawn counts.
+        {5, 3909, 6 * W + 2 * N},
+    };
+    for (const auto &c : cases) {
+        show(group(0, qint16(c.mode)), c.value);
+        ASSERT_EQ(repaints.size(), 1u) << "mode " << c.mode;
+        EXPECT_EQ(repaints[0], QRect(10, 5, c.width, H)) << "mode " << c.mode;
+    }
+    EXPECT_EQ(cellWidth(group(0, 5)), 5 * W);
+    EXPECT_EQ(cellWidth(group(0, -16)), 16 * W);
+
+    DigitGroup atEdge = group(0, -3);
+    atEdge.x = 190;
+    show(atEdge, 123);
+    ASSERT_EQ(repaints.size(), 1u);
+    EXPECT_EQ(repaints[0], QRect(190, 5, 10, H));
+}
+
+TEST_F(SegmentDisplayTest, HiddenUnknownAndUndrawableGroupsPaintNothing)
+{
+    DigitGroup hidden = group(0, 1);
+    hidden.visible = false;
+    DigitGroup noSheet = group(4, -3);
+    DigitGroup negativeSheet = group(-1, -3);
+    const struct
+    {
+        DigitGroup g;
+        int index;
+        size_t labels;
+    } cases[] = {
+        {hidden, 0, 0},        {group(0, -3), 14, 0}, {group(0, -3), -1, 0}, {noSheet, 0, 0},
+        {negativeSheet, 0, 0}, {group(1, 0), 0, 0},   {group(4, 1), 0, 1}, // the clock text, label
+                                                                           // 9 included, is made
+                                                                           // before drawing
+    };
+    for (const auto &c : cases) {
+        show(c.g, 88, c.index);
+        EXPECT_EQ(canvas.pixel(c.g.x + 1, c.g.y + 1), CanvasBackground) << "index " << c.index;
+        EXPECT_TRUE(repaints.empty()) << "index " << c.index;
+        EXPECT_EQ(labels.size(), c.labels);
+    }
+
+    display.setGroup(3, group(0, -2));
+    display.setGroupVisible(3, false);
+    display.SetDD(3, 42);
+    EXPECT_TRUE(repaints.empty());
+    EXPECT_EQ(display.value(3), QVariant(42));
+    display.setGroupVisible(3, true);
+    display.SetDD(3, display.value(3));
+    EXPECT_EQ(readRow(canvas, 7).text, QStringLiteral("42"));
+}
+
+TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsConvertedAndEditsAreSeen)
+{
+    for (QImage::Format format : {QImage::Format_RGB32, QImage::Format_RGB888}) {
+        sheets = makeSheets(format);
+        EXPECT_EQ(show(group(0, -3), 7).text, QStringLiteral(" 07"));
+        // A skin that paints onto its resource picture changes the glyphs.
+        QPainter(&sheets).fillRect(2 + 7 * W, 1, W, H, QColor(200, 1, 1));
+        show(group(0, -3), 7);
+        EXPECT_EQ(canvas.pixel(10 + 2 * W, 6), qRgb(200, 1, 1)) << "format " << format;
+    }
+
+    sheets = makeSheets();
+    for (QImage::Format format : {QImage::Format_RGB888, QImage::Format_RGB16,
+                                  QImage::Format_Grayscale8, QImage::Format_Indexed8}) {
+        canvas = QImage(200, 40, format);
+        if (format == QImage::Format_Indexed8)
+            canvas.setColorTable({CanvasBackground, qRgb(0, 0, 0)});
+        canvas.fill(0);
+        const QImage before = canvas.copy();
+        repaints.clear();
+        display.setGroup(0, group(0, -3));
+        display.SetDD(0, 7);
+        const bool drawable = format != QImage::Format_Indexed8;
+        EXPECT_EQ(canvas != before, drawable) << "format " << format;
+        EXPECT_EQ(repaints.size(), drawable ? 1u : 0u) << "format " << format;
+        if (format == QImage::Format_RGB888) {
+            EXPECT_EQ(readRow(canvas.convertToFormat(QImage::Format_RGB32), 7).text,
+                      QStringLiteral(" 07"));
+        }
+    }
+    canvas = QImage();
+    display.SetDD(0, 7);
+}
+
+TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
+{
+    const QVariant values[] = {
+        0,
+        -1,
+        1e300,
+        -1e300,
+        std::numeric_limits<double>::infinity(),
+        QString(),
+        QStringLiteral("abc"),
+        QString(5000, u'9'),
+        123.456,
+        std::numeric_limits<qint64>::min(),
+        std::numeric_limits<quint64>::max(),
+        QVariant(),
+    };
+    quint32 seed = 12345;
+    auto next = [&seed](int lo, int hi) {
+        seed = seed * 1664525u + 1013904223u;
+        return lo + int((seed >> 8) % quint32(hi - lo + 1));
+    };
+    auto wild = [&next]() {
+        const int picks[] = {0, 1, -1, 3, 6, 32767, -32768, -7};
+        return qint16(next(0, 3) ? picks[next(0, 7)] : next(-400, 400));
+    };
+    for (int i = 0; i < 2000; ++i) {
+        DigitGroup g;
+        g.faceX = wild();
+        g.faceY = wild();
+        g.width = wild();
+        g.height = wild();
+        g.narrow = wild();
+        g.gap = wild();
+        g.sheetType = qint16(next(-1, 5));
+        g.mode = next(0, 5) ? qint16(next(-20, 20)) : wild();
+        g.x = next(-300, 300);
+        g.y = next(-60, 60);
+        g.visible = true;
+        display.setTimeFmt(qint16(next(0, 1)));
+        show(g, values[next(0, int(std::size(values)) - 1)], next(-2, 15));
+    }
+
+    // A number too wide for its cell is drawn on to the edge of the picture.
+    EXPECT_TRUE(show(group(0, 3), 1e300).text.startsWith(QStringLiteral("1000000")));
+}
+
+TEST(MakeDayStr, NamesEachWeekdayWithItsLetterAndTheDate)
+{
+    const char *days[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    const char letters[] = "UMTWRFS";
+    for (int k = 0; k < 7; ++k) {
+        const QDate date(2026, 11, 22 + k); // 22 November 2026 is a Sunday
+        const DayText t = MakeDayStr(date);
+        EXPECT_EQ(t.day, QLatin1String(days[k]));
+        EXPECT_EQ(t.todayLetter, QLatin1Char(letters[k])) << t.day.toStdString();
+        EXPECT_EQ(t.date, QStringLiteral("Nov %1").arg(22 + k));
+    }
+    EXPECT_EQ(MakeDayStr(QDate(2027, 1, 5)).date, QStringLiteral("Jan 05"));
+    EXPECT_EQ(MakeDayStr(QDate(2026, 12, 31)).date, QStringLiteral("Dec 31"));
+    const DayText none = MakeDayStr(QDate());
+    EXPECT_TRUE(none.day.isEmpty() && none.date.isEmpty() && none.todayLetter.isNull());
+}
