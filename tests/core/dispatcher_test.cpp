@@ -1,0 +1,285 @@
+#include "core/dispatcher.h"
+#include "core/menumodel.h"
+
+#include "support/printers.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+
+namespace {
+
+// Every target in one object, logging each call (queries included) in order.
+// throwOn names a method that throws instead of running.
+class Recorder : public WindowCommands,
+                 public PlayerCommands,
+                 public PlaylistCommands,
+                 public CalculatorCommands,
+                 public StopwatchCommands,
+                 public NotepadCommands,
+                 public FmCommands,
+                 public WebCommands,
+                 public WebRadioCommands,
+                 public ToolCommands
+{
+public:
+    mutable QStringList calls;
+    QString throwOn;
+    bool throwForeign = false; // throw something that is no std::exception
+    qint32 position = 0;
+    int selected = -1;
+    const PlayerFlags *flags = nullptr;
+
+    void log(const QString &name, const QString &arg = {}) const
+    {
+        calls << (arg.isNull() ? name : name + ' ' + arg);
+        if (name != throwOn)
+            return;
+        if (throwForeign)
+            throw 42;
+        throw std::runtime_error("device gone");
+    }
+    void log(const QString &name, int arg) const { log(name, QString::number(arg)); }
+
+    QString currentSkinFile() const override
+    {
+        log("currentSkinFile");
+        return QStringLiteral("current.skin");
+    }
+    qint32 currentPosition() const override
+    {
+        log("currentPosition");
+        return position;
+    }
+    int selectedIndex() const override
+    {
+        log("selectedIndex");
+        return selected;
+    }
+    void ShowLights() override
+    {
+        // The lights must see the flag already flipped.
+        log("ShowLights", QStringLiteral("%1%2%3%4")
+                              .arg(int(flags->IntroScan))
+                              .arg(int(flags->StopAfterItem))
+                              .arg(int(flags->RepeatItem))
+                              .arg(int(flags->Shuffle)));
+    }
+    void LoadSkin(const QString &f) override { log("LoadSkin", f); }
+    void WebLink(const QString &u) override { log("WebLink", u); }
+    void AddDigit(QChar c) override { log("AddDigit", QString(c)); }
+
+    // clang-format off
+#define LOGGED(name) void name() override { log(#name); }
+#define LOGGED_INT(name) void name(int v) override { log(#name, v); }
+    LOGGED(Quit) LOGGED(Minimise) LOGGED(ShowPrefs) LOGGED(SelectSkin) LOGGED(ShowAux16)
+    LOGGED(ToggleAux) LOGGED(ShowVisSelect) LOGGED(ShowMenu) LOGGED(ShowTrackInfo)
+    LOGGED(ShowQuickFind)
+    LOGGED(StopIt) LOGGED(PauseIt) LOGGED(PlayIt) LOGGED(EjectIt) LOGGED(PrevTrack)
+    LOGGED(NextTrack) LOGGED(Reverse) LOGGED(Forward) LOGGED(PlayPause) LOGGED(ToggleCDMode)
+    LOGGED(JumpTo) LOGGED(ToggleRemaining) LOGGED_INT(VolumeStep) LOGGED(ToggleMute)
+    LOGGED_INT(PlSelAct) LOGGED(LoopPoint)
+    LOGGED_INT(PlMoveEntry) LOGGED(PlClear) LOGGED(PlLoad) LOGGED(PlSaveAs) LOGGED(OpenMedia)
+    LOGGED(AddFromDir)
+    LOGGED_INT(CalcKey) LOGGED(SelectConversionFile) LOGGED_INT(TimerFn)
+    LOGGED(NoteLoad) LOGGED(NoteSave) LOGGED(NoteClear) LOGGED(NotePrint)
+    LOGGED_INT(FMSetScan) LOGGED(FMTuneDown) LOGGED(FMTuneUp) LOGGED(FMPrevPreset)
+    LOGGED(FMNextPreset) LOGGED(FMShowFreq) LOGGED(FMAct87) LOGGED_INT(FMStep)
+    LOGGED(FMEnterFreq) LOGGED_INT(FMPresetKey)
+    LOGGED_INT(WebNav) LOGGED(WebSearch) LOGGED_INT(QuickLink)
+    LOGGED_INT(WRQuickURL) LOGGED_INT(WRDoPreset) LOGGED(WRAddStation) LOGGED(WRDelStation)
+    LOGGED_INT(WRStep) LOGGED(WRAct146) LOGGED(WRPlay) LOGGED(WRStop)
+    LOGGED(ShowMixer)
+    // clang-format on
+#undef LOGGED
+#undef LOGGED_INT
+};
+
+// Collects qWarning output while it lives.
+class WarningCatcher
+{
+public:
+    WarningCatcher() { m_previous = qInstallMessageHandler(&WarningCatcher::handle); }
+    ~WarningCatcher()
+    {
+        qInstallMessageHandler(m_previous);
+        caught().clear();
+    }
+    static QStringList &caught()
+    {
+        static QStringList list;
+        return list;
+    }
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext &, const QString &text)
+    {
+        if (type == QtWarningMsg)
+            caught() << text;
+    }
+    QtMessageHandler m_previous = nullptr;
+};
+
+class DispatcherTest : public ::testing::Test
+{
+protected:
+    DispatcherTest()
+    {
+        r.flags = &flags;
+        for (int i = 0; i < 21; ++i)
+            links << QStringLiteral("entry%1").arg(i);
+    }
+
+    QStringList run(qint16 cmd)
+    {
+        r.calls.clear();
+        dispatcher.DoIt(cmd);
+        return r.calls;
+    }
+
+    Recorder r;
+    PlayerFlags flags;
+    qint32 markPos = 0;
+    qint16 wrPresetIdx = 7;
+    QStringList links;
+    Dispatcher dispatcher{{r, r, r, r, r, r, r, r, r, r, flags, markPos, wrPresetIdx, links}};
+};
+
+// Range bounds, offsets, directions and the private actions; which numbers
+// do nothing at all is the sweep below.
+TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
+{
+    r.selected = 4;
+    const struct
+    {
+        qint16 cmd;
+        const char *calls;
+    } cases[] = {
+        // clang-format off
+        {3, "ShowTrackInfo"},   {4, "ToggleRemaining"}, {7, "VolumeStep 1"},  {8, "VolumeStep -1"},
+        {9, "ToggleMute"},      {16, "ShowAux16"},      {17, "selectedIndex, PlSelAct 4"},
+        {18, "PlMoveEntry 1"},  {19, "PlMoveEntry -1"}, {30, "LoopPoint"},    {34, "ToggleAux"},
+        {39, "JumpTo"},         {49, "AddDigit 9"},     {50, "AddDigit ."},   {51, "CalcKey 0"},
+        {68, "CalcKey 17"},     {69, "SelectConversionFile"},                 {70, "TimerFn 1"},
+        {75, "TimerFn 6"},      {76, "NoteLoad"},       {80, "FMSetScan -1"}, {81, "FMSetScan 1"},
+        {87, "FMAct87"},        {88, "FMStep 1"},       {89, "FMStep -1"},    {90, "FMEnterFreq"},
+        {91, "FMPresetKey 0"},  {100, "FMPresetKey 9"}, {101, "WebNav 0"},    {105, "WebNav 4"},
+        {106, "WebSearch"},     {110, "QuickLink 0"},   {119, "QuickLink 9"}, {130, "WRQuickURL 0"},
+        {139, "WRQuickURL 9"},  {140, "WRDoPreset 6"},  {141, "WRDoPreset 8"},{144, "WRStep 1"},
+        {145, "WRStep -1"},     {146, "WRAct146"},      {148, "WRStop"},      {150, "ShowQuickFind"},
+        {151, "currentSkinFile, LoadSkin current.skin"},
+        // clang-format on
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(run(c.cmd).join(", "), QLatin1String(c.calls)) << "command " << c.cmd;
+    EXPECT_EQ(wrPresetIdx, 7) << "the preset index belongs to the web radio";
+}
+
+TEST_F(DispatcherTest, DigitCommandsEnterTheDigitEightAboveTheirNumber)
+{
+    for (int d = 0; d <= 9; ++d)
+        EXPECT_EQ(run(qint16(40 + d)), QStringList{"AddDigit " + QString::number(d)});
+}
+
+TEST_F(DispatcherTest, OnlyNumbersOfTheTableDoAnything)
+{
+    WarningCatcher quiet;
+    const auto listed = [](int cmd) {
+        return (cmd >= 1 && cmd <= 106) || (cmd >= 110 && cmd <= 119) ||
+               (cmd >= 130 && cmd <= 148) || cmd == 150 || cmd == 151 ||
+               (cmd >= 1001 && cmd <= 1010);
+    };
+    for (int cmd = -32768; cmd <= 32767; ++cmd) {
+        const QStringList calls = run(qint16(cmd));
+        ASSERT_EQ(!calls.isEmpty(), listed(cmd))
+            << "command " << cmd << ": " << calls.join(", ").toStdString();
+    }
+}
+
+TEST_F(DispatcherTest, ToggleCommandsFlipOneFlagThenRedrawTheLights)
+{
+    const struct
+    {
+        qint16 cmd;
+        bool PlayerFlags::*flag;
+        const char *lightsAfterFirst;
+    } cases[] = {
+        {25, &PlayerFlags::IntroScan, "ShowLights 1000"},
+        {26, &PlayerFlags::StopAfterItem, "ShowLights 0100"},
+        {27, &PlayerFlags::RepeatItem, "ShowLights 0010"},
+        {28, &PlayerFlags::Shuffle, "ShowLights 0001"},
+    };
+    for (const auto &c : cases) {
+        flags = {};
+        EXPECT_EQ(run(c.cmd), QStringList{c.lightsAfterFirst}) << "command " << c.cmd;
+        EXPECT_EQ(run(c.cmd), QStringList{"ShowLights 0000"}) << "command " << c.cmd;
+        EXPECT_FALSE(flags.*c.flag);
+    }
+}
+
+TEST_F(DispatcherTest, MarkPosTakesWhateverPositionThereIsEvenWhenNothingPlays)
+{
+    for (qint32 position : {0, 61234, -1}) {
+        markPos = 90000;
+        r.position = position;
+        EXPECT_EQ(run(31), QStringList{"currentPosition"});
+        EXPECT_EQ(markPos, position);
+    }
+}
+
+TEST_F(DispatcherTest, KeyTableLoadsSkinsButNeverOpensALink)
+{
+    WarningCatcher warnings;
+    for (int cmd = 1001; cmd <= 1010; ++cmd)
+        EXPECT_EQ(run(qint16(cmd)), QStringList{"LoadSkin entry" + QString::number(cmd - 1000)});
+    for (int cmd = 1011; cmd <= 1020; ++cmd) {
+        EXPECT_TRUE(run(qint16(cmd)).isEmpty()) << "command " << cmd;
+        ASSERT_FALSE(warnings.caught().isEmpty());
+        EXPECT_TRUE(warnings.caught().last().contains(QString::number(cmd)));
+    }
+    EXPECT_EQ(run(12), QStringList{"PlayIt"});
+}
+
+TEST(Dispatcher, KeyTableIndexIsCheckedAgainstZeroToTwenty)
+{
+    QStringList links(22);
+    links[20] = QStringLiteral("last");
+    EXPECT_EQ(Dispatcher::linkEntry(links, 20), QStringLiteral("last"));
+    EXPECT_NO_THROW(Dispatcher::linkEntry(links, 0));
+    for (int bad : {-1, 21, 801, 810})
+        EXPECT_THROW(Dispatcher::linkEntry(links, bad), std::out_of_range) << bad;
+    // A skin whose key table was never filled has nothing to load.
+    EXPECT_THROW(Dispatcher::linkEntry(QStringList(), 1), std::out_of_range);
+}
+
+TEST_F(DispatcherTest, AFailingCommandIsLoggedAndTheNextOneRuns)
+{
+    for (bool foreign : {false, true}) {
+        WarningCatcher warnings;
+        r.throwOn = QStringLiteral("PlayIt");
+        r.throwForeign = foreign;
+        EXPECT_EQ(run(12), QStringList{"PlayIt"});
+        ASSERT_EQ(warnings.caught().size(), 1);
+        EXPECT_TRUE(warnings.caught().first().contains(QStringLiteral("DoIt(12)")));
+        EXPECT_EQ(warnings.caught().first().contains(QStringLiteral("device gone")), !foreign);
+        EXPECT_EQ(run(10), QStringList{"StopIt"});
+    }
+}
+
+TEST_F(DispatcherTest, EveryPopupMenuCommandDoesSomething)
+{
+    std::function<void(const std::vector<MenuEntry> &)> walk =
+        [&](const std::vector<MenuEntry> &entries) {
+            for (const MenuEntry &e : entries) {
+                if (e.action == MenuEntry::Action::Command) {
+                    EXPECT_FALSE(run(qint16(e.value)).isEmpty()) << e.caption.toStdString();
+                }
+                walk(e.children);
+            }
+        };
+    walk(popupMenu());
+}
+
+} // namespace

@@ -1,0 +1,90 @@
+#include "core/keys.h"
+
+#include "support/printers.h"
+
+#include <QKeySequence>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+inline void PrintTo(const KeyOutcome &o, std::ostream *os)
+{
+    *os << "{kind " << int(o.kind) << ", outline " << o.outlineStyle << ", command " << o.command
+        << '}';
+}
+
+namespace {
+
+using K = KeyOutcome::Kind;
+
+// Button n of the skin is element n - 1.
+std::vector<ButtonKey> skinButtons()
+{
+    std::vector<ButtonKey> b(121);
+    b[0] = {QStringLiteral("P"), 12};
+    b[1] = {QStringLiteral("N"), 15};
+    b[2] = {QStringLiteral("P"), 10}; // a second "P": the first button wins
+    b[3] = {QString(), 99};           // a button without a key
+    b[4] = {QStringLiteral("\u00C9"), 23};
+    b[5] = {QStringLiteral("1"), 41};
+    b[6] = {QStringLiteral("QX"), 20}; // a key text of two characters
+    b[119] = {QStringLiteral("Y"), 2}; // button 120, the last one looked at
+    b[120] = {QStringLiteral("Z"), 1}; // a 121st button is never a skin's
+    return b;
+}
+
+TEST(Keys, TypedCharactersMatchTheFirstButtonWithThatKey)
+{
+    const std::vector<ButtonKey> buttons = skinButtons();
+    const struct
+    {
+        char32_t code;
+        bool textFocus;
+        KeyOutcome expected;
+    } cases[] = {
+        {27, false, {K::Outline, 0, 0}},         {U'`', false, {K::Outline, 1, 0}},
+        {U'~', false, {K::Outline, 2, 0}},       {27, true, {K::Outline, 0, 0}},
+        {U'~', true, {K::Outline, 2, 0}},        {U'p', false, {K::Command, 0, 12}},
+        {U'P', false, {K::Command, 0, 12}},      {U'n', false, {K::Command, 0, 15}},
+        {U'n', true, {K::PassThrough, 0, 0}},    {U' ', true, {K::PassThrough, 0, 0}},
+        {U'\u00E9', false, {K::Command, 0, 23}}, {U'1', false, {K::Command, 0, 41}},
+        {U'y', false, {K::Command, 0, 2}},       {U'z', false, {K::Consumed, 0, 0}},
+        {U'q', false, {K::Consumed, 0, 0}},      {U'x', false, {K::Consumed, 0, 0}},
+        {0, false, {K::Consumed, 0, 0}},         {0x110000, false, {K::Consumed, 0, 0}},
+        {0xD800, false, {K::Consumed, 0, 0}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(matchKey(c.code, buttons, c.textFocus), c.expected)
+            << "code " << unsigned(c.code) << (c.textFocus ? " in a text field" : "");
+}
+
+TEST(Keys, SpacePlaysOrPausesUnlessASkinButtonTakesIt)
+{
+    const KeyOutcome playPause{K::Command, 0, 36};
+    EXPECT_EQ(matchKey(U' ', skinButtons(), false), playPause);
+    EXPECT_EQ(matchKey(U' ', {}, false), playPause);
+
+    std::vector<ButtonKey> claimed = skinButtons();
+    claimed[50] = {QStringLiteral(" "), 20};
+    EXPECT_EQ(matchKey(U' ', claimed, false), (KeyOutcome{K::Command, 0, 20}));
+}
+
+TEST(Keys, MediaKeysRunThePlayerCommands)
+{
+    const struct
+    {
+        int key;
+        std::optional<qint16> command;
+    } cases[] = {
+        {Qt::Key_MediaPlay, 36},          {Qt::Key_MediaTogglePlayPause, 36},
+        {Qt::Key_MediaPause, 36},         {Qt::Key_MediaNext, 15},
+        {Qt::Key_MediaPrevious, 14},      {Qt::Key_MediaStop, 10},
+        {Qt::Key_Space, std::nullopt},    {Qt::Key_P, std::nullopt},
+        {Qt::Key_VolumeUp, std::nullopt},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(mediaKeyCommand(c.key), c.command)
+            << QKeySequence(c.key).toString().toStdString();
+}
+
+} // namespace

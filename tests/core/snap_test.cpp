@@ -1,0 +1,105 @@
+#include "core/snap.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+TEST(Snap, DistanceIs240TwipsAtTheScreensDensity)
+{
+    const struct
+    {
+        qreal dpi;
+        qreal pixels;
+    } cases[] = {
+        {96, 16},
+        {192, 32},
+        {120, 20},
+        {144, 24},
+        {0, 16},
+        {-96, 16},
+        {std::numeric_limits<qreal>::quiet_NaN(), 16},
+        {std::numeric_limits<qreal>::infinity(), 16},
+    };
+    for (const auto &c : cases)
+        EXPECT_DOUBLE_EQ(snapDistance(c.dpi), c.pixels) << "dpi " << c.dpi;
+}
+
+TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
+{
+    const QRect full(0, 0, 1920, 1080);
+    const QRect underPanel(0, 32, 1920, 1048); // a 32 px panel at the top
+    const QRect leftMonitor(-1920, 0, 1920, 1080);
+    const struct
+    {
+        const char *name;
+        QRect frame;
+        QRect area;
+        qreal dpi;
+        QPoint expected;
+    } cases[] = {
+        {"near top-left", {10, 15, 300, 100}, full, 96, {0, 0}},
+        {"beyond the area", {-15, -10, 300, 100}, full, 96, {0, 0}},
+        {"16 px is not strictly within", {16, 16, 300, 100}, full, 96, {16, 16}},
+        {"15 px is", {15, -15, 300, 100}, full, 96, {0, 0}},
+        {"near bottom-right", {1605, 965, 300, 100}, full, 96, {1620, 980}},
+        {"right edge 16 px short", {1604, 500, 300, 100}, full, 96, {1604, 500}},
+        {"right edge past the area", {1630, 500, 300, 100}, full, 96, {1620, 500}},
+        {"free in the middle", {800, 500, 300, 100}, full, 96, {800, 500}},
+        {"top under a panel", {100, 40, 300, 100}, underPanel, 96, {100, 32}},
+        {"over the panel", {100, 20, 300, 100}, underPanel, 96, {100, 32}},
+        {"screen top under a panel", {100, 0, 300, 100}, underPanel, 96, {100, 0}},
+        {"negative coordinates", {-1910, 5, 300, 100}, leftMonitor, 96, {-1920, 0}},
+        {"right edge at zero", {-310, 500, 300, 100}, leftMonitor, 96, {-300, 500}},
+        {"HiDPI within 32", {20, 31, 600, 200}, full, 192, {0, 0}},
+        {"HiDPI at 32", {32, 10, 600, 200}, full, 192, {32, 0}},
+        {"nearly as wide: right wins", {5, 500, 1910, 100}, full, 96, {10, 500}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(SnapWindow(c.frame, c.area, c.dpi), c.expected) << c.name;
+}
+
+TEST(Snap, UsesTheScreenTheWindowIsMostlyOn)
+{
+    const QList<SnapScreen> sideBySide = {
+        {QRect(0, 0, 1920, 1050), 96},     // panel at the bottom
+        {QRect(1920, 0, 2560, 1440), 192}, // HiDPI monitor to the right
+    };
+    const QList<SnapScreen> leftOfPrimary = {
+        {QRect(-1280, -200, 1280, 1024), 96},
+        {QRect(0, 0, 1920, 1080), 96},
+    };
+    const struct
+    {
+        const char *name;
+        QRect frame;
+        QList<SnapScreen> screens;
+        QPoint expected;
+    } cases[] = {
+        {"first screen's bottom", {500, 940, 300, 100}, sideBySide, {500, 950}},
+        {"second screen's left, 32 px there", {1945, 300, 300, 100}, sideBySide, {1920, 300}},
+        {"first screen's right", {1610, 300, 300, 100}, sideBySide, {1620, 300}},
+        {"straddling, mostly on the second", {1900, 300, 300, 100}, sideBySide, {1920, 300}},
+        {"negative top", {-1000, -190, 300, 100}, leftOfPrimary, {-1000, -200}},
+        {"negative left", {-1270, 400, 300, 100}, leftOfPrimary, {-1280, 400}},
+        {"on no screen", {5000, 5000, 300, 100}, sideBySide, {5000, 5000}},
+        {"no screens at all", {5, 5, 300, 100}, {}, {5, 5}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(SnapWindow(c.frame, c.screens), c.expected) << c.name;
+}
+
+TEST(Snap, ExtremeCoordinatesDoNotOverflow)
+{
+    const QRect area(0, 0, 1920, 1080);
+    const int big = std::numeric_limits<int>::max() - 10;
+    EXPECT_EQ(SnapWindow(QRect(big - 400, big - 400, 300, 100), area, 96),
+              QPoint(big - 400, big - 400));
+    const QRect farArea(big - 1000, big - 1000, 1000, 1000);
+    EXPECT_EQ(SnapWindow(QRect(big - 305, big - 105, 300, 100), farArea, 96),
+              QPoint(big - 300, big - 100));
+}
+
+} // namespace
