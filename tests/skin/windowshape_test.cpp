@@ -1,0 +1,348 @@
+#include "skin/windowshape.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QPolygon>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+
+namespace {
+
+std::string describe(const QRegion &region)
+{
+    std::string s;
+    for (const QRect &r : region)
+        s += " (" + std::to_string(r.x()) + "," + std::to_string(r.y()) + " " +
+             std::to_string(r.width()) + "x" + std::to_string(r.height()) + ")";
+    return s.empty() ? " empty" : s;
+}
+
+::testing::AssertionResult sameRegion(const QRegion &actual, const QRegion &expected)
+{
+    if (actual.xored(expected).isEmpty())
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "got" << describe(actual) << "\nwanted" << describe(expected);
+}
+
+// Red in the low byte: 0x302010 is red 0x10, green 0x20, blue 0x30.
+constexpr quint32 kCut = 0x302010;
+const QRgb kCutPixel = qRgb(0x10, 0x20, 0x30);
+
+// '.' the cut colour, 'a' the cut colour at another alpha, 'b' the cut colour with red and
+// blue swapped, anything else an unrelated colour.
+QImage picture(const std::vector<const char *> &rows)
+{
+    QImage image(int(strlen(rows.at(0))), int(rows.size()), QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const char c = rows[size_t(y)][x];
+            image.setPixel(x, y,
+                           c == '.'   ? kCutPixel
+                           : c == 'a' ? qRgba(0x10, 0x20, 0x30, 0x40)
+                           : c == 'b' ? qRgb(0x30, 0x20, 0x10)
+                                      : qRgb(200, 200, 200));
+        }
+    return image;
+}
+
+// Pixel by pixel: what the window keeps of a picture drawn with picture().
+QRegion kept(const std::vector<const char *> &rows)
+{
+    QRegion region;
+    for (int y = 0; y < int(rows.size()); ++y)
+        for (int x = 0; rows[size_t(y)][x]; ++x)
+            if (rows[size_t(y)][x] != '.' && rows[size_t(y)][x] != 'a')
+                region += QRect(x, y, 1, 1);
+    return region;
+}
+
+QImage randomPicture(std::mt19937 &random, int width, int height, int runs)
+{
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(qRgb(90, 140, 40));
+    for (int i = 0; i < runs; ++i) {
+        const int x = int(random() % unsigned(width));
+        const int y = int(random() % unsigned(height));
+        const int length = 1 + int(random() % 12u);
+        const int alpha = (random() % 4u == 0) ? int(random() % 256u) : 255;
+        const QRgb colour = (random() % 3u == 0) ? qRgb(0x30, 0x20, 0x10) : kCutPixel;
+        for (int k = x; k < std::min(width, x + length); ++k)
+            image.setPixel(k, y, (colour & 0xFFFFFF) | (QRgb(alpha) << 24));
+    }
+    return image;
+}
+
+} // namespace
+
+TEST(RegionFromBitmap, KeepsExactlyThePixelsOfOtherColoursAndAgreesWithRunByRunSubtraction)
+{
+    const struct
+    {
+        const char *name;
+        std::vector<const char *> rows;
+    } cases[] = {
+        {"no transparent pixel", {"###", "#b#"}},
+        {"run reaching the right edge", {"##...", "#....", "....."}},
+        {"holes in the middle", {"#####", "#..##", "#.#.#", "#####"}},
+        {"whole bitmap transparent", {"...", "..."}},
+        {"1x1 kept", {"#"}},
+        {"1x1 cut", {"."}},
+        {"single transparent column", {"#.#", "#.#", "#.#"}},
+        {"first column and last row", {".##", ".##", "..."}},
+        {"alpha differs but RGB equal", {"#a.", "aa#", "a.a"}},
+        {"red and blue swapped is another colour", {"b.b", "bbb"}},
+        {"rows alike merge, rows unlike split", {"#..#", "#..#", "#.##", "#..#"}},
+    };
+    for (const auto &c : cases) {
+        const QImage image = picture(c.rows);
+        const QRegion fast = RegionFromBitmap(image, kCut);
+        const QRegion reference = regionFromBitmapByRuns(image, kCut);
+        EXPECT_TRUE(sameRegion(fast, kept(c.rows))) << c.name;
+        EXPECT_TRUE(sameRegion(reference, kept(c.rows))) << c.name;
+        // Same rectangles as Qt's own operations make, so == and later operations work.
+        EXPECT_EQ(fast.rectCount(), reference.rectCount()) << c.name;
+    }
+}
+
+TEST(RegionFromBitmap, ReadsTheColourValueWithRedInTheLowByte)
+{
+    QImage image(4, 1, QImage::Format_RGB32);
+    image.fill(qRgb(255, 0, 0));
+    image.setPixel(3, 0, qRgb(0, 0, 255));
+    const quint32 red = 255;
+    const quint32 blue = 255u * 65536u;
+    EXPECT_TRUE(sameRegion(RegionFromBitmap(image, red), QRect(3, 0, 1, 1)));
+    EXPECT_TRUE(sameRegion(RegionFromBitmap(image, blue), QRect(0, 0, 3, 1)));
+    EXPECT_TRUE(sameRegion(regionFromBitmapByRuns(image, red), QRect(3, 0, 1, 1)));
+    EXPECT_TRUE(sameRegion(regionFromBitmapByRuns(image, blue), QRect(0, 0, 3, 1)));
+}
+
+TEST(RegionFromBitmap, ColourValuesBeyondTwentyFourBitsAndNullPicturesCutNothing)
+{
+    const QImage image = picture({"..", ".."});
+    EXPECT_TRUE(sameRegion(RegionFromBitmap(image, kCut | 0x1000000), QRect(0, 0, 2, 2)));
+    EXPECT_TRUE(sameRegion(regionFromBitmapByRuns(image, kCut | 0x1000000), QRect(0, 0, 2, 2)));
+    EXPECT_TRUE(RegionFromBitmap(QImage(), kCut).isEmpty());
+    EXPECT_TRUE(regionFromBitmapByRuns(QImage(), kCut).isEmpty());
+}
+
+TEST(RegionFromBitmap, AgreesWithRunByRunSubtractionOnRandomPictures)
+{
+    std::mt19937 random(20240611);
+    for (int i = 0; i < 400; ++i) {
+        const int width = 1 + int(random() % 24u);
+        const int height = 1 + int(random() % 24u);
+        const QImage image = randomPicture(random, width, height, int(random() % 60u));
+        const QRegion fast = RegionFromBitmap(image, kCut);
+        const QRegion reference = regionFromBitmapByRuns(image, kCut);
+        ASSERT_TRUE(sameRegion(fast, reference)) << "picture " << i;
+        ASSERT_EQ(fast.rectCount(), reference.rectCount()) << "picture " << i;
+    }
+    const QImage large = randomPicture(random, 640, 480, 6000);
+    EXPECT_TRUE(sameRegion(RegionFromBitmap(large, kCut), regionFromBitmapByRuns(large, kCut)));
+}
+
+TEST(RegionFromBitmap, ReadsEveryPictureFormatAsThePixelsItShows)
+{
+    std::mt19937 random(7);
+    const QImage source = randomPicture(random, 37, 23, 120);
+    for (const QImage::Format format :
+         {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB888,
+          QImage::Format_RGB16, QImage::Format_Indexed8, QImage::Format_RGBA64,
+          QImage::Format_Grayscale8}) {
+        const QImage image = source.convertToFormat(format);
+        const QRgb first = image.pixel(0, 0);
+        const quint32 colour =
+            quint32(qRed(first)) + 256u * quint32(qGreen(first)) + 65536u * quint32(qBlue(first));
+        EXPECT_TRUE(
+            sameRegion(RegionFromBitmap(image, colour), regionFromBitmapByRuns(image, colour)))
+            << "format " << int(format);
+    }
+}
+
+TEST(RegionFromBitmap, AgreesWithRunByRunSubtractionOnShippedSkins)
+{
+    const QDir skins(QFileInfo(QStringLiteral(__FILE__)).absolutePath() +
+                     QStringLiteral("/../../data/skins"));
+    const QStringList mains = skins.entryList({QStringLiteral("*-main.png")}, QDir::Files);
+    if (mains.isEmpty())
+        GTEST_SKIP() << "no shipped skin pictures yet";
+    for (const QString &name : mains) {
+        const QImage image(skins.filePath(name));
+        ASSERT_FALSE(image.isNull()) << name.toStdString();
+        // A skin's cut colour usually shows in its corner; any colour proves the two agree.
+        const QRgb corner = image.pixel(0, 0);
+        const quint32 colour = quint32(qRed(corner)) + 256u * quint32(qGreen(corner)) +
+                               65536u * quint32(qBlue(corner));
+        EXPECT_TRUE(
+            sameRegion(RegionFromBitmap(image, colour), regionFromBitmapByRuns(image, colour)))
+            << name.toStdString();
+    }
+}
+
+TEST(PolygonRegion, CoversThePixelsInsideTheOutlineLeavingRightAndBottomEdgesOut)
+{
+    EXPECT_TRUE(
+        sameRegion(polygonRegion({{0, 0}, {10, 0}, {10, 10}, {0, 10}}), QRect(0, 0, 10, 10)));
+
+    QRegion triangle;
+    for (int y = 0; y < 8; ++y)
+        triangle += QRect(0, y, 8 - y, 1);
+    EXPECT_TRUE(sameRegion(polygonRegion({{0, 0}, {8, 0}, {0, 8}}), triangle));
+
+    // A slope that meets rows between pixels: each row keeps the pixels whose left side is
+    // inside where the edge crosses the row's top.
+    const int leaning[] = {5, 5, 4, 4, 3, 3, 2, 2, 1, 1};
+    const int rising[] = {0, 1, 1, 2, 2, 3, 3, 4, 4, 5};
+    QRegion left, right;
+    for (int y = 0; y < 10; ++y) {
+        left += QRect(0, y, leaning[y], 1);
+        right += QRect(0, y, rising[y], 1);
+    }
+    EXPECT_TRUE(sameRegion(polygonRegion({{0, 0}, {5, 0}, {0, 10}}), left));
+    EXPECT_TRUE(sameRegion(polygonRegion({{0, 0}, {5, 10}, {0, 10}}), right));
+
+    EXPECT_TRUE(polygonRegion({}).isEmpty());
+    EXPECT_TRUE(polygonRegion({{3, 3}, {9, 9}}).isEmpty());
+}
+
+TEST(PolygonRegion, SingleOutlineFillsByWindingAndSeveralByOddEven)
+{
+    const QList<QPoint> bowTie{{0, 0}, {10, 10}, {10, 0}, {0, 10}};
+    const QRegion lobes = polygonRegion(bowTie);
+    EXPECT_TRUE(lobes.contains(QPoint(1, 5)) && lobes.contains(QPoint(8, 5)));
+    EXPECT_TRUE(sameRegion(lobes, multiPolygonRegion(bowTie, {4})))
+        << "each lobe is wound once, so both rules agree";
+
+    // A five-pointed star wraps its centre twice: winding keeps it, odd-even cuts it out.
+    const QList<QPoint> star{{50, 0}, {79, 90}, {2, 35}, {98, 35}, {21, 90}};
+    EXPECT_TRUE(polygonRegion(star).contains(QPoint(50, 50)));
+    EXPECT_FALSE(multiPolygonRegion(star, {5}).contains(QPoint(50, 50)));
+    EXPECT_TRUE(multiPolygonRegion(star, {5}).contains(QPoint(50, 10)));
+
+    const QList<QPoint> squares{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {3, 3}, {7, 3}, {7, 7}, {3, 7}};
+    EXPECT_TRUE(sameRegion(multiPolygonRegion(squares, {4, 4}),
+                           QRegion(0, 0, 10, 10).subtracted(QRegion(3, 3, 4, 4))));
+    const QList<QPoint> apart{{0, 0}, {4, 0}, {4, 4}, {0, 4}, {6, 1}, {9, 1}, {9, 3}, {6, 3}};
+    EXPECT_TRUE(sameRegion(multiPolygonRegion(apart, {4, 4}),
+                           QRegion(0, 0, 4, 4).united(QRegion(6, 1, 3, 2))));
+}
+
+TEST(PolygonRegion, AgreesWithQtPolygonRegionsOnRandomOutlines)
+{
+    std::mt19937 random(99);
+    const auto outline = [&](int n) {
+        QList<QPoint> points;
+        for (int i = 0; i < n; ++i)
+            points.append(QPoint(int(random() % 40u) - 5, int(random() % 40u) - 5));
+        return points;
+    };
+    for (int i = 0; i < 500; ++i) {
+        const QList<QPoint> one = outline(3 + int(random() % 7u));
+        ASSERT_TRUE(sameRegion(polygonRegion(one), QRegion(QPolygon(one), Qt::WindingFill)))
+            << "outline " << i;
+
+        // Odd-even over several outlines is the exclusive-or of each one's odd-even fill.
+        QList<QPoint> all;
+        QList<qint32> counts;
+        QRegion expected;
+        for (int k = 1 + int(random() % 3u); k > 0; --k) {
+            const QList<QPoint> part = outline(3 + int(random() % 5u));
+            all += part;
+            counts.append(qint32(part.size()));
+            expected = expected.xored(QRegion(QPolygon(part), Qt::OddEvenFill));
+        }
+        ASSERT_TRUE(sameRegion(multiPolygonRegion(all, counts), expected)) << "outlines " << i;
+    }
+}
+
+TEST(PolygonRegion, UsesTheOutlinesBeforeTheFirstCountThatDoesNotFit)
+{
+    const QList<QPoint> points{{0, 0}, {4, 0}, {4, 4}, {0, 4}, {6, 0}, {9, 0}, {9, 4}, {6, 4}};
+    const QRegion first(0, 0, 4, 4);
+    const QRegion both = first.united(QRegion(6, 0, 3, 4));
+    const struct
+    {
+        QList<qint32> counts;
+        QRegion expected;
+    } cases[] = {
+        {{4, 4}, both},  {{4, 4, 4}, both},   {{4}, first},
+        {{4, 5}, first}, {{4, -1, 4}, first}, {{4, 0, 4}, first},
+        {{0, 4}, {}},    {{-4, 4}, {}},       {{}, {}},
+        {{9}, {}},       {{INT_MAX}, {}},     {{INT_MIN, INT_MAX}, {}},
+    };
+    for (const auto &c : cases)
+        EXPECT_TRUE(sameRegion(multiPolygonRegion(points, c.counts), c.expected))
+            << "counts " << QDebug::toString(c.counts).toStdString();
+}
+
+TEST(PolygonRegion, FarAwayPointsCostOnlyTheRowsInsideTheBounds)
+{
+    const QRect window(0, 0, 400, 300);
+    const QList<QPoint> huge{{INT_MIN, INT_MIN}, {INT_MAX, INT_MIN}, {INT_MAX, INT_MAX}};
+    QRegion aboveDiagonal;
+    for (int y = 0; y < 300; ++y)
+        aboveDiagonal += QRect(y, y, 400 - y, 1);
+    EXPECT_TRUE(sameRegion(polygonRegion(huge, window), aboveDiagonal));
+    EXPECT_TRUE(sameRegion(polygonRegion({{-100, -100}, {INT_MAX, -100}, {-100, INT_MAX}}, window),
+                           QRegion(window)));
+    EXPECT_TRUE(
+        sameRegion(polygonRegion({{-10, -10}, {20, -10}, {20, 20}, {-10, 20}}, {0, 0, 10, 10}),
+                   QRegion(0, 0, 10, 10)));
+    EXPECT_TRUE(kLargestWindow.contains(polygonRegion(huge).boundingRect()));
+    EXPECT_TRUE(multiPolygonRegion(huge, {3}, QRect()).isEmpty());
+    EXPECT_TRUE(kLargestWindow.contains(
+        multiPolygonRegion(huge, {3}, QRect(INT_MIN / 2, INT_MIN / 2, INT_MAX, INT_MAX))
+            .boundingRect()));
+    EXPECT_TRUE(polygonRegion({{0, -900}, {50, -900}, {0, -800}}, {0, -1000, 100, 200})
+                    .contains(QPoint(1, -899)));
+}
+
+TEST(ScaledRegion, EveryPixelBecomesAWholeBlock)
+{
+    const QRegion region = RegionFromBitmap(picture({"#..#", "#.##", "...."}), kCut);
+    for (const int factor : {2, 3}) {
+        const QRegion scaled = scaledRegion(region, factor);
+        for (int y = -1; y < 3 * factor + 1; ++y)
+            for (int x = -1; x < 4 * factor + 1; ++x)
+                ASSERT_EQ(scaled.contains(QPoint(x, y)),
+                          region.contains(QPoint(x < 0 ? -1 : x / factor, y < 0 ? -1 : y / factor)))
+                    << "factor " << factor << " at " << x << "," << y;
+        EXPECT_EQ(scaled.rectCount(), region.rectCount()) << "scaling never fragments";
+    }
+    for (const int factor : {1, 0, -2})
+        EXPECT_TRUE(sameRegion(scaledRegion(region, factor), region)) << factor;
+    const QRegion far(QRect(INT_MAX - 10, 0, 10, 10));
+    EXPECT_TRUE(scaledRegion(far, 4).isEmpty()) << "beyond any screen once scaled";
+    EXPECT_FALSE(scaledRegion(QRegion(0, 0, 2, 2), INT_MAX).contains(QPoint(INT_MAX - 1, 0)));
+}
+
+TEST(ShapeWindow, CutsTheWindowAndEachSkinLoadMakesItRectangularAgain)
+{
+    QWidget window;
+    window.resize(4, 3);
+    const QImage image = picture({"#..#", "#.##", "...."});
+    const QRegion region = ShapeWindow(window, image, kCut);
+    EXPECT_TRUE(sameRegion(region, kept({"#..#", "#.##", "...."})));
+    EXPECT_TRUE(sameRegion(window.mask(), region));
+
+    // The outline step runs after the colour and replaces its region.
+    const QRegion outline = polygonRegion({{0, 0}, {2, 0}, {2, 2}, {0, 2}});
+    setWindowShape(window, outline);
+    EXPECT_TRUE(sameRegion(window.mask(), outline));
+
+    ShapeWindow(window, image, kCut, 2);
+    EXPECT_TRUE(sameRegion(window.mask(), scaledRegion(region, 2)));
+
+    clearShape(window);
+    EXPECT_TRUE(window.mask().isEmpty());
+
+    ShapeWindow(window, image, kCut);
+    ShapeWindow(window, picture({"....", "...."}), kCut);
+    EXPECT_TRUE(window.mask().isEmpty()) << "a skin cut away entirely stays rectangular";
+}
