@@ -1,26 +1,41 @@
 #include "frmneorb.h"
 
-#include "platform/clock.h"
+#include "core/keys.h"
+#include "core/snap.h"
 #include "platform/dialogs.h"
-#include "platform/random.h"
-#include "platform/screens.h"
-#include "platform/settingsstore.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QLinearGradient>
+#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QTimer>
+#include <QUrl>
+#include <QWindow>
+
+#include <vector>
 
 frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     : QWidget(parent, Qt::FramelessWindowHint | Qt::Window), m_platform(platform),
       m_folder(std::move(folder)), m_config(platform.store),
       m_lifecycle({m_config, platform.dialogs, platform.random, platform.clock, platform.screens,
                    m_folder},
-                  m_settings, m_playlist, *this)
+                  m_settings, m_playlist, *this),
+      m_skin(*this, platform.dialogs),
+      m_dispatcher({*this, m_engine, m_playlistControl, m_calculator, m_stopwatches, m_notepad,
+                    m_fm, m_web, m_webRadio, m_mixer, m_flags, m_markPos, m_wrPresetIdx,
+                    m_linkList})
 {
     setWindowTitle(QStringLiteral("Velto"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
     resize(400, 160);
 }
 
@@ -43,20 +58,56 @@ void frmNeOrb::AddOpened(const QString &path)
     playlist.AddOpened(path);
 }
 
-void frmNeOrb::paintEvent(QPaintEvent *)
+void frmNeOrb::LoadSkin(const QString &file)
 {
-    // A plain face of the player's size until the skin engine draws the window.
+    // Key tables name other skins by bare file names, beside the current skin.
+    QString path = file;
+    if (QFileInfo(file).isRelative() && !m_skin.file().isEmpty())
+        path = QFileInfo(m_skin.file()).dir().filePath(file);
+    if (!m_skin.LoadSkin(path))
+        return;
+    const QFileInfo loaded(m_skin.file());
+    m_settings.Skin = loaded.fileName();
+    m_settings.SkinPath = loaded.absolutePath();
+    m_linkList = m_skin.skin().keyTable;
+}
+
+void frmNeOrb::SelectSkin()
+{
+    const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
+    const QStringList chosen = m_platform.dialogs.openFiles(
+        QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
+    if (!chosen.isEmpty())
+        LoadSkin(chosen.first());
+}
+
+void frmNeOrb::WebLink(const QString &url)
+{
+    QDesktopServices::openUrl(QUrl::fromUserInput(url));
+}
+
+void frmNeOrb::paintEvent(QPaintEvent *event)
+{
     QPainter p(this);
+    if (m_skin.skin().accepted)
+        m_skin.paint(p, event->rect());
+    else
+        paintPlaceholder(p);
+    if (!m_painted) {
+        m_painted = true;
+        QTimer::singleShot(0, this, &frmNeOrb::firstFramePainted);
+    }
+}
+
+void frmNeOrb::paintPlaceholder(QPainter &p)
+{
+    // No skin could be loaded: a plain face still lets the user reach the menu.
     QLinearGradient g(0, 0, 0, height());
     g.setColorAt(0, QColor(0x2b, 0x32, 0x3f));
     g.setColorAt(1, QColor(0x14, 0x18, 0x20));
     p.fillRect(rect(), g);
     p.setPen(QColor(0x7f, 0xd8, 0xff));
     p.drawText(rect(), Qt::AlignCenter, QStringLiteral("Velto"));
-    if (!m_painted) {
-        m_painted = true;
-        QTimer::singleShot(0, this, &frmNeOrb::firstFramePainted);
-    }
 }
 
 void frmNeOrb::closeEvent(QCloseEvent *event)
@@ -73,5 +124,70 @@ void frmNeOrb::keyPressEvent(QKeyEvent *event)
         close();
         return;
     }
-    QWidget::keyPressEvent(event);
+    if (const auto media = mediaKeyCommand(event->key())) {
+        DoIt(*media);
+        return;
+    }
+    const QString text = event->text();
+    if (text.isEmpty() || (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    std::vector<ButtonKey> keys;
+    for (const SkinButton &button : m_skin.skin().buttons)
+        keys.push_back({buttonKey(button.name), button.command});
+    const bool textField = qobject_cast<QLineEdit *>(QApplication::focusWidget()) != nullptr;
+    const KeyOutcome outcome = matchKey(text.toUcs4().value(0), keys, textField);
+    switch (outcome.kind) {
+    case KeyOutcome::Kind::PassThrough:
+        QWidget::keyPressEvent(event);
+        break;
+    case KeyOutcome::Kind::Command:
+        DoIt(outcome.command);
+        break;
+    case KeyOutcome::Kind::Outline:
+    case KeyOutcome::Kind::Consumed:
+        break;
+    }
+}
+
+void frmNeOrb::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        if (m_settings.NoRMB == 0)
+            ShowMenu();
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    // Wayland lets only the compositor move windows; elsewhere we move it
+    // ourselves so the drop can snap to the screen edges.
+    if (QGuiApplication::platformName() == QLatin1String("wayland") && windowHandle() &&
+        windowHandle()->startSystemMove())
+        return;
+    m_dragging = true;
+    m_dragOffset = event->position().toPoint();
+}
+
+void frmNeOrb::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_dragging)
+        move(event->globalPosition().toPoint() - m_dragOffset);
+}
+
+void frmNeOrb::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !m_dragging)
+        return;
+    m_dragging = false;
+    if (m_settings.WinSnap != 0)
+        snapToScreenEdges();
+}
+
+void frmNeOrb::snapToScreenEdges()
+{
+    QList<SnapScreen> screens;
+    for (const QScreen *screen : QGuiApplication::screens())
+        screens << SnapScreen{screen->availableGeometry(), screen->physicalDotsPerInchX()};
+    move(SnapWindow(frameGeometry(), screens));
 }

@@ -1,21 +1,34 @@
 #pragma once
 
+#include "core/commandtargets.h"
+#include "core/dispatcher.h"
 #include "core/lifecycle.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "player/playbackengine.h"
 #include "player/playlist.h"
+#include "player/playlistcontrol.h"
+#include "radio/fmtuner.h"
+#include "radio/webbrowser.h"
+#include "radio/webradio.h"
+#include "skin/skinloader.h"
+#include "tools/calculator.h"
+#include "tools/mixer.h"
+#include "tools/notepad.h"
+#include "tools/stopwatches.h"
 
 #include <QWidget>
-#include <memory>
 
 class Clock;
 class Dialogs;
+class QPainter;
 class Random;
 class Screens;
 class SettingsStore;
 
-// The main window: owns the parts of the program and forwards to them.
-class frmNeOrb : public QWidget, public LifecycleHost
+// The main window: owns the parts of the program, forwards events to them, and
+// carries out the commands that concern the window itself.
+class frmNeOrb : public QWidget, public LifecycleHost, public WindowCommands
 {
     Q_OBJECT
 public:
@@ -34,19 +47,20 @@ public:
     void Load(const QStringList &names, const QString &workingFolder);
     // Shut-down without closing, for the end of the desktop session.
     void Unload(bool interactive);
+    void DoIt(qint16 cmd) { m_dispatcher.DoIt(cmd); }
 
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
+    const SkinLoader &skin() const { return m_skin; }
 
     // LifecycleHost
     QPoint windowPos() const override { return pos(); }
     QSize windowSize() const override { return size(); }
     void moveWindow(QPoint p) override { move(p); }
-    void minimiseWindow() override { showMinimized(); }
+    void minimiseWindow() override { setWindowState(windowState() | Qt::WindowMinimized); }
     void ExDevOut(const QString &) override {}
     void createSecondaryWindows() override {}
     void ClearInf() override {}
-    void LoadSkin(const QString &file) override { m_skinFile = file; }
     void LoadAutoList(const QString &) override {}
     void LoadStations(const QString &) override {}
     void LoadWebRadio(const QString &) override {}
@@ -55,11 +69,26 @@ public:
     void MakeDayStr() override {}
     void InitTimers() override {}
     void AddOpened(const QString &path) override;
-    void PlayIt() override {}
+    void PlayIt() override { m_engine.PlayIt(); }
     QString currentCover() const override { return m_cover; }
     void SetCover(const QString &file) override { m_cover = file; }
     void MuteFmTuner() override {}
     void CloseDevices() override {}
+
+    // WindowCommands
+    void Quit() override { close(); }
+    void Minimise() override { showMinimized(); }
+    void ShowPrefs() override {}
+    void SelectSkin() override;
+    void ShowAux16() override {}
+    void ToggleAux() override {}
+    void ShowVisSelect() override {}
+    void ShowMenu() override {}
+    void ShowTrackInfo() override {}
+    void ShowQuickFind() override {}
+    void LoadSkin(const QString &file) override; // also LifecycleHost
+    QString currentSkinFile() const override { return m_skin.file(); }
+    void WebLink(const QString &url) override;
 
 signals:
     void firstFramePainted();
@@ -68,15 +97,39 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    void paintPlaceholder(QPainter &p);
+    void snapToScreenEdges();
+
     Platform m_platform;
     ProgramFolder m_folder;
     Settings m_settings;
     PlaylistState m_playlist;
     ConfigStore m_config;
     Lifecycle m_lifecycle;
-    QString m_skinFile;
+    SkinLoader m_skin;
+
+    PlaybackEngine m_engine;
+    PlaylistControl m_playlistControl;
+    Calculator m_calculator;
+    Stopwatches m_stopwatches;
+    Notepad m_notepad;
+    FmTuner m_fm;
+    WebBrowser m_web;
+    WebRadio m_webRadio;
+    Mixer m_mixer;
+    PlayerFlags m_flags;
+    qint32 m_markPos = 0;
+    qint16 m_wrPresetIdx = 0;
+    QStringList m_linkList = QStringList(21);
+    Dispatcher m_dispatcher;
+
     QString m_cover;
+    QPoint m_dragOffset; // mouse position within the window while dragging
+    bool m_dragging = false;
     bool m_painted = false;
 };

@@ -5,15 +5,6 @@
 #include <QString>
 #include <QStringList>
 
-// Player options the toggle commands flip; the playback tick reads them.
-struct PlayerFlags
-{
-    bool IntroScan = false;
-    bool StopAfterItem = false;
-    bool RepeatItem = false;
-    bool Shuffle = false;
-};
-
 // DoIt: every button, key and menu entry ends here as a command number.
 class Dispatcher
 {

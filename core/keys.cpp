@@ -3,6 +3,20 @@
 #include <QChar>
 #include <algorithm>
 
+QString buttonKey(const QString &name)
+{
+    if (name.size() == 1)
+        return name.toUpper();
+    for (qsizetype i = 0; i + 1 < name.size(); ++i) {
+        if (name[i] != QLatin1Char('&'))
+            continue;
+        if (name[i + 1] != QLatin1Char('&'))
+            return name.mid(i + 1, 1).toUpper();
+        ++i; // "&&" is a literal ampersand
+    }
+    return {};
+}
+
 KeyOutcome matchKey(char32_t code, std::span<const ButtonKey> buttons, bool textFieldHasFocus)
 {
     using K = KeyOutcome::Kind;

@@ -11,6 +11,11 @@ struct ButtonKey
     qint16 command = 0;
 };
 
+// The keyboard key of a skin button, from its name text: a name of one
+// character is its own key ("7" on a calculator), otherwise the character
+// after the first "&" ("&Play" is P), as in menus. Upper-cased; empty for none.
+QString buttonKey(const QString &name);
+
 // What a typed character does in the main window.
 struct KeyOutcome
 {

@@ -88,3 +88,15 @@ TEST(Keys, MediaKeysRunThePlayerCommands)
 }
 
 } // namespace
+
+TEST(ButtonKey, OneCharacterNamesAndMnemonicsGiveKeys)
+{
+    const struct
+    {
+        const char *name;
+        const char *key;
+    } cases[] = {{"7", "7"}, {"+", "+"}, {"x", "X"}, {"&Play", "P"}, {"Sto&p", "P"},
+                 {"R&&B", ""}, {"R&&B &go", "G"}, {"play", ""}, {"", ""}, {"&", "&"}, {"end&", ""}};
+    for (const auto &c : cases)
+        EXPECT_EQ(buttonKey(QString::fromUtf8(c.name)), QString::fromUtf8(c.key)) << c.name;
+}

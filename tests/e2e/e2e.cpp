@@ -1,6 +1,12 @@
 #include "e2e.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRasterWindow>
+#include <QRegularExpression>
+#include <QScreen>
 #include <QThread>
 
 #include <csignal>
@@ -67,4 +73,89 @@ QString xdotool(const QStringList &args, int timeoutMs)
 bool haveDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY");
+}
+
+namespace {
+
+QGuiApplication &guiApp()
+{
+    static int argc = 1;
+    static char name[] = "e2e_tests";
+    static char *argv[] = {name, nullptr};
+    static QGuiApplication *app = [] {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        return new QGuiApplication(argc, argv);
+    }();
+    return *app;
+}
+
+} // namespace
+
+class Backdrop::Window : public QRasterWindow
+{
+public:
+    explicit Window(QColor colour) : m_colour(colour)
+    {
+        setFlags(Qt::FramelessWindowHint);
+    }
+    int clicks = 0;
+
+protected:
+    void paintEvent(QPaintEvent *) override { QPainter(this).fillRect(QRect(QPoint(), size()), m_colour); }
+    void mousePressEvent(QMouseEvent *) override { ++clicks; }
+
+private:
+    QColor m_colour;
+};
+
+Backdrop::Backdrop(QColor colour)
+{
+    guiApp();
+    m_window = new Window(colour);
+    m_window->setGeometry(QGuiApplication::primaryScreen()->geometry());
+    m_window->show();
+    processEvents(300);
+}
+
+Backdrop::~Backdrop()
+{
+    delete m_window;
+}
+
+int Backdrop::clicks() const
+{
+    return m_window->clicks;
+}
+
+QRect Backdrop::geometry() const
+{
+    return m_window->geometry();
+}
+
+QImage grabScreen()
+{
+    guiApp();
+    return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+}
+
+void processEvents(int ms)
+{
+    guiApp();
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < ms) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        QThread::msleep(5);
+    }
+}
+
+QRect windowGeometry(const QString &windowId)
+{
+    const QString text = xdotool({QStringLiteral("getwindowgeometry"), windowId});
+    const auto pos = QRegularExpression(QStringLiteral("Position: (-?\\d+),(-?\\d+)")).match(text);
+    const auto size = QRegularExpression(QStringLiteral("Geometry: (\\d+)x(\\d+)")).match(text);
+    if (!pos.hasMatch() || !size.hasMatch())
+        return {};
+    return QRect(pos.captured(1).toInt(), pos.captured(2).toInt(), size.captured(1).toInt(),
+                 size.captured(2).toInt());
 }

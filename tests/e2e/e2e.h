@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QColor>
+#include <QImage>
 #include <QProcess>
+#include <QRect>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -23,6 +26,28 @@ private:
     QTemporaryDir m_home;
     QProcess m_process;
 };
+
+// A plain window of one colour covering the screen, beneath everything started
+// after it; it counts the clicks that reach it.
+class Backdrop
+{
+public:
+    explicit Backdrop(QColor colour);
+    ~Backdrop();
+    int clicks() const;
+    QRect geometry() const;
+
+private:
+    class Window;
+    Window *m_window;
+};
+
+// The X server's picture of the screen (the test connects to it lazily).
+QImage grabScreen();
+// Lets the test's own windows handle their events for a while.
+void processEvents(int ms);
+// The window's geometry on the screen as xdotool reports it.
+QRect windowGeometry(const QString &windowId);
 
 // Runs xdotool with the arguments; returns its standard output, trimmed.
 QString xdotool(const QStringList &args, int timeoutMs = 10000);

@@ -1,0 +1,94 @@
+#include "e2e.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+struct ShippedPlayer
+{
+    QImage main;
+    QRgb transparent = 0;
+    QPoint hole{-1, -1};  // a pixel cut out of the window
+    QPoint solid{-1, -1}; // a pixel the skin shows
+};
+
+// Reads the default skin's main picture and transparent colour from the source tree.
+ShippedPlayer shippedPlayer()
+{
+    ShippedPlayer p;
+    const QString folder = QStringLiteral(VELTO_DATA_DIR "/skins/");
+    QFile file(folder + QStringLiteral("default.skin"));
+    if (!file.open(QIODevice::ReadOnly))
+        return p;
+    const QString text = QString::fromUtf8(file.readAll());
+    const auto main = QRegularExpression(QStringLiteral("\"Main\"\\s*,\\s*\"([^\"]+)\"")).match(text);
+    const auto colour = QRegularExpression(QStringLiteral("(?m)^O\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
+                            .match(text);
+    if (!main.hasMatch() || !colour.hasMatch())
+        return p;
+    p.main = QImage(folder + main.captured(1)).convertToFormat(QImage::Format_RGB32);
+    p.transparent = qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(),
+                         colour.captured(3).toInt());
+    // A pixel whose whole 3x3 neighbourhood is of one kind, so a one-pixel
+    // difference in placement cannot blur the check.
+    auto uniform = [&](int x, int y, bool cut) {
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                if ((p.main.pixel(x + dx, y + dy) == p.transparent) != cut)
+                    return false;
+        return true;
+    };
+    for (int y = 1; y + 1 < p.main.height(); ++y) {
+        for (int x = 1; x + 1 < p.main.width(); ++x) {
+            if (p.hole.x() < 0 && uniform(x, y, true))
+                p.hole = {x, y};
+            if (p.solid.x() < 0 && x > p.main.width() / 3 && y > p.main.height() / 3 &&
+                uniform(x, y, false))
+                p.solid = {x, y};
+        }
+    }
+    return p;
+}
+
+} // namespace
+
+TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
+{
+    if (!haveDisplay())
+        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    const ShippedPlayer player = shippedPlayer();
+    ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
+    ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
+    ASSERT_GE(player.solid.x(), 0);
+
+    const QColor beneath(0x13, 0x57, 0x9b);
+    Backdrop backdrop(beneath);
+    VeltoProcess velto;
+    ASSERT_TRUE(velto.start());
+    const QString window = velto.waitForWindow();
+    ASSERT_FALSE(window.isEmpty());
+    processEvents(500);
+    const QRect frame = windowGeometry(window);
+    ASSERT_EQ(frame.size(), player.main.size());
+
+    const QImage screen = grabScreen();
+    const QPoint hole = frame.topLeft() + player.hole;
+    const QPoint solid = frame.topLeft() + player.solid;
+    EXPECT_EQ(QColor(screen.pixel(hole)), beneath);
+    EXPECT_EQ(QColor(screen.pixel(solid)), QColor(player.main.pixel(player.solid)));
+
+    const int before = backdrop.clicks();
+    xdotool({"mousemove", QString::number(hole.x()), QString::number(hole.y()), "click", "1"});
+    processEvents(300);
+    EXPECT_EQ(backdrop.clicks(), before + 1) << "a click in the hole reaches the window beneath";
+    xdotool({"mousemove", QString::number(solid.x()), QString::number(solid.y()), "click", "1"});
+    processEvents(300);
+    EXPECT_EQ(backdrop.clicks(), before + 1) << "a click on the skin stays with Velto";
+
+    ::kill(pid_t(velto.pid()), SIGTERM);
+    EXPECT_TRUE(velto.waitForExit());
+}
