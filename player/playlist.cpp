@@ -1,11 +1,25 @@
 #include "playlist.h"
 
+#include "folderscan.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QTextStream>
+#include <QStringDecoder>
+#include <QUrl>
 
 namespace {
+
+// Lists larger than this are garbage, not playlists: 32766 long paths fit well
+// below it, and reading it whole must not exhaust memory.
+constexpr qint64 kMaxListBytes = 256 * 1024 * 1024;
+
+// Windows-1252 at 0x80-0x9F; the five unassigned bytes map to the C1 controls,
+// as Windows itself decodes them. Every other byte is its Latin-1 character.
+constexpr char16_t kCp1252High[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 QString upperExt(const QString &path)
 {
@@ -17,6 +31,36 @@ QString folderWithSlash(const QString &file)
 {
     const int slash = file.lastIndexOf(QLatin1Char('/'));
     return slash < 0 ? QString() : file.left(slash + 1);
+}
+
+bool isUrl(const QString &entry)
+{
+    // A scheme of two or more letters, so "D://x" stays a drive path.
+    const int colon = entry.indexOf(QLatin1String("://"));
+    if (colon < 2)
+        return false;
+    for (int i = 0; i < colon; ++i) {
+        if (!entry[i].isLetter())
+            return false;
+    }
+    return true;
+}
+
+// A path written on a system with drive letters. It cannot be taken
+// literally here: try it below the list's folder, then from the root, and keep
+// it as written (it is marked missing when played) when neither exists.
+QString resolveRooted(const QString &rest, const QString &base, const QString &asWritten)
+{
+    QString relative = rest;
+    while (relative.startsWith(QLatin1Char('/')))
+        relative.remove(0, 1);
+    if (relative.contains(QChar(0))) // no file can be named so
+        return asWritten;
+    if (!base.isEmpty() && QFileInfo::exists(base + relative))
+        return base + relative;
+    if (QFileInfo::exists(QLatin1Char('/') + relative))
+        return QLatin1Char('/') + relative;
+    return asWritten;
 }
 
 } // namespace
@@ -33,36 +77,96 @@ void Playlist::append(const QString &display, const QString &path)
 {
     if (m_state.PlPath.size() >= kMaxEntries)
         return;
-    m_state.PlNames << display + (IsPicture(path) ? QStringLiteral(" (picture)") : QString());
+    m_state.PlNames << display;
     m_state.PlPath << path;
+}
+
+Playlist::ListType Playlist::typeOf(const QString &file)
+{
+    const QString ext = upperExt(file);
+    if (ext == QLatin1String("M3U") || ext == QLatin1String("M3U8"))
+        return ListType::M3u;
+    if (ext == QLatin1String("PLS"))
+        return ListType::Pls;
+    return ListType::None;
+}
+
+QString Playlist::decodeText(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringConverter::Utf8);
+    QString text = utf8.decode(bytes);
+    if (!utf8.hasError())
+        return text;
+    text.resize(bytes.size());
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const uchar c = uchar(bytes[i]);
+        text[i] = (c >= 0x80 && c < 0xA0) ? QChar(kCp1252High[c - 0x80]) : QChar(c);
+    }
+    return text;
+}
+
+QStringList Playlist::readEntries(const QByteArray &bytes, ListType type, int room)
+{
+    QStringList entries;
+    qsizetype start = 0;
+    const qsizetype size = bytes.size();
+    while (start < size && entries.size() < room) {
+        qsizetype end = start;
+        while (end < size && bytes[end] != '\n' && bytes[end] != '\r')
+            ++end;
+        const QString line = decodeText(bytes.mid(start, end - start)).trimmed();
+        start = end + 1;
+        if (end + 1 < size && bytes[end] == '\r' && bytes[end + 1] == '\n')
+            ++start;
+
+        if (type == ListType::M3u) {
+            if (!line.startsWith(QLatin1Char('#')))
+                entries << line;
+        } else if (type == ListType::Pls) {
+            const int eq = line.indexOf(QLatin1Char('='));
+            if (line.startsWith(QLatin1String("File")) && eq >= 0)
+                entries << line.mid(eq + 1);
+        }
+    }
+    return entries;
+}
+
+QString Playlist::resolveEntry(const QString &written, const QString &base)
+{
+    if (written.isEmpty())
+        return {};
+    QString entry = written;
+    entry.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    if (isUrl(entry)) {
+        const QUrl url(entry);
+        return url.isLocalFile() ? url.toLocalFile() : entry;
+    }
+    if (entry.size() >= 2 && entry[1] == QLatin1Char(':') && entry[0].isLetter())
+        return resolveRooted(entry.mid(2), base, entry);
+    if (written.startsWith(QLatin1Char('\\')))
+        return resolveRooted(entry, base, entry);
+    if (entry.startsWith(QLatin1Char('/')))
+        return entry;
+    return base + entry;
 }
 
 void Playlist::PlRead(const QString &file)
 {
     QFile in(file);
-    if (!in.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!in.open(QIODevice::ReadOnly))
         return;
     m_state.title = FriendlyName(file, friendlyNames);
+    const ListType type = typeOf(file);
+    if (type == ListType::None || in.size() > kMaxListBytes)
+        return;
     const QString base = folderWithSlash(file);
-    const QString type = upperExt(file);
-    QTextStream text(&in);
-    while (!text.atEnd()) {
-        const QString line = text.readLine().trimmed();
-        QString entry;
-        if (type == QLatin1String("M3U") || type == QLatin1String("M3U8")) {
-            if (line.startsWith(QLatin1Char('#')))
-                continue;
-            entry = line;
-        } else if (type == QLatin1String("PLS")) {
-            const int eq = line.indexOf(QLatin1Char('='));
-            if (!line.startsWith(QLatin1String("File")) || eq < 0)
-                continue;
-            entry = line.mid(eq + 1);
-        } else {
-            return;
-        }
-        const QString path = entry.startsWith(QLatin1Char('/')) ? entry : base + entry;
-        append(FriendlyName(entry, friendlyNames), path);
+    const int room = kMaxEntries - int(m_state.PlPath.size());
+    const QStringList entries = readEntries(in.readAll(), type, room);
+    for (const QString &written : entries) {
+        QString shown = written;
+        shown.replace(QLatin1Char('\\'), QLatin1Char('/'));
+        const QString suffix = IsPicture(shown) ? QStringLiteral(" (picture)") : QString();
+        append(FriendlyName(shown, friendlyNames) + suffix, resolveEntry(written, base));
     }
 }
 
@@ -75,8 +179,9 @@ QString Playlist::WritePL(const QString &file) const
         for (const QString &path : m_state.PlPath) {
             if (path.isEmpty() || path.contains(QLatin1String("**")))
                 continue;
-            const QString line = !dir.isEmpty() && path.startsWith(dir) ? path.mid(dir.size()) : path;
-            bytes += line.toUtf8() + "\r\n";
+            const QString line = path.startsWith(dir) ? path.mid(dir.size()) : path;
+            bytes += line.toUtf8();
+            bytes += "\r\n";
         }
         if (out.write(bytes) == bytes.size() && out.commit())
             return {};
@@ -84,18 +189,48 @@ QString Playlist::WritePL(const QString &file) const
     return QStringLiteral("Unable to write Playlist! Is the file read-only?");
 }
 
-void Playlist::AddOpened(const QString &path)
+int Playlist::PlMoveEntry(int direction, int selectedIndex)
 {
-    const QString ext = upperExt(path);
-    if (ext == QLatin1String("M3U") || ext == QLatin1String("M3U8") || ext == QLatin1String("PLS")) {
+    const int size = int(m_state.PlPath.size());
+    const int other = selectedIndex + direction;
+    if ((direction != 1 && direction != -1) || selectedIndex < 0 || selectedIndex >= size ||
+        other < 0 || other >= size || m_state.PlNames.size() != size)
+        return selectedIndex;
+    m_state.PlNames.swapItemsAt(selectedIndex, other);
+    m_state.PlPath.swapItemsAt(selectedIndex, other);
+    return other;
+}
+
+void Playlist::RemoveEntry(int index)
+{
+    if (index < 0 || index >= m_state.PlPath.size() || index >= m_state.PlNames.size())
+        return;
+    m_state.PlNames.removeAt(index);
+    m_state.PlPath.removeAt(index);
+}
+
+void Playlist::AddToPlaylist(const QString &path, const QString &display)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        if (scanner)
+            scanner->start(path, validExt, friendlyNames);
+        else
+            FolderScan::scanAll(m_state, path, validExt, friendlyNames);
+        return;
+    }
+    if (typeOf(path) != ListType::None) {
         PlRead(path);
         return;
     }
-    if (QFileInfo(path).isDir())
-        return; // folder scans arrive with the playlist work
-    append(FriendlyName(path, friendlyNames), path);
+    append(display + (IsPicture(path) ? QStringLiteral(" (picture)") : QString()), path);
     if (m_state.CurTrack == 0)
         m_state.CurTrack = 1;
+}
+
+void Playlist::AddOpened(const QString &path)
+{
+    AddToPlaylist(path, FriendlyName(path, friendlyNames));
 }
 
 bool Playlist::IsPicture(const QString &path)
@@ -105,26 +240,53 @@ bool Playlist::IsPicture(const QString &path)
            tail == QLatin1String(".JPG");
 }
 
+namespace {
+
+// The leading numeric value is above 0: blanks skipped, an optional sign,
+// digits with an optional fraction ("0.5x" counts, "-3" and "0" do not).
+bool startsWithPositiveNumber(const QString &name)
+{
+    qsizetype i = 0;
+    while (i < name.size() && (name[i] == QLatin1Char(' ') || name[i] == QLatin1Char('\t')))
+        ++i;
+    bool negative = false;
+    if (i < name.size() && (name[i] == QLatin1Char('+') || name[i] == QLatin1Char('-')))
+        negative = name[i++] == QLatin1Char('-');
+    bool nonZero = false;
+    bool seenDot = false;
+    for (; i < name.size(); ++i) {
+        const QChar c = name[i];
+        if (c == QLatin1Char('.') && !seenDot) {
+            seenDot = true;
+        } else if (c >= QLatin1Char('0') && c <= QLatin1Char('9')) {
+            nonZero = nonZero || c != QLatin1Char('0');
+        } else {
+            break;
+        }
+    }
+    return nonZero && !negative;
+}
+
+} // namespace
+
 QString Playlist::FriendlyName(const QString &path, bool friendly)
 {
     QString name = path;
+    // A length annotation " (mm:ss)" as other lists append it.
     if (name.size() > 8 && name.endsWith(QLatin1Char(')')) &&
-        name.at(name.size() - 3) == QLatin1Char(':'))
+        name.at(name.size() - 4) == QLatin1Char(':'))
         name.chop(8);
     name = name.mid(name.lastIndexOf(QLatin1Char('/')) + 1);
     if (friendly) {
         name.replace(QLatin1Char('_'), QLatin1Char(' '));
-        for (int i = 0; i < name.size(); ++i) {
-            if (name[i] == QLatin1Char('.') && name.size() - i - 1 >= 5)
+        for (qsizetype i = 0; i + 5 < name.size(); ++i) {
+            if (name[i] == QLatin1Char('.'))
                 name[i] = QLatin1Char(' ');
         }
-        int lead = 0;
-        while (lead < name.size() && name[lead].isDigit())
-            ++lead;
-        if (name.left(lead).toInt() > 0) {
+        if (startsWithPositiveNumber(name)) {
             if (name.size() >= 3 && name[2] == QLatin1Char('-'))
                 name = name.mid(3);
-            else if (name.size() >= 4 && name.mid(2, 2) == QLatin1String(" -"))
+            else if (name.size() >= 4 && name[2] == QLatin1Char(' ') && name[3] == QLatin1Char('-'))
                 name = name.mid(4);
         }
     }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+class FolderScan;
 
 // The two parallel lists of the playlist and the current entry.
 struct PlaylistState
@@ -12,11 +15,15 @@ struct PlaylistState
     QString title = QStringLiteral("untitled");
 };
 
-// Reading and writing playlist files into a PlaylistState.
+// Reading and writing playlist files into a PlaylistState, and the edits the
+// list keys and menus make to it.
 class Playlist
 {
 public:
+    // A 16-bit list index: the lists never grow past this.
     static constexpr int kMaxEntries = 32766;
+
+    enum class ListType { None, M3u, Pls };
 
     explicit Playlist(PlaylistState &state) : m_state(state) {}
 
@@ -26,13 +33,38 @@ public:
     // Writes the paths as M3U, relative below the list's folder. Returns the
     // message the user must see, empty on success.
     QString WritePL(const QString &file) const;
-    // Adds a playlist, a media file or (once folder scans land) a folder.
+    // Swaps the entry at selectedIndex with its neighbour in direction (-1 or
+    // +1) in both lists. Returns where the selection goes.
+    int PlMoveEntry(int direction, int selectedIndex);
+    void RemoveEntry(int index);
+    // A dropped or chosen item: a folder is scanned, a playlist read, anything
+    // else appended under the given display name.
+    void AddToPlaylist(const QString &path, const QString &display);
+    // AddToPlaylist with the item's own friendly name.
     void AddOpened(const QString &path);
 
     static QString FriendlyName(const QString &path, bool friendly);
     static bool IsPicture(const QString &path);
 
+    // The pure parts of PlRead, for tests and other readers.
+    static ListType typeOf(const QString &file);
+    // UTF-8 when the bytes are valid UTF-8 (a leading BOM is dropped), else
+    // Windows-1252, which decodes every byte.
+    static QString decodeText(const QByteArray &bytes);
+    // The entries of a list as written, at most `room` of them. Lines end at
+    // LF, CR LF or a lone CR and are decoded one by one, so a list that tools
+    // with different encodings appended to still reads right.
+    static QStringList readEntries(const QByteArray &bytes, ListType type, int room = kMaxEntries);
+    // The full path of an entry as written in the list (with its original
+    // separators), for a list whose folder is base (with a trailing "/").
+    static QString resolveEntry(const QString &written, const QString &base);
+
     bool friendlyNames = true;
+    // Extensions the folder scan accepts (the "ValidExt" setting).
+    QString validExt = QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt");
+    // When set, folders are scanned by it on the event loop; otherwise
+    // AddToPlaylist scans them before it returns.
+    FolderScan *scanner = nullptr;
 
 private:
     void append(const QString &display, const QString &path);

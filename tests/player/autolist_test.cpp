@@ -1,0 +1,45 @@
+#include "player/autolist.h"
+#include "support/temphome.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+TEST(AutoList, LoadsNonBlankLinesAsWritten)
+{
+    TempHome home;
+    struct Case
+    {
+        const char *name;
+        QByteArray bytes;
+        QStringList expected;
+    };
+    const Case cases[] = {
+        {"unix lines",
+         "E 07:00 08:00 01\nD  7:30 22:00 02\n",
+         {"E 07:00 08:00 01", "D  7:30 22:00 02"}},
+        {"windows lines, blanks dropped",
+         "M 06:00 07:00 03\r\n   \r\n\r\nU 09:00 10:00 04 ",
+         {"M 06:00 07:00 03", "U 09:00 10:00 04 "}},
+        {"empty", "", {}},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(LoadAutoList(home.write(QStringLiteral("autolist.txt"), c.bytes)), c.expected)
+            << c.name;
+    EXPECT_TRUE(LoadAutoList(home.file(QStringLiteral("missing.txt"))).isEmpty());
+}
+
+TEST(AutoList, SaveRoundTripsAndNeverLosesTheOldFile)
+{
+    TempHome home;
+    const QString file = home.file(QStringLiteral("autolist.txt"));
+    const QStringList list = {"E 07:00 08:00 01", QStringLiteral(u"R 12:00 13:00 02 café")};
+    ASSERT_TRUE(SaveAutoList(file, list));
+    EXPECT_EQ(LoadAutoList(file), list);
+
+    const QString blocked = home.file(QStringLiteral("blocked"));
+    QDir().mkpath(blocked);
+    EXPECT_FALSE(SaveAutoList(blocked, list));
+    EXPECT_FALSE(SaveAutoList(home.file(QStringLiteral("none/autolist.txt")), list));
+    EXPECT_EQ(LoadAutoList(file), list);
+}
