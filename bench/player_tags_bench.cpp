@@ -1,0 +1,76 @@
+#include "player/lyrics.h"
+#include "player/mp3info.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+QByteArray lyricFile(int lines)
+{
+    QByteArray file = "VELTO LYRIC\n";
+    for (int n = 1; n <= lines; ++n)
+        file += ":" + QByteArray::number(n * 1000).rightJustified(9, '0') +
+                ": a line of words to sing along with " + QByteArray::number(n) + "\n";
+    return file;
+}
+
+void GetMP3InfoOn10MB(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("big.mp3"));
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly))
+        return state.SkipWithError("cannot write the test file");
+    QByteArray audio(10 * 1024 * 1024, char(0x55));
+    audio.replace(0, 4, "\xFF\xFB\x90\x44");
+    audio.replace(audio.size() - 128, 3, "TAG");
+    out.write(audio);
+    out.close();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(GetMP3Info(path));
+}
+BENCHMARK(GetMP3InfoOn10MB)->Unit(benchmark::kMicrosecond);
+
+void LoadLyricsOf500Lines(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("song.lyr"));
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly))
+        return state.SkipWithError("cannot write the test file");
+    out.write(lyricFile(500));
+    out.close();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(LoadLyrics(path));
+}
+BENCHMARK(LoadLyricsOf500Lines)->Unit(benchmark::kMicrosecond);
+
+// One 100 ms tick; every 50th tick seeks back to the start, which forces the search.
+void PlayLyricsPerTick(benchmark::State &state)
+{
+    const LyricsData lyrics = readLyr(lyricFile(500));
+    qint64 position = 0;
+    int line = 1;
+    for (auto _ : state) {
+        position = position > 500000 ? 0 : position + 100;
+        line = PlayLyrics(lyrics, position, line).line;
+        benchmark::DoNotOptimize(line);
+    }
+}
+BENCHMARK(PlayLyricsPerTick)->Unit(benchmark::kNanosecond);
+
+// Worst case: past the last line every tick searches the whole table.
+void PlayLyricsSearchEveryTick(benchmark::State &state)
+{
+    const LyricsData lyrics = readLyr(lyricFile(500));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PlayLyrics(lyrics, 900000, 500));
+}
+BENCHMARK(PlayLyricsSearchEveryTick)->Unit(benchmark::kNanosecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,297 @@
+#include "id3tag.h"
+
+#include <QFile>
+#include <QStringDecoder>
+
+#include <cmath>
+#include <optional>
+
+namespace {
+
+// Unicode of the bytes 0x80 to 0x9F.
+constexpr char16_t kHigh[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char byteFor(char32_t c)
+{
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+        return char(c);
+    for (int i = 0; i < 32; ++i) {
+        if (kHigh[i] == c)
+            return char(0x80 + i);
+    }
+    return '?';
+}
+
+// Fixed-length field: cut when longer, padded with spaces when shorter.
+QByteArray fixedBytes(const QString &text, int length)
+{
+    QByteArray bytes = toWindows1252(text).left(length);
+    return bytes + QByteArray(length - bytes.size(), ' ');
+}
+
+QString fixedText(const QByteArray &bytes, qsizetype from, int length)
+{
+    const QString text = fromWindows1252(bytes.mid(from, length));
+    return text + QString(length - text.size(), QLatin1Char(' '));
+}
+
+int codeAt(const QByteArray &bytes, qsizetype at)
+{
+    return at < bytes.size() ? quint8(bytes[at]) : ' ';
+}
+
+QString shown(const QString &field)
+{
+    const qsizetype nul = field.indexOf(QChar(0));
+    QString text = nul < 0 ? field : field.left(nul);
+    qsizetype begin = 0, end = text.size();
+    while (begin < end && text[begin] == QLatin1Char(' '))
+        ++begin;
+    while (end > begin && text[end - 1] == QLatin1Char(' '))
+        --end;
+    return text.mid(begin, end - begin);
+}
+
+// Track and genre must each become one byte; anything else cannot be saved.
+std::optional<char> oneByte(double value)
+{
+    const double rounded = std::nearbyint(value); // half to even, as the old forms did
+    if (!(rounded >= 0 && rounded <= 255))
+        return std::nullopt;
+    return char(int(rounded));
+}
+
+} // namespace
+
+const QStringList &genreList()
+{
+    static const QStringList list = {
+        QStringLiteral("Unknown"),
+        QStringLiteral("Blues"),
+        QStringLiteral("Classic Rock"),
+        QStringLiteral("Country"),
+        QStringLiteral("Dance"),
+        QStringLiteral("Disco"),
+        QStringLiteral("Funk"),
+        QStringLiteral("Grunge"),
+        QStringLiteral("Hip-Hop"),
+        QStringLiteral("Jazz"),
+        QStringLiteral("Metal"),
+        QStringLiteral("New Age"),
+        QStringLiteral("Oldies"),
+        QStringLiteral("Other"),
+        QStringLiteral("Pop"),
+        QStringLiteral("R&B"),
+        QStringLiteral("Rap"),
+        QStringLiteral("Reggae"),
+        QStringLiteral("Rock"),
+        QStringLiteral("Techno"),
+        QStringLiteral("Industrial"),
+        QStringLiteral("Alternative"),
+        QStringLiteral("Ska"),
+        QStringLiteral("Death Metal"),
+        QStringLiteral("Pranks"),
+        QStringLiteral("Soundtrack"),
+        QStringLiteral("Euro-Techno"),
+        QStringLiteral("Ambient"),
+        QStringLiteral("Trip-Hop"),
+        QStringLiteral("Vocal"),
+        QStringLiteral("Jazz+Funk"),
+        QStringLiteral("Fusion"),
+        QStringLiteral("Trance"),
+        QStringLiteral("Classical"),
+        QStringLiteral("Intrumental"),
+        QStringLiteral("Acid"),
+        QStringLiteral("House"),
+        QStringLiteral("Game"),
+        QStringLiteral("Sound Clip"),
+        QStringLiteral("Gospel"),
+        QStringLiteral("Noise"),
+        QStringLiteral("Alternate Rock"),
+        QStringLiteral("Bass"),
+        QStringLiteral("Soul"),
+        QStringLiteral("Punk"),
+        QStringLiteral("Space"),
+        QStringLiteral("Meditative"),
+        QStringLiteral("Intrumental Pop"),
+        QStringLiteral("Intrumental Rock"),
+        QStringLiteral("Ethnic"),
+        QStringLiteral("Gothic"),
+        QStringLiteral("Darkwave"),
+        QStringLiteral("Techno-Industrial"),
+        QStringLiteral("Electronic"),
+        QStringLiteral("Pop-Folk"),
+        QStringLiteral("Eurodance"),
+        QStringLiteral("Dream"),
+        QStringLiteral("Southern Rock"),
+        QStringLiteral("Comedy"),
+        QStringLiteral("Cult"),
+        QStringLiteral("Gangsta"),
+        QStringLiteral("Top 40"),
+        QStringLiteral("Christian Rap"),
+        QStringLiteral("Pop/Funk"),
+        QStringLiteral("Jungle"),
+        QStringLiteral("Native American"),
+        QStringLiteral("Cabaret"),
+        QStringLiteral("New Wave"),
+        QStringLiteral("Psychadelic"),
+        QStringLiteral("Rave"),
+        QStringLiteral("Showtunes"),
+        QStringLiteral("Trailer"),
+        QStringLiteral("Lo-Fi"),
+        QStringLiteral("Tribal"),
+        QStringLiteral("Acid Punk"),
+        QStringLiteral("Acid Jazz"),
+        QStringLiteral("Polka"),
+        QStringLiteral("Retro"),
+        QStringLiteral("Musical"),
+        QStringLiteral("Rock & Roll"),
+        QStringLiteral("Hard Rock"),
+    };
+    return list;
+}
+
+QString genreName(int code)
+{
+    const QStringList &list = genreList();
+    return code >= 0 && code < list.size() ? list[code] : list[0];
+}
+
+qsizetype findTagMarker(const QByteArray &bytes)
+{
+    for (qsizetype i = 0; i + 2 < bytes.size(); ++i) {
+        if ((bytes[i] | 0x20) == 't' && (bytes[i + 1] | 0x20) == 'a' &&
+            (bytes[i + 2] | 0x20) == 'g')
+            return i;
+    }
+    return -1;
+}
+
+TagRecord readTag(const QByteArray &last256)
+{
+    TagRecord tag;
+    const qsizetype p = findTagMarker(last256);
+    if (p < 0)
+        return tag;
+    tag.Title = fixedText(last256, p + 3, 30);
+    tag.Artist = fixedText(last256, p + 33, 30);
+    tag.Album = fixedText(last256, p + 63, 30);
+    tag.Year = fixedText(last256, p + 93, 4);
+    tag.Comment = fixedText(last256, p + 97, 29);
+    tag.Track = codeAt(last256, p + 126);
+    tag.Genre = codeAt(last256, p + 127);
+    return tag;
+}
+
+TagFields fieldsFromRecord(const TagRecord &record)
+{
+    TagFields fields;
+    fields.title = shown(record.Title);
+    fields.artist = shown(record.Artist);
+    fields.album = shown(record.Album);
+    fields.year = shown(record.Year);
+    fields.comment = shown(record.Comment);
+    fields.track = QStringLiteral("%1").arg(record.Track, 2, 10, QLatin1Char('0'));
+    fields.genre = record.Genre > 80 ? 0 : record.Genre;
+    return fields;
+}
+
+QString SaveIDTag(const QString &file, const TagFields &fields)
+{
+    const QString failed = QStringLiteral("Error writing tag (is file in use?)!");
+    const std::optional<char> track = oneByte(leadingNumber(fields.track));
+    const std::optional<char> genre = oneByte(fields.genre);
+    if (!track || !genre || file.isEmpty())
+        return failed;
+    const QByteArray record = "TAG" + fixedBytes(fields.title, 30) + fixedBytes(fields.artist, 30) +
+                              fixedBytes(fields.album, 30) + fixedBytes(fields.year, 4) +
+                              fixedBytes(fields.comment, 29) + *track + *genre;
+
+    // ExistingOnly: a file that vanished must not come back as a bare tag.
+    QFile out(file);
+    if (!out.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
+        return failed;
+    const qint64 size = out.size();
+    const qint64 from = qMax<qint64>(0, size - 256);
+    if (!out.seek(from))
+        return failed;
+    const QByteArray last = out.read(size - from);
+    if (last.size() != size - from)
+        return failed;
+    const qsizetype p = findTagMarker(last);
+    const qint64 at = p < 0 ? size : from + p;
+    const QByteArray old = p < 0 ? QByteArray() : last.mid(p, 128);
+
+    if (out.seek(at) && out.write(record) == record.size())
+        return p < 0 ? QStringLiteral("Tag Added!") : QStringLiteral("Tag Updated!");
+    if (out.seek(at))
+        out.write(old);
+    out.resize(size);
+    return failed;
+}
+
+QString fromWindows1252(const QByteArray &bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    for (const char b : bytes) {
+        const quint8 u = quint8(b);
+        *out++ = u >= 0x80 && u < 0xA0 ? QChar(kHigh[u - 0x80]) : QChar(u);
+    }
+    return text;
+}
+
+QByteArray toWindows1252(QStringView text)
+{
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const char32_t c : text.toUcs4())
+        bytes += byteFor(c);
+    return bytes;
+}
+
+QString decodeText(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8(bytes);
+    if (utf8.hasError())
+        return fromWindows1252(bytes);
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1);
+    return text;
+}
+
+double leadingNumber(QStringView text)
+{
+    QByteArray number;
+    bool digits = false, point = false, exponent = false;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == ' ' || u == '\t' || u == '\n' || u == '\r')
+            continue;
+        if (u >= '0' && u <= '9') {
+            digits = true;
+        } else if ((u == '+' || u == '-') && (number.isEmpty() || number.endsWith('e'))) {
+        } else if (u == '.' && !point && !exponent) {
+            point = true;
+        } else if ((u == 'e' || u == 'E' || u == 'd' || u == 'D') && digits && !exponent) {
+            exponent = true;
+            number += 'e';
+            continue;
+        } else {
+            break;
+        }
+        number += char(u);
+    }
+    if (!digits)
+        return 0;
+    while (!number.isEmpty() && !(number.back() >= '0' && number.back() <= '9') &&
+           number.back() != '.')
+        number.chop(1);
+    bool ok = false;
+    const double value = number.toDouble(&ok);
+    return ok && std::isfinite(value) ? value : 0;
+}

@@ -1,0 +1,247 @@
+#include "player/id3tag.h"
+#include "player/mp3info.h"
+
+#include "support/temphome.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+QByteArray readAll(const QString &path)
+{
+    QFile in(path);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+
+// Audio-like bytes without the letters of "tag" in any case.
+QByteArray audio(int size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (int i = 0; i < size; ++i)
+        bytes[i] = char(0x80 + (i * 7) % 0x70);
+    bytes[0] = char(0xFF), bytes[1] = char(0xFB), bytes[2] = char(0x90), bytes[3] = char(0x44);
+    return bytes;
+}
+
+TagFields fields(const QString &title, const QString &track = QStringLiteral("3"), int genre = 1)
+{
+    TagFields f;
+    f.title = title;
+    f.artist = QStringLiteral("Someone");
+    f.album = QStringLiteral("Record");
+    f.year = QStringLiteral("2001");
+    f.comment = QStringLiteral("ok");
+    f.track = track;
+    f.genre = genre;
+    return f;
+}
+
+} // namespace
+
+TEST(GenreList, KeepsItsEntriesSpellingsAndShift)
+{
+    const QStringList &list = genreList();
+    ASSERT_EQ(list.size(), 81);
+    struct Case
+    {
+        int code;
+        const char *name;
+    } cases[] = {{0, "Unknown"},          {1, "Blues"},        {34, "Intrumental"},
+                 {47, "Intrumental Pop"}, {68, "Psychadelic"}, {79, "Rock & Roll"},
+                 {80, "Hard Rock"},       {81, "Unknown"},     {255, "Unknown"},
+                 {-1, "Unknown"}};
+    for (const Case &c : cases)
+        EXPECT_EQ(genreName(c.code), QString::fromLatin1(c.name)) << c.code;
+}
+
+TEST(TagRecord, FieldsForTheWindowFollowTheStoredBytes)
+{
+    struct Case
+    {
+        int track, genre;
+        const char *trackText;
+        int genreIndex;
+    } cases[] = {{7, 18, "07", 18}, {0, 80, "00", 80}, {255, 255, "255", 0}, {32, 81, "32", 0}};
+    for (const Case &c : cases) {
+        TagRecord r;
+        r.Title = QStringLiteral("  Hi").leftJustified(30);
+        r.Artist = QString::fromLatin1("Band\0\0\0junk", 11).leftJustified(30);
+        r.Track = c.track;
+        r.Genre = c.genre;
+        const TagFields f = fieldsFromRecord(r);
+        EXPECT_EQ(f.title, "Hi");
+        EXPECT_EQ(f.artist, "Band"); // NUL padding ends the text
+        EXPECT_EQ(f.track, QString::fromLatin1(c.trackText));
+        EXPECT_EQ(f.genre, c.genreIndex);
+    }
+}
+
+TEST(TagRecord, FieldsPastTheBufferEndArePaddedWithSpaces)
+{
+    QByteArray last(256, char(0x90));
+    last.replace(200, 8, "tAgShort"); // 23 bytes of artist remain, nothing after
+    const TagRecord r = readTag(last);
+    EXPECT_EQ(r.Title, "Short" + fromWindows1252(last.mid(208, 25)));
+    EXPECT_EQ(r.Artist, fromWindows1252(last.mid(233, 23)) + QString(7, ' '));
+    EXPECT_EQ(r.Album, QString(30, ' '));
+    EXPECT_EQ(r.Year, QString(4, ' '));
+    EXPECT_EQ(r.Track, ' ');
+    EXPECT_EQ(r.Genre, ' ');
+}
+
+TEST(Windows1252, ConvertsBothWaysAndMarksWhatItCannotWrite)
+{
+    struct Case
+    {
+        QString text;
+        QByteArray bytes;
+    } cases[] = {
+        {QStringLiteral("Caf\u00e9 \u20ac5"), QByteArray("Caf\xe9 \x80"
+                                                         "5")},
+        {QStringLiteral("\u201cQ\u201d \u2014 \u0160"), QByteArray("\x93Q\x94 \x97 \x8a")},
+        {QStringLiteral("\u65e5\u672c"), QByteArray("??")},
+        {QStringLiteral("a\U0001F600b"), QByteArray("a?b")}, // one mark per character
+        {QStringLiteral("\u0081\u008d"), QByteArray("\x81\x8d")},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(toWindows1252(c.text), c.bytes);
+        if (!c.bytes.contains('?')) {
+            EXPECT_EQ(fromWindows1252(c.bytes), c.text);
+        }
+    }
+    QByteArray every(256, 0);
+    for (int i = 0; i < 256; ++i)
+        every[i] = char(i);
+    EXPECT_EQ(toWindows1252(fromWindows1252(every)), every);
+}
+
+TEST(SaveIDTag, AddsThenUpdatesAndLeavesEveryOtherByteAlone)
+{
+    TempHome home;
+    const QByteArray original = audio(5000);
+    const QString path = home.write("a.mp3", original);
+
+    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("First"))), "Tag Added!");
+    const QByteArray once = readAll(path);
+    ASSERT_EQ(once.size(), original.size() + 128);
+    EXPECT_EQ(once.left(original.size()), original);
+
+    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("Second \u00e9\u4e00"), "12", 80)),
+              "Tag Updated!");
+    const QByteArray twice = readAll(path);
+    ASSERT_EQ(twice.size(), once.size());
+    EXPECT_EQ(twice.left(original.size()), original);
+    const QByteArray tag = twice.right(128);
+    EXPECT_EQ(tag.left(33), QByteArray("TAGSecond \xe9?").leftJustified(33, ' '));
+    EXPECT_EQ(tag.mid(93, 4), "2001");
+    EXPECT_EQ(quint8(tag[126]), 12);
+    EXPECT_EQ(quint8(tag[127]), 80);
+
+    const Mp3Info info = GetMP3Info(path);
+    const TagFields back = fieldsFromRecord(info.tag);
+    EXPECT_EQ(back.title, QStringLiteral("Second \u00e9?"));
+    EXPECT_EQ(back.track, "12");
+    EXPECT_EQ(genreName(back.genre), "Hard Rock");
+}
+
+TEST(SaveIDTag, TrackAndFieldsBecomeSingleBytesOrFail)
+{
+    TempHome home;
+    struct Case
+    {
+        QString track;
+        int genre;
+        int trackByte; // -1: the save fails
+    } cases[] = {
+        {"5", 1, 5},     {" 12 ", 2, 12}, {"abc", 3, 0}, {"", 3, 0},
+        {"255", 4, 255}, {"256", 4, -1},  {"-1", 4, -1}, {"7x", 5, 7},
+        {"2.5", 5, 2},   {"3", 256, -1},  {"3", -1, -1},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.track.toStdString());
+        const QByteArray original = audio(600);
+        const QString path = home.write("t.mp3", original);
+        const TagFields f = fields(QString(40, 'x'), c.track, c.genre);
+        const QString message = SaveIDTag(path, f);
+        if (c.trackByte < 0) {
+            EXPECT_EQ(message, "Error writing tag (is file in use?)!");
+            EXPECT_EQ(readAll(path), original);
+            continue;
+        }
+        EXPECT_EQ(message, "Tag Added!");
+        const QByteArray tag = readAll(path).right(128);
+        EXPECT_EQ(tag.mid(3, 30), QByteArray(30, 'x')); // cut when longer
+        EXPECT_EQ(tag.mid(97, 29), QByteArray("ok").leftJustified(29, ' '));
+        EXPECT_EQ(quint8(tag[126]), c.trackByte);
+        EXPECT_EQ(quint8(tag[127]), c.genre);
+    }
+}
+
+TEST(SaveIDTag, UpdatesAtAMisplacedTagWord)
+{
+    TempHome home;
+    QByteArray original = audio(3000);
+    original.replace(original.size() - 50, 3, "tag"); // no real tag: the word is in the audio
+    const QString path = home.write("m.mp3", original);
+    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("X"))), "Tag Updated!");
+    const QByteArray after = readAll(path);
+    ASSERT_EQ(after.size(), original.size() - 50 + 128);
+    EXPECT_EQ(after.left(original.size() - 50), original.left(original.size() - 50));
+    EXPECT_TRUE(after.mid(original.size() - 50).startsWith("TAGX "));
+}
+
+TEST(SaveIDTag, FailsWithoutChangingOrCreatingAnything)
+{
+    TempHome home;
+    const QString regular = home.write("plain", "not a folder");
+    const QString cases[] = {
+        regular + QStringLiteral("/song.mp3"), // parent is a regular file
+        home.file("vanished.mp3"),
+        home.path(), // a folder
+        QString(),
+    };
+    for (const QString &path : cases) {
+        SCOPED_TRACE(path.toStdString());
+        EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("X"))),
+                  "Error writing tag (is file in use?)!");
+    }
+    EXPECT_FALSE(QFile::exists(home.file("vanished.mp3")));
+    EXPECT_EQ(readAll(regular), "not a folder");
+}
+
+TEST(SaveIDTag, AWriteThatStopsHalfWayLeavesTheFileAsItWas)
+{
+    TempHome home;
+    const QByteArray original = audio(4096);
+    const QString path = home.write("big.mp3", original);
+
+    // The file may grow by 50 bytes only: the 128-byte tag fails part way.
+    rlimit old{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = old;
+    small.rlim_cur = rlim_t(original.size() + 50);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const QString message = SaveIDTag(path, fields(QStringLiteral("X")));
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, oldHandler);
+
+    EXPECT_EQ(message, "Error writing tag (is file in use?)!");
+    EXPECT_EQ(readAll(path), original);
+}
+
+TEST(SaveIDTag, ReadOnlyFileIsRefusedWhenPermissionsApply)
+{
+    if (geteuid() == 0)
+        GTEST_SKIP() << "permission bits do not stop root";
+    TempHome home;
+    const QString path = home.write("ro.mp3", audio(1000));
+    QFile::setPermissions(path, QFileDevice::ReadOwner);
+    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("X"))), "Error writing tag (is file in use?)!");
+    EXPECT_EQ(readAll(path), audio(1000));
+}

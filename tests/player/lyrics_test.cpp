@@ -1,0 +1,188 @@
+#include "player/lyrics.h"
+
+#include "support/temphome.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+std::vector<qint32> timesOf(const LyricsData &d)
+{
+    return std::vector<qint32>(d.times.begin() + 1, d.times.begin() + 1 + d.timedCount);
+}
+
+} // namespace
+
+TEST(LoadLyrics, ReadsBothDialectsWithTheirColumnsAndUnits)
+{
+    struct Case
+    {
+        const char *name;
+        QByteArray file;
+        QStringList lines;
+        std::vector<qint32> times;
+        bool loaded;
+    } cases[] = {
+        {"native",
+         "Velto Lyric\r\n:000012500: Hello\r\nplain words\r\n:000013000: World\r\n",
+         {"Hello", "plain words", "World"},
+         {12500, 13000},
+         true},
+        {"native lower-case header and bad columns",
+         "velto lyric v1\n:0000125000: no\n000012500: no\n:000012500:x\n:000000000: zero\n",
+         {":0000125000: no", "000012500: no", ":000012500:x", "zero"},
+         {0},
+         false},
+        {"native negative and blanks in the number",
+         "VELTO LYRIC\n:-00000100: early\n: 1 2 3 4 : spaced\n:000000007: \n",
+         {"early", "spaced", ""},
+         {-100, 1234, 7},
+         true},
+        {"tenths",
+         "; Title: x\n; by me\n000000015Hello\n000000000 untimed\nxyz\n000000020",
+         {"Hello", "000000000 untimed", "xyz", ""},
+         {1500, 2000},
+         true},
+        {"cd frames",
+         "; TITLE\n; CD\n000000075Hello\n000000001a\n000000150b\n",
+         {"Hello", "a", "b"},
+         {1000, 13, 2000},
+         true},
+        {"16-bit overflow stays text",
+         "; TITLE\n000040000big\n000032767max\n",
+         {"000040000big", "max"},
+         {3276700},
+         true},
+        {"no header", "just\nwords\n", {"just", "words"}, {}, false},
+        {"utf-8 with mark",
+         "\xEF\xBB\xBFVELTO LYRIC\n:000000100: caf\xC3\xA9\n",
+         {QStringLiteral("caf\u00e9")},
+         {100},
+         true},
+        {"windows-1252",
+         "VELTO LYRIC\n:000000100: caf\xE9 \x80\n",
+         {QStringLiteral("caf\u00e9 \u20ac")},
+         {100},
+         true},
+        {"empty", "", {}, {}, false},
+        {"binary",
+         QByteArray("VELTO LYRIC\n:\0\0\0\xff\xfe:\n\r\r\n", 23),
+         {QString::fromLatin1(":\0\0\0", 4) + QStringLiteral("\u00ff\u00fe:"), "", ""},
+         {},
+         false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const LyricsData d = readLyr(c.file);
+        EXPECT_EQ(d.lines, c.lines);
+        EXPECT_EQ(timesOf(d), c.times);
+        EXPECT_EQ(d.LyricsLoaded, c.loaded);
+    }
+}
+
+TEST(LoadLyrics, MissingFileShowsNoLyricsAndIsNotFollowed)
+{
+    TempHome home;
+    for (const QString &path : {home.file("none.lyr"), home.path(), QString()}) {
+        const LyricsData d = LoadLyrics(path);
+        EXPECT_EQ(d.lines, QStringList{"No Lyrics"});
+        EXPECT_FALSE(d.LyricsLoaded);
+        EXPECT_EQ(d.timedCount, 0);
+    }
+}
+
+TEST(LoadLyrics, KeepsTimesForTheFirst500TimedLinesOnly)
+{
+    TempHome home;
+    QByteArray file = "VELTO LYRIC\n";
+    for (int n = 1; n <= 600; ++n)
+        file += ":" + QByteArray::number(n * 1000).rightJustified(9, '0') + ": line " +
+                QByteArray::number(n) + "\n";
+    const LyricsData d = LoadLyrics(home.write("long.lyr", file));
+    EXPECT_EQ(d.lines.size(), 600);
+    EXPECT_EQ(d.lines[599], "line 600");
+    EXPECT_EQ(d.timedCount, 500);
+    EXPECT_EQ(d.times[500], 500000);
+    EXPECT_EQ(d.rows[500], 499);
+}
+
+TEST(LoadLyrics, LrcTimeTagsOffsetsAndRepeatedLines)
+{
+    const QByteArray file = "[ar:Someone]\n[ti:Song]\n[offset:+500]\n"
+                            "[00:10.00][01:00.50]Chorus\n"
+                            "[00:05]  Verse\n"
+                            "[00:20.1]Tenths\n[00:21.123]Millis\n"
+                            "[00:00.20]Early\n"
+                            "[00:30.00]\n"
+                            "[aa:bb]Not a time\n[00:40.00]([ad lib])\n";
+    const LyricsData d = readLrc(file);
+    EXPECT_EQ(d.lines, (QStringList{"Early", "Verse", "Chorus", "Tenths", "Millis", "",
+                                    "([ad lib])", "Chorus"}));
+    EXPECT_EQ(timesOf(d), (std::vector<qint32>{1, 4500, 9500, 19600, 20623, 29500, 39500, 60000}));
+    EXPECT_TRUE(d.LyricsLoaded);
+
+    const LyricsData later = readLrc("[offset:-250]\n[00:01.00]a\n");
+    EXPECT_EQ(timesOf(later), std::vector<qint32>{1250});
+    const LyricsData untimed = readLrc("plain\n\nwords\n[re:tool]\n");
+    EXPECT_EQ(untimed.lines, (QStringList{"plain", "words"}));
+    EXPECT_FALSE(untimed.LyricsLoaded);
+    const LyricsData broken = readLrc("[00:01.00\n[99999999:59.999]x\n[0:1]y\n[");
+    EXPECT_EQ(broken.lines, QStringList{"y"});
+    EXPECT_EQ(timesOf(broken), std::vector<qint32>{1000});
+}
+
+TEST(LoadLyrics, FindsTheLyricFileBesideTheMediaInAnyLetterCase)
+{
+    TempHome home;
+    home.write("music/a.mp3", "x");
+    home.write("music/A.LYR", "VELTO LYRIC\n:000001000: from lyr\n");
+    home.write("music/a.Lrc", "[00:01.00]from lrc\n");
+    home.write("music/b.lrc", "[00:02.00]only lrc\n");
+    EXPECT_EQ(LoadLyrics(lyricsFileFor(home.file("music/a.mp3"))).lines, QStringList{"from lyr"});
+    EXPECT_EQ(LoadLyrics(lyricsFileFor(home.file("music/b.mp3"))).lines, QStringList{"only lrc"});
+    EXPECT_EQ(LoadLyrics(lyricsFileFor(home.file("music/c.mp3"))).lines, QStringList{"No Lyrics"});
+}
+
+TEST(PlayLyrics, FollowsThePositionAndSearchesAgainAfterASeek)
+{
+    const LyricsData d =
+        readLyr("VELTO LYRIC\n:000001000: one\nuntimed\n:000002000: two\n:000003000: three\n"
+                ":000003000: three again\n:000005000: five\n");
+    struct Case
+    {
+        const char *what;
+        int line;
+        qint64 pos;
+        int newLine, row;
+    } cases[] = {
+        {"before the next line", 1, 1500, 1, -1},   {"next line begins", 1, 2000, 2, 2},
+        {"two lines share a time", 3, 3000, 4, 4},  {"seek forward past two lines", 1, 4000, 4, 4},
+        {"seek backwards", 5, 1200, 1, 0},          {"seek before the first line", 4, 10, 1, 0},
+        {"past the last line", 5, 9000, 5, 5},      {"no time at the current line", 0, 2500, 0, -1},
+        {"index out of range", 600, 2500, 600, -1},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const LyricStep step = PlayLyrics(d, c.pos, c.line);
+        EXPECT_EQ(step.line, c.newLine);
+        EXPECT_EQ(step.row, c.row);
+    }
+}
+
+TEST(PlayLyrics, DoubleClickPairsRowsWithTimesByPosition)
+{
+    const LyricsData d = readLyr("VELTO LYRIC\n:000001000: one\nuntimed\n:000002000: two\n");
+    struct Case
+    {
+        int row;
+        qint64 seek;
+        int line;
+    } cases[] = {{0, 1000, 1}, {1, 2000, 2}, {2, -1, 3}, {-1, -1, 0}, {500, -1, -1}, {-2, -1, -1}};
+    for (const Case &c : cases) {
+        const LyricJump j = lyricsDoubleClick(d, c.row);
+        EXPECT_EQ(j.seekMs, c.seek) << c.row;
+        EXPECT_EQ(j.line, c.line) << c.row;
+    }
+}

@@ -1,0 +1,113 @@
+#include "player/mp3info.h"
+
+#include "support/temphome.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A file of `size` bytes that starts with the four header bytes.
+QByteArray audio(const QByteArray &header, int size)
+{
+    QByteArray bytes = header;
+    bytes.resize(size, char(0x55));
+    return bytes;
+}
+
+QByteArray tagBytes(const QByteArray &title, char track, char genre)
+{
+    QByteArray tag = "TAG" + title.leftJustified(30, ' ', true) +
+                     QByteArray("Artist").leftJustified(30, ' ') +
+                     QByteArray("Album").leftJustified(30, ' ') + "1999" +
+                     QByteArray("Comment").leftJustified(29, ' ');
+    return tag + track + genre;
+}
+
+} // namespace
+
+TEST(Mp3Info, DecodesHeaderFieldsWithTheProgramsOwnTables)
+{
+    struct Case
+    {
+        const char *header;
+        const char *bitRate, *sampleRate, *mode;
+        int bitNumber, sampleNumber;
+    } cases[] = {
+        {"\xFF\xFB\x90\x44", "128", "44", "jstereo", 128, 44},
+        {"\xFF\xFB\xF0\x00", "", "44", "stereo", 0, 44},      // index 15 is past the table
+        {"\xFF\xFB\x00\x80", "144", "44", "dualch", 144, 44}, // entry 0 is "144"
+        {"\xFF\xFB\x1C\xC0", "16", "??", "mono", 16, 0},
+        {"\xFF\xFB\x28\x00", "32", "32", "stereo", 32, 32},
+        {"\xFF\xFB\xE4\x40", "320", "48", "jstereo", 320, 48},
+        {"ID3\x03", "48", "44", "stereo", 48, 44}, // a leading v2 tag shows what its bytes give
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.bitRate);
+        const Mp3Info info = mp3InfoFromBytes(QByteArray(c.header, 4), QByteArray(256, 0));
+        ASSERT_TRUE(info.examined);
+        EXPECT_EQ(info.bitRate, QString::fromLatin1(c.bitRate));
+        EXPECT_EQ(info.sampleRate, QString::fromLatin1(c.sampleRate));
+        EXPECT_EQ(info.mode, QString::fromLatin1(c.mode));
+        EXPECT_EQ(info.bitRateNumber, c.bitNumber);
+        EXPECT_EQ(info.sampleRateNumber, c.sampleNumber);
+    }
+}
+
+TEST(Mp3Info, ExaminesOnlyFilesOf256BytesOrMore)
+{
+    TempHome home;
+    struct Case
+    {
+        QString path;
+        bool examined;
+    } cases[] = {
+        {home.write("short.mp3", audio("\xFF\xFB\x90\x44", 255)), false},
+        {home.write("exact.mp3", audio("\xFF\xFB\x90\x44", 256)), true},
+        {home.write("empty.mp3", QByteArray()), false},
+        {home.file("missing.mp3"), false},
+        {QString(), false},
+        {home.path(), false}, // a folder
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.path.toStdString());
+        const Mp3Info info = GetMP3Info(c.path);
+        EXPECT_EQ(info.examined, c.examined);
+        if (!c.examined) {
+            EXPECT_TRUE(info.bitRate.isEmpty());
+            EXPECT_EQ(info.tag.Genre, 80); // the reset record
+            EXPECT_EQ(info.tag.Track, 0);
+            EXPECT_EQ(info.tag.Title, QString(30, ' '));
+        }
+    }
+}
+
+TEST(Mp3Info, ReadsTheTagAtTheEndOfARealFile)
+{
+    TempHome home;
+    const QString path = home.write("song.mp3", audio("\xFF\xFB\x90\x44", 10000) +
+                                                    tagBytes("Song", char(7), char(18)));
+    const Mp3Info info = GetMP3Info(path);
+    ASSERT_TRUE(info.examined);
+    EXPECT_EQ(info.bitRate, "128");
+    EXPECT_EQ(info.tag.Title, QString("Song").leftJustified(30));
+    EXPECT_EQ(info.tag.Artist, QString("Artist").leftJustified(30));
+    EXPECT_EQ(info.tag.Year, "1999");
+    EXPECT_EQ(info.tag.Comment, QString("Comment").leftJustified(29));
+    EXPECT_EQ(info.tag.Track, 7);
+    EXPECT_EQ(info.tag.Genre, 18);
+}
+
+TEST(Mp3Info, FirstTagWordInTheLast256BytesWinsEvenInsideAudio)
+{
+    TempHome home;
+    // "Tag" sits 40 bytes before the real tag: every field is read from there.
+    QByteArray bytes = audio("\xFF\xFB\x90\x44", 4000);
+    bytes.replace(bytes.size() - 40, 3, "Tag");
+    bytes += tagBytes("Real", char(1), char(2));
+    const Mp3Info info = GetMP3Info(home.write("odd.mp3", bytes));
+    const QByteArray last = bytes.right(256);
+    const qsizetype p = last.indexOf("Tag");
+    EXPECT_EQ(info.tag.Title, QString::fromLatin1(last.mid(p + 3, 30)));
+    EXPECT_EQ(info.tag.Track, quint8(last[p + 126]));
+    EXPECT_NE(info.tag.Title, QString("Real").leftJustified(30));
+}
