@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+// What the playback engine needs of a media-control device: set the device
+// type and file name, open, play, stop, seek, and read length, position, mode
+// and the last error, all in milliseconds.
+//
+// Opening is asynchronous: open() returns at once, and either `opened` or
+// `failed` follows from the event loop. play(), seek() and setFrom() may be
+// called while the device is still opening; they take effect once it is open.
+//
+// The class is header-only on purpose: the mpv-backed device lives in a module
+// loaded at run time, and it must not carry a second copy of anything that
+// lives in the executable.
+class MediaDevice
+{
+public:
+    // The numbers are those of the classic media-control interface, so the
+    // engine can show them as they always were.
+    enum class Mode { NotReady = 524, Stopped = 525, Playing = 526, Paused = 529, Open = 530 };
+
+    static constexpr int NoError = 0;
+    static constexpr int DeviceNotInstalled = 263;
+    static constexpr int CannotOpen = 274;
+    static constexpr int UnknownFormat = 277;
+
+    // Callbacks run on the thread that owns the device, from the event loop,
+    // never from inside a call into the device. A callback may close or
+    // destroy the device.
+    struct Events
+    {
+        std::function<void()> opened;
+        std::function<void()> ended;
+        std::function<void(qint64 ms)> positionChanged;
+        std::function<void(int error, const QString &text)> failed;
+    };
+
+    virtual ~MediaDevice() = default;
+
+    static QStringList knownDeviceTypes()
+    {
+        return {QStringLiteral("MPEGVideo"),   QStringLiteral("MPEGVideo2"),
+                QStringLiteral("ActiveMovie"), QStringLiteral("M4W_MCI"),
+                QStringLiteral("Animation"),   QStringLiteral("Animation1"),
+                QStringLiteral("MMMovie")};
+    }
+    // Exact and case-sensitive, as every comparison of device names is.
+    static bool isKnownDeviceType(const QString &type) { return knownDeviceTypes().contains(type); }
+
+    static QString modeName(Mode mode)
+    {
+        switch (mode) {
+        case Mode::NotReady:
+            return QStringLiteral("not ready");
+        case Mode::Stopped:
+            return QStringLiteral("stopped");
+        case Mode::Playing:
+            return QStringLiteral("playing");
+        case Mode::Paused:
+            return QStringLiteral("paused");
+        case Mode::Open:
+            return QStringLiteral("open");
+        }
+        return QString();
+    }
+
+    virtual void setEvents(Events events) = 0;
+
+    // An unknown type is accepted here and refused by open() with 263.
+    virtual void setDeviceType(const QString &type) = 0;
+    virtual QString deviceType() const = 0;
+    virtual void setFileName(const QString &path) = 0;
+    virtual QString fileName() const = 0;
+
+    // Clears the last error, then starts opening. Returns at once.
+    virtual void open() = 0;
+    // Unloads the file; a pending open is abandoned without any callback.
+    virtual void close() = 0;
+    // Plays from the position set by setFrom(), if any, else from where it is.
+    virtual void play() = 0;
+    // Halts and keeps the position, as a classic device does.
+    virtual void stop() = 0;
+    virtual void pause() = 0;
+    virtual void resume() = 0;
+    // Clamped to 0..length(). The position reads the target at once.
+    virtual void seek(qint64 ms) = 0;
+    // The start position for the next play().
+    virtual void setFrom(qint64 ms) = 0;
+
+    // 0 until the device is open.
+    virtual qint64 length() const = 0;
+    virtual qint64 position() const = 0;
+    virtual Mode mode() const = 0;
+    virtual int errorNumber() const = 0;
+    virtual QString errorText() const = 0;
+};

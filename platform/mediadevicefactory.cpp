@@ -1,0 +1,108 @@
+#include "mediadevicefactory.h"
+
+#include "platform/nullmediadevice.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QtDebug>
+
+namespace {
+
+const char moduleName[] = "libvelto_mpv.so";
+
+} // namespace
+
+MediaDeviceFactory::MediaDeviceFactory() : m_files(defaultModuleFiles()) {}
+
+MediaDeviceFactory::MediaDeviceFactory(QStringList moduleFiles) : m_files(std::move(moduleFiles)) {}
+
+MediaDeviceFactory::~MediaDeviceFactory()
+{
+    if (m_pending.valid())
+        m_pending.wait();
+}
+
+QStringList MediaDeviceFactory::defaultModuleFiles()
+{
+    QStringList files;
+    const QString programDir = QCoreApplication::applicationDirPath();
+    if (!programDir.isEmpty()) {
+        files << QDir(programDir).filePath(QLatin1String(moduleName))
+              << QDir(programDir)
+                     .filePath(QStringLiteral("../lib/velto/") + QLatin1String(moduleName));
+    }
+#ifdef VELTO_MPV_MODULE
+    files << QStringLiteral(VELTO_MPV_MODULE);
+#endif
+    return files;
+}
+
+void MediaDeviceFactory::preload()
+{
+    if (m_loaded || m_pending.valid())
+        return;
+    m_pending = std::async(std::launch::async, &MediaDeviceFactory::load, m_files);
+}
+
+MediaDeviceFactory::Loaded MediaDeviceFactory::load(const QStringList &files)
+{
+    Loaded result;
+    QStringList problems;
+    for (const QString &file : files) {
+        if (!QFileInfo::exists(file))
+            continue;
+        // The module stays loaded for the life of the process: devices made
+        // from it may outlive this factory.
+        QLibrary library(file);
+        library.setLoadHints(QLibrary::PreventUnloadHint);
+        if (!library.load()) {
+            problems << library.errorString();
+            continue;
+        }
+        result.create =
+            reinterpret_cast<Loaded::Create>(library.resolve("velto_create_media_device"));
+        if (result.create)
+            return result;
+        problems << QStringLiteral("%1 has no velto_create_media_device").arg(file);
+    }
+    if (problems.isEmpty())
+        problems << QStringLiteral("%1 not found in %2")
+                        .arg(QLatin1String(moduleName), files.join(QStringLiteral(", ")));
+    result.problem = problems.join(QStringLiteral("; "));
+    return result;
+}
+
+const MediaDeviceFactory::Loaded &MediaDeviceFactory::loaded()
+{
+    if (!m_loaded) {
+        m_loaded = std::make_unique<Loaded>(m_pending.valid() ? m_pending.get() : load(m_files));
+        if (!m_loaded->create)
+            qWarning().noquote() << "Media devices play silence: the media engine did not load:"
+                                 << m_loaded->problem;
+    }
+    return *m_loaded;
+}
+
+std::unique_ptr<MediaDevice> MediaDeviceFactory::create()
+{
+    const Loaded &engine = loaded();
+    if (!engine.create)
+        return std::make_unique<NullMediaDevice>();
+    // VELTO_AUDIO=null runs without sound but with real timing (tests, CI).
+    const QByteArray audio = qgetenv("VELTO_AUDIO");
+    const QByteArray audioOption = "ao=" + audio;
+    const char *options[] = {audio.isEmpty() ? nullptr : audioOption.constData(), nullptr};
+    return std::unique_ptr<MediaDevice>(engine.create(options));
+}
+
+bool MediaDeviceFactory::hasEngine()
+{
+    return loaded().create != nullptr;
+}
+
+QString MediaDeviceFactory::problem()
+{
+    return loaded().problem;
+}

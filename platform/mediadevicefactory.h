@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/mediadevice.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <future>
+#include <memory>
+
+// Makes media devices. The real engine is a module (libvelto_mpv.so) loaded
+// at run time, because linking libmpv into the program triples its start-up
+// time; start loading it with preload() once the window is up. Without the
+// module, or without libmpv, devices are NullMediaDevice and a warning says why.
+class MediaDeviceFactory
+{
+public:
+    // Searches the program's folder, then the build tree the program came from.
+    MediaDeviceFactory();
+    // Tries exactly these module files, in order; an empty list means no module.
+    explicit MediaDeviceFactory(QStringList moduleFiles);
+    ~MediaDeviceFactory();
+    MediaDeviceFactory(const MediaDeviceFactory &) = delete;
+    MediaDeviceFactory &operator=(const MediaDeviceFactory &) = delete;
+
+    static QStringList defaultModuleFiles();
+
+    // Starts loading the module on a worker thread and returns at once.
+    void preload();
+    // Waits for a preload in progress, or loads now on first use.
+    std::unique_ptr<MediaDevice> create();
+    // True once create() or a finished preload found the module.
+    bool hasEngine();
+    // Why the module could not be used; empty when it was.
+    QString problem();
+
+private:
+    struct Loaded
+    {
+        using Create = MediaDevice *(*)(const char *const *options);
+        Create create = nullptr;
+        QString problem;
+    };
+    static Loaded load(const QStringList &files);
+    const Loaded &loaded();
+
+    QStringList m_files;
+    std::future<Loaded> m_pending;
+    std::unique_ptr<Loaded> m_loaded;
+};

@@ -1,0 +1,420 @@
+#include "mpvdevice.h"
+
+#include <QFileInfo>
+#include <QPointer>
+#include <QtDebug>
+
+#include <mpv/client.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+enum ReplyKind : uint64_t { LoadReply = 1, SeekReply = 2, OtherReply = 3 };
+
+uint64_t replyId(ReplyKind kind, uint32_t generation)
+{
+    return (uint64_t(kind) << 32) | generation;
+}
+
+qint64 toMs(double seconds)
+{
+    if (!std::isfinite(seconds) || seconds < 0)
+        return 0;
+    return qint64(std::llround(seconds * 1000.0));
+}
+
+// mpv's load errors as the classic device numbers: a format it cannot read is
+// 277, anything else that stops a file from opening is 274.
+int mciError(int mpvError)
+{
+    switch (mpvError) {
+    case MPV_ERROR_UNKNOWN_FORMAT:
+    case MPV_ERROR_NOTHING_TO_PLAY:
+        return MediaDevice::UnknownFormat;
+    default:
+        return MediaDevice::CannotOpen;
+    }
+}
+
+int64_t entryIdOf(const mpv_node &result)
+{
+    if (result.format != MPV_FORMAT_NODE_MAP || !result.u.list)
+        return -1;
+    const mpv_node_list &map = *result.u.list;
+    for (int i = 0; i < map.num; ++i) {
+        if (std::strcmp(map.keys[i], "playlist_entry_id") == 0 &&
+            map.values[i].format == MPV_FORMAT_INT64)
+            return map.values[i].u.int64;
+    }
+    return -1;
+}
+
+} // namespace
+
+MpvDevice::MpvDevice(const QByteArrayList &options)
+{
+    // mpv refuses to start unless LC_NUMERIC is C; Qt resets it when the
+    // application object is built.
+    std::setlocale(LC_NUMERIC, "C");
+    m_mpv = mpv_create();
+    if (!m_mpv) {
+        qWarning("MpvDevice: mpv_create failed; the device cannot open files");
+        return;
+    }
+    // No user configuration, no scripts or key bindings of a standalone
+    // player, and audio that keeps its clock even without a sound server.
+    // gapless-audio=no: otherwise the end comes ~0.4 s early.
+    const char *const fixed[][2] = {
+        {"config", "no"},
+        {"ytdl", "no"},
+        {"audio-fallback-to-null", "yes"},
+        {"gapless-audio", "no"},
+        {"input-default-bindings", "no"},
+        {"osc", "no"},
+        {"vo", "null"},
+        {"idle", "yes"},
+        {"keep-open", "yes"},
+        {"terminal", "no"},
+        {"audio-display", "no"},
+        {"hwdec", "no"},
+    };
+    for (const auto &option : fixed)
+        mpv_set_option_string(m_mpv, option[0], option[1]);
+    for (const QByteArray &option : options) {
+        const qsizetype eq = option.indexOf('=');
+        if (eq <= 0)
+            continue;
+        const QByteArray name = option.left(eq);
+        const QByteArray value = option.mid(eq + 1);
+        if (mpv_set_option_string(m_mpv, name.constData(), value.constData()) < 0)
+            qWarning("MpvDevice: option %s refused", option.constData());
+    }
+    if (mpv_initialize(m_mpv) < 0) {
+        qWarning("MpvDevice: mpv_initialize failed; the device cannot open files");
+        mpv_terminate_destroy(m_mpv);
+        m_mpv = nullptr;
+        return;
+    }
+    mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
+    mpv_observe_property(m_mpv, 0, "time-pos", MPV_FORMAT_DOUBLE);
+    mpv_observe_property(m_mpv, 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_set_property_string(m_mpv, "pause", "yes");
+
+    mpv_set_wakeup_callback(
+        m_mpv,
+        [](void *context) {
+            // Runs on an mpv thread: only hand the work to the UI thread, once.
+            auto *self = static_cast<MpvDevice *>(context);
+            if (self->m_drainPosted.exchange(true))
+                return;
+            QMetaObject::invokeMethod(
+                self, [self] { self->drainEvents(); }, Qt::QueuedConnection);
+        },
+        this);
+}
+
+MpvDevice::~MpvDevice()
+{
+    if (!m_mpv)
+        return;
+    // After this returns no wakeup is running or will run; a drain already
+    // queued dies with this QObject.
+    mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
+    mpv_terminate_destroy(m_mpv);
+}
+
+MediaDevice::Mode MpvDevice::mode() const
+{
+    return m_state == State::Open ? m_mode : Mode::NotReady;
+}
+
+void MpvDevice::open()
+{
+    close();
+    ++m_generation;
+    m_error = NoError;
+    m_errorText.clear();
+    const uint32_t generation = m_generation;
+    auto failLater = [this, generation](int error, const QString &text) {
+        m_error = error;
+        m_errorText = text;
+        QMetaObject::invokeMethod(
+            this,
+            [this, generation, error, text] {
+                if (generation == m_generation && m_events.failed)
+                    m_events.failed(error, text);
+            },
+            Qt::QueuedConnection);
+    };
+    if (!isKnownDeviceType(m_deviceType)) {
+        failLater(DeviceNotInstalled, QStringLiteral("unknown device type"));
+        return;
+    }
+    if (!m_mpv) {
+        failLater(DeviceNotInstalled, QStringLiteral("the media engine could not start"));
+        return;
+    }
+    if (m_fileName.isEmpty()) {
+        failLater(CannotOpen, QStringLiteral("no file name"));
+        return;
+    }
+    m_state = State::Loading;
+    m_mode = Mode::NotReady;
+    m_length = 0;
+    m_position = 0;
+    m_durationKnown = false;
+    // An absolute path never reads as a protocol prefix ("av://", "edl://").
+    const QByteArray path = QFileInfo(m_fileName).absoluteFilePath().toUtf8();
+    setPaused(true);
+    const char *command[] = {"loadfile", path.constData(), "replace", nullptr};
+    mpv_command_async(m_mpv, replyId(LoadReply, generation), command);
+}
+
+void MpvDevice::close()
+{
+    if (m_state == State::Closed)
+        return;
+    ++m_generation;
+    m_state = State::Closed;
+    m_mode = Mode::NotReady;
+    m_entry = -1;
+    m_wantPlay = false;
+    m_seeking = false;
+    m_from = -1;
+    m_pendingSeek = -1;
+    m_length = 0;
+    m_position = 0;
+    const char *command[] = {"stop", nullptr};
+    mpv_command_async(m_mpv, replyId(OtherReply, m_generation), command);
+}
+
+void MpvDevice::setPaused(bool paused)
+{
+    int flag = paused ? 1 : 0;
+    mpv_set_property_async(m_mpv, replyId(OtherReply, m_generation), "pause", MPV_FORMAT_FLAG,
+                           &flag);
+}
+
+void MpvDevice::play()
+{
+    if (m_state == State::Loading) {
+        m_wantPlay = true;
+        setPaused(false);
+        return;
+    }
+    if (m_state != State::Open)
+        return;
+    if (m_from >= 0) {
+        seekNow(m_from);
+        m_from = -1;
+    } else if (m_length > 0 && m_position >= m_length) {
+        // At the end a classic device stays stopped instead of starting over.
+        return;
+    }
+    m_mode = Mode::Playing;
+    setPaused(false);
+}
+
+void MpvDevice::stop()
+{
+    if (m_state == State::Loading) {
+        m_wantPlay = false;
+        setPaused(true);
+    } else if (m_state == State::Open) {
+        m_mode = Mode::Stopped;
+        setPaused(true);
+    }
+}
+
+void MpvDevice::pause()
+{
+    stop();
+    if (m_state == State::Open)
+        m_mode = Mode::Paused;
+}
+
+void MpvDevice::resume()
+{
+    if (mode() == Mode::Paused || m_state == State::Loading)
+        play();
+}
+
+void MpvDevice::seek(qint64 ms)
+{
+    if (m_state == State::Loading)
+        m_pendingSeek = ms;
+    else if (m_state == State::Open)
+        seekNow(ms);
+}
+
+void MpvDevice::seekNow(qint64 ms)
+{
+    ms = qBound<qint64>(0, ms, m_length);
+    m_position = ms;
+    // time-pos values still queued from before the seek would move the
+    // position back; they are dropped until playback restarts.
+    m_seeking = true;
+    const QByteArray seconds = QByteArray::number(double(ms) / 1000.0, 'f', 3);
+    const char *command[] = {"seek", seconds.constData(), "absolute+exact", nullptr};
+    mpv_command_async(m_mpv, replyId(SeekReply, m_generation), command);
+}
+
+void MpvDevice::drainEvents()
+{
+    m_drainPosted = false;
+    QPointer<MpvDevice> alive(this);
+    while (m_mpv) {
+        mpv_event *event = mpv_wait_event(m_mpv, 0);
+        if (event->event_id == MPV_EVENT_NONE)
+            break;
+        handleEvent(*event);
+        if (!alive)
+            return;
+    }
+}
+
+void MpvDevice::handleEvent(const mpv_event &event)
+{
+    const uint32_t generation = uint32_t(event.reply_userdata & 0xffffffffu);
+    const auto kind = ReplyKind(event.reply_userdata >> 32);
+    switch (event.event_id) {
+    case MPV_EVENT_COMMAND_REPLY:
+        if (generation != m_generation)
+            return;
+        if (kind == SeekReply && event.error < 0) {
+            m_seeking = false;
+        } else if (kind == LoadReply && m_state == State::Loading) {
+            if (event.error < 0) {
+                fail(CannotOpen, QString::fromUtf8(mpv_error_string(event.error)));
+                return;
+            }
+            m_entry = entryIdOf(static_cast<mpv_event_command *>(event.data)->result);
+            // mpv may have given up on the file before this reply came.
+            if (m_entry >= 0 && m_ended.entry == m_entry)
+                endOfEntry();
+            else
+                finishLoading();
+        }
+        return;
+    case MPV_EVENT_START_FILE:
+        m_startedEntry = static_cast<mpv_event_start_file *>(event.data)->playlist_entry_id;
+        m_durationKnown = false;
+        return;
+    case MPV_EVENT_FILE_LOADED:
+        m_loadedEntry = m_startedEntry;
+        finishLoading();
+        return;
+    case MPV_EVENT_PLAYBACK_RESTART:
+        m_seeking = false;
+        // A stream may never know its length; it opens with none.
+        if (m_state == State::Loading && m_entry >= 0 && m_loadedEntry == m_entry)
+            m_durationKnown = true;
+        finishLoading();
+        return;
+    case MPV_EVENT_END_FILE: {
+        const auto *end = static_cast<mpv_event_end_file *>(event.data);
+        m_ended = {end->playlist_entry_id, int(end->reason), end->error};
+        if (m_entry >= 0 && m_ended.entry == m_entry)
+            endOfEntry();
+        return;
+    }
+    case MPV_EVENT_PROPERTY_CHANGE:
+        propertyChanged(*static_cast<mpv_event_property *>(event.data));
+        return;
+    default:
+        return;
+    }
+}
+
+void MpvDevice::endOfEntry()
+{
+    if (m_state == State::Loading) {
+        const int error =
+            m_ended.reason == MPV_END_FILE_REASON_ERROR ? m_ended.error : MPV_ERROR_UNKNOWN_FORMAT;
+        fail(mciError(error), QString::fromUtf8(mpv_error_string(error)));
+    } else if (m_state == State::Open && m_ended.reason != MPV_END_FILE_REASON_STOP) {
+        // The file went away under an open device (a read error): it ends there.
+        m_state = State::Closed;
+        m_entry = -1;
+        if (m_events.ended)
+            m_events.ended();
+    }
+}
+
+void MpvDevice::propertyChanged(const mpv_event_property &property)
+{
+    const bool known = property.format != MPV_FORMAT_NONE && property.data;
+    if (std::strcmp(property.name, "duration") == 0) {
+        m_durationKnown = known;
+        if (known) {
+            m_length = toMs(*static_cast<double *>(property.data));
+            finishLoading();
+        }
+        return;
+    }
+    if (m_state != State::Open || !known)
+        return;
+    if (std::strcmp(property.name, "time-pos") == 0) {
+        // A stopped device holds the position it was stopped at, though mpv
+        // still settles a few milliseconds further.
+        if (m_seeking || m_mode != Mode::Playing)
+            return;
+        const qint64 ms = qMin(toMs(*static_cast<double *>(property.data)), m_length);
+        if (ms == m_position)
+            return;
+        m_position = ms;
+        if (m_events.positionChanged)
+            m_events.positionChanged(ms);
+    } else if (std::strcmp(property.name, "eof-reached") == 0) {
+        if (*static_cast<int *>(property.data) && m_mode == Mode::Playing) {
+            m_mode = Mode::Stopped;
+            m_position = m_length;
+            if (m_events.ended)
+                m_events.ended();
+        }
+    }
+}
+
+void MpvDevice::finishLoading()
+{
+    // Open only once the reply named our entry, mpv loaded that entry, and
+    // its length is known: the engine reads the length right after opening.
+    if (m_state != State::Loading || m_entry < 0 || m_loadedEntry != m_entry || !m_durationKnown)
+        return;
+    m_state = State::Open;
+    m_mode = m_wantPlay ? Mode::Playing : Mode::Stopped;
+    m_position = 0;
+    if (m_from >= 0 && m_wantPlay) {
+        seekNow(m_from);
+        m_from = -1;
+    } else if (m_pendingSeek >= 0) {
+        seekNow(m_pendingSeek);
+    }
+    m_pendingSeek = -1;
+    m_wantPlay = false;
+    if (m_events.opened)
+        m_events.opened();
+}
+
+void MpvDevice::fail(int error, const QString &text)
+{
+    m_state = State::Closed;
+    m_mode = Mode::NotReady;
+    m_entry = -1;
+    m_error = error;
+    m_errorText = text;
+    ++m_generation;
+    if (m_events.failed)
+        m_events.failed(error, text);
+}
+
+extern "C" Q_DECL_EXPORT MediaDevice *velto_create_media_device(const char *const *options)
+{
+    QByteArrayList list;
+    for (; options && *options; ++options)
+        list.append(QByteArray(*options));
+    return new MpvDevice(list);
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/mediadevice.h"
+
+#include <QByteArrayList>
+#include <QObject>
+
+#include <atomic>
+#include <cstdint>
+
+struct mpv_handle;
+struct mpv_event;
+struct mpv_event_property;
+
+// One libmpv player per device. Every call into mpv from the UI thread is
+// asynchronous or a property read of the client's own cache, so nothing here
+// waits for a file to load.
+class MpvDevice : public QObject, public MediaDevice
+{
+public:
+    // Options are "name=value" pairs applied after the fixed ones (ao=null ...).
+    explicit MpvDevice(const QByteArrayList &options);
+    ~MpvDevice() override;
+
+    void setEvents(Events events) override { m_events = std::move(events); }
+    void setDeviceType(const QString &type) override { m_deviceType = type; }
+    QString deviceType() const override { return m_deviceType; }
+    void setFileName(const QString &path) override { m_fileName = path; }
+    QString fileName() const override { return m_fileName; }
+
+    void open() override;
+    void close() override;
+    void play() override;
+    void stop() override;
+    void pause() override;
+    void resume() override;
+    void seek(qint64 ms) override;
+    void setFrom(qint64 ms) override { m_from = ms; }
+
+    qint64 length() const override { return m_state == State::Open ? m_length : 0; }
+    qint64 position() const override { return m_state == State::Open ? m_position : 0; }
+    Mode mode() const override;
+    int errorNumber() const override { return m_error; }
+    QString errorText() const override { return m_errorText; }
+
+private:
+    enum class State { Closed, Loading, Open };
+
+    void drainEvents();
+    void handleEvent(const mpv_event &event);
+    void propertyChanged(const mpv_event_property &property);
+    void endOfEntry();
+    void finishLoading();
+    void fail(int error, const QString &text);
+    void setPaused(bool paused);
+    void seekNow(qint64 ms);
+
+    mpv_handle *m_mpv = nullptr;
+    Events m_events;
+    QString m_deviceType;
+    QString m_fileName;
+    State m_state = State::Closed;
+    Mode m_mode = Mode::NotReady;
+    int m_error = NoError;
+    QString m_errorText;
+
+    // Each open() is one generation; mpv's replies and events about an older
+    // file are recognised by its playlist entry and dropped.
+    uint32_t m_generation = 0;
+    int64_t m_entry = -1;
+    int64_t m_startedEntry = -1;
+    int64_t m_loadedEntry = -1;
+    struct Ended
+    {
+        int64_t entry = -1;
+        int reason = 0;
+        int error = 0;
+    } m_ended;
+    bool m_durationKnown = false;
+    bool m_seeking = false;
+    bool m_wantPlay = false;
+
+    qint64 m_length = 0;
+    qint64 m_position = 0;
+    qint64 m_from = -1;
+    qint64 m_pendingSeek = -1;
+    std::atomic<bool> m_drainPosted{false};
+};
