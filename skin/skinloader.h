@@ -1,13 +1,29 @@
 #pragma once
 
+#include "lights.h"
+#include "platform/clock.h"
+#include "segmentdisplay.h"
+#include "skinbuttons.h"
 #include "skindescription.h"
 
 #include <QImage>
+#include <QObject>
+#include <QPointer>
 #include <QRegion>
+
+#include <array>
 
 class Dialogs;
 class QPainter;
 class QWidget;
+class SkinAnimWidget;
+class SkinAreaWidget;
+class SkinLabelWidget;
+class SkinLightWidget;
+class SkinListArea;
+class SkinSliderWidget;
+class SkinTextArea;
+class SkinTextField;
 
 // The pictures a skin leaves the window with: the bitmaps loaded, the "Z" copies
 // made, and the outline cut from the main picture as it stood at the "O" record,
@@ -22,12 +38,20 @@ struct SkinPictures
 
 SkinPictures buildSkinPictures(const SkinDescription &skin);
 
-// Loads skin files onto the main window: shows the reader's messages, keeps the
-// old skin when the new one is refused, and shapes and paints the window.
-class SkinLoader
+// Loads skin files onto the main window and keeps what a skin becomes there:
+// the painted picture with its digit groups, and the elements, all children
+// of the window. Elements are kept by kind and number across skins, as the
+// window's fixed set of controls: a new skin hides them all and places again
+// those it names, so lists, the notepad, text fields, labels and sliders keep
+// their contents and values, and switching skins creates nothing new once
+// every kind has been seen.
+class SkinLoader : public QObject
 {
+    Q_OBJECT
 public:
-    SkinLoader(QWidget &window, Dialogs &dialogs) : m_window(window), m_dialogs(dialogs) {}
+    SkinLoader(QWidget &window, Dialogs &dialogs);
+    SkinLoader(QWidget &window, Dialogs &dialogs, const Clock &clock);
+    ~SkinLoader() override;
 
     // False when the file was refused and the old skin stays.
     bool LoadSkin(const QString &file);
@@ -35,13 +59,88 @@ public:
     const SkinDescription &skin() const { return m_skin; }
     const SkinPictures &pictures() const { return m_pictures; }
     QString file() const { return m_file; }
+    // The main picture with the digit groups drawn onto it.
+    const QImage &canvas() const { return m_canvas; }
 
+    // dirty is in window pixels.
     void paint(QPainter &painter, const QRect &dirty) const;
 
+    // Whole-number scale of the window: VELTO_SCALE (1, 2 or 3) when set, else
+    // the floor of a device pixel ratio of 2 or more, else 1.
+    static int chooseScale(qreal devicePixelRatio, const QByteArray &forced);
+    int scale() const { return m_scale; }
+    void setScale(int scale);
+
+    // Buttons: the command signal carries what a released button runs.
+    SkinButtons &buttons() { return m_buttons; }
+    // For skin authors: 0 none, 1 and 2 two kinds of outline around every
+    // button and label.
+    void setOutlineStyle(int style);
+    int outlineStyle() const { return m_outline; }
+
+    // The segment display. Groups repaint only the spot they change.
+    void SetDD(int group, const QVariant &value);
+    void setTimeFmt(bool twentyFourHour) { m_display.setTimeFmt(twentyFourHour ? 1 : 0); }
+    // Hiding a group shows the skin's picture in its place again.
+    void setGroupVisible(int group, bool visible);
+    const SegmentDisplay &display() const { return m_display; }
+
+    void setLabel(int number, const QString &text);
+    QString label(int number) const;
+    SkinLabelWidget *labelWidget(int number); // null outside 0 to 80
+
+    // Lights 1 to 22 and label 26; kept and applied again to every new skin.
+    void ShowLights(const LightsView &view);
+    SkinLightWidget *light(int number) const; // null when the skin has none
+
+    // Each made on first use and kept; hidden while the skin has no place for
+    // it. Null for numbers a skin cannot have.
+    SkinSliderWidget *slider(int number); // 0 to 6
+    SkinListArea *list(int number);       // 1 and 4 to 8
+    SkinTextArea *notepad();              // list 2
+    SkinTextField *textField(int number); // 0 to 3
+    SkinAreaWidget *area(int number);     // 1 cover, 2 video, 3 web page
+    SkinAnimWidget *anim(int number);     // 0 to 4
+
+signals:
+    void command(qint16 cmd);
+    void sliderChanged(int number, double value);
+    void sliderReleased(int number, double value);
+    void areaDoubleClicked(int number);
+
 private:
+    void placeElements();
+    void placeDigitCells();
+    void placeLights();
+    void placeLabels();
+    void placeOthers();
+    void hideAll();
+    void repaintPicture(const QRect &rect);
+
     QWidget &m_window;
     Dialogs &m_dialogs;
+    SystemClock m_systemClock;
+    const Clock &m_clock;
     QString m_file;
     SkinDescription m_skin;
     SkinPictures m_pictures;
+    QImage m_canvas;
+    SegmentDisplay m_display;
+    std::array<QRect, SegmentDisplay::GroupCount> m_drawn; // where each group has drawn
+    int m_drawing = -1;
+    SkinButtons m_buttons;
+    LightsView m_lightsView;
+    std::array<bool, LightsView::Count + 1> m_lightPlaced{};
+    int m_scale = 1;
+    int m_outline = 0;
+
+    std::array<QPointer<SkinLabelWidget>, 81> m_labels;
+    std::array<QPointer<SkinLightWidget>, LightsView::Count + 1> m_lights;
+    std::array<QPointer<SkinAreaWidget>, SegmentDisplay::GroupCount> m_cells;
+    std::array<QPointer<SkinSliderWidget>, 7> m_sliders;
+    std::array<QPointer<SkinListArea>, 9> m_lists;
+    QPointer<SkinTextArea> m_notepad;
+    std::array<QPointer<SkinTextField>, 4> m_textFields;
+    std::array<QPointer<SkinAreaWidget>, 4> m_areas;
+    std::array<QPointer<SkinAnimWidget>, 5> m_anims;
 };

@@ -1,0 +1,61 @@
+#include "skinareawidget.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+SkinAreaWidget::SkinAreaWidget(int number, QWidget *parent) : QWidget(parent), m_number(number)
+{
+    setFocusPolicy(Qt::NoFocus);
+    hide();
+}
+
+void SkinAreaWidget::place(const QRect &geometry, const QString &toolTip, bool takesClicks)
+{
+    setGeometry(geometry);
+    setToolTip(toolTip);
+    setAttribute(Qt::WA_TransparentForMouseEvents, !takesClicks && toolTip.isEmpty());
+}
+
+void SkinAreaWidget::setPicture(const QImage &picture)
+{
+    m_picture = picture;
+    update();
+}
+
+void SkinAreaWidget::setContent(QWidget *content)
+{
+    if (m_content == content)
+        return;
+    if (m_content && m_content->parent() == this)
+        m_content->hide();
+    m_content = content;
+    if (content) {
+        content->setParent(this);
+        content->setGeometry(rect());
+        content->show();
+    }
+}
+
+void SkinAreaWidget::paintEvent(QPaintEvent *)
+{
+    if (m_picture.isNull())
+        return;
+    QPainter p(this);
+    // Covers are photographs of any size: smoothing suits them.
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    p.drawImage(rect(), m_picture);
+}
+
+void SkinAreaWidget::resizeEvent(QResizeEvent *event)
+{
+    if (m_content)
+        m_content->setGeometry(rect());
+    QWidget::resizeEvent(event);
+}
+
+void SkinAreaWidget::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return event->ignore();
+    emit doubleClicked(m_number);
+}

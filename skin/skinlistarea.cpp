@@ -1,0 +1,18 @@
+#include "skinlistarea.h"
+
+#include "elementstyle.h"
+
+SkinListArea::SkinListArea(int number, QWidget *parent) : QListWidget(parent), m_number(number)
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setUniformItemSizes(true); // playlists run to thousands of entries
+    hide();
+}
+
+void SkinListArea::configure(const SkinList &list, int scale)
+{
+    setGeometry(scaledRect(list.rect, scale));
+    applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale));
+    setToolTip(list.toolTip);
+}

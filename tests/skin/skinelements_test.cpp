@@ -1,0 +1,584 @@
+#include "skin/pressedoverlay.h"
+#include "skin/skinanimwidget.h"
+#include "skin/skinareawidget.h"
+#include "skin/skinbuttonwidget.h"
+#include "skin/skinlabelwidget.h"
+#include "skin/skinlightwidget.h"
+#include "skin/skinloader.h"
+#include "skin/skinsliderwidget.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFontInfo>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+// Every resource pixel differs from its neighbours, so a face taken one pixel
+// off shows; the main picture uses colours the resource never has.
+QRgb resourcePixel(int x, int y)
+{
+    return qRgb((x * 2) & 0xFF, (y * 4) & 0xFF, 200);
+}
+QRgb mainPixel(int x, int y)
+{
+    return qRgb(90, 90 + (x + y) % 8, 40);
+}
+
+// The main window as far as the skin is concerned: painted through the loader,
+// noting the mouse presses its elements pass on.
+class Window : public QWidget
+{
+public:
+    SkinLoader *loader = nullptr;
+    std::vector<Qt::MouseButton> presses;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QPainter p(this);
+        if (loader)
+            loader->paint(p, event->rect());
+    }
+    void mousePressEvent(QMouseEvent *event) override { presses.push_back(event->button()); }
+};
+
+// A skin in a temporary folder, loaded onto a shown window.
+struct Rig
+{
+    TempHome home;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    Window window;
+    SkinLoader loader{window, dialogs, clock};
+    std::vector<qint16> commands;
+    QImage main{120, 80, QImage::Format_RGB32};
+    QImage resource{128, 64, QImage::Format_RGB32};
+
+    explicit Rig(int scale = 1)
+    {
+        window.loader = &loader;
+        loader.setScale(scale);
+        QObject::connect(&loader, &SkinLoader::command,
+                         [this](qint16 cmd) { commands.push_back(cmd); });
+        for (int y = 0; y < main.height(); ++y)
+            for (int x = 0; x < main.width(); ++x)
+                main.setPixel(x, y, mainPixel(x, y));
+        for (int y = 0; y < resource.height(); ++y)
+            for (int x = 0; x < resource.width(); ++x)
+                resource.setPixel(x, y, resourcePixel(x, y));
+        QDir().mkpath(home.file(QStringLiteral("skin")));
+        main.save(home.file(QStringLiteral("skin/main.png")));
+        resource.save(home.file(QStringLiteral("skin/res.png")));
+    }
+
+    bool load(const QString &records, int hoverStyle = 0)
+    {
+        const QString text = QStringLiteral("\"Velto Skin/PLAYER\",\"Test\"\n1,0\n"
+                                            "\"Main\",\"main.png\"\n\"Resource\",\"res.png\"\n"
+                                            "\"*\",\"\"\n") +
+                             QString::number(hoverStyle) + QStringLiteral(",0,10,20,30,0,0,0\n") +
+                             records + QStringLiteral("E\n");
+        const QString path = home.write(QStringLiteral("skin/test.skin"), text.toUtf8());
+        const bool ok = loader.LoadSkin(path);
+        window.show();
+        (void)QTest::qWaitForWindowExposed(&window);
+        return ok;
+    }
+
+    SkinButtonWidget &button(int index) { return *loader.buttons().button(index); }
+    PressedOverlay &overlay() { return loader.buttons().overlay(); }
+    QImage shot() { return window.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+};
+
+const QString Buttons = QStringLiteral("B12,10,10,20,12,5,7,\"play\",\"Play\"\n"
+                                       "B15,40,10,20,12,30,20,\"next\",\"Next\"\n"
+                                       "K3,70,10,16,12,60,0,\"calc\",\"~\",\"calculator.skin\"\n");
+
+// The overlay shows the resource rectangle at face, each picture pixel scale x scale.
+::testing::AssertionResult showsFace(PressedOverlay &overlay, QPoint face, QSize size, int scale)
+{
+    const QImage shown = overlay.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    if (shown.size() != size * scale)
+        return ::testing::AssertionFailure()
+               << "overlay is " << shown.width() << "x" << shown.height();
+    for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x)
+            if (shown.pixel(x, y) != resourcePixel(face.x() + x / scale, face.y() + y / scale))
+                return ::testing::AssertionFailure() << "differs at " << x << "," << y;
+    return ::testing::AssertionSuccess();
+}
+
+void mouseMove(QWidget &widget, QPoint pos, Qt::MouseButtons held)
+{
+    QMouseEvent move(QEvent::MouseMove, pos, widget.mapToGlobal(pos), Qt::NoButton, held, {});
+    QApplication::sendEvent(&widget, &move);
+}
+
+// The mouse moves with no button held, through the window system, which tells
+// the elements it enters and leaves.
+void moveTo(QWidget &window, QPoint pos)
+{
+    QTest::mouseMove(&window, pos);
+}
+
+} // namespace
+
+TEST(SkinButtons, PressShowsThePressedFaceOverTheButtonAtEveryScale)
+{
+    for (const int scale : {1, 2, 3}) {
+        Rig rig(scale);
+        ASSERT_TRUE(rig.load(Buttons));
+        SkinButtonWidget &next = rig.button(2);
+        EXPECT_EQ(next.geometry(), QRect(40 * scale, 10 * scale, 20 * scale, 12 * scale));
+        QTest::mousePress(&next, Qt::LeftButton);
+        PressedOverlay &overlay = rig.overlay();
+        ASSERT_TRUE(overlay.isVisible()) << "scale " << scale;
+        EXPECT_EQ(overlay.geometry(), next.geometry());
+        EXPECT_TRUE(showsFace(overlay, {30, 20}, {20, 12}, scale)) << "scale " << scale;
+        EXPECT_EQ(overlay.toolTip(), QStringLiteral("Next"));
+        EXPECT_TRUE(rig.commands.empty()) << "a command ran on press";
+
+        QTest::mouseRelease(&next, Qt::LeftButton);
+        QTest::mousePress(&rig.button(3), Qt::LeftButton);
+        EXPECT_EQ(overlay.geometry(), rig.button(3).geometry());
+        EXPECT_TRUE(showsFace(overlay, {60, 0}, {16, 12}, scale));
+        EXPECT_EQ(overlay.toolTip(), QString()) << "a \"~\" tip gives none";
+    }
+}
+
+TEST(SkinButtons, CommandRunsOnReleaseOverTheButtonOrOverlayOnly)
+{
+    enum Target { OnButton, OnOverlay };
+    const struct
+    {
+        const char *what;
+        int hoverStyle;
+        Target target;
+        QPoint release; // relative to the button's top-left corner, in window pixels
+        std::vector<qint16> commands;
+    } cases[] = {
+        {"release over the button", 0, OnButton, {5, 5}, {15}},
+        {"release at the button's last pixel", 0, OnButton, {19, 11}, {15}},
+        {"release just right of it", 0, OnButton, {20, 5}, {}},
+        {"release far outside", 0, OnButton, {-30, 40}, {}},
+        {"release over the overlay", 2, OnOverlay, {5, 5}, {15}},
+        {"release away from the overlay", 2, OnOverlay, {5, -1}, {}},
+    };
+    for (const auto &c : cases) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(Buttons, c.hoverStyle));
+        SkinButtonWidget &next = rig.button(2);
+        QWidget *target = &next;
+        if (c.target == OnOverlay) {
+            moveTo(rig.window, next.geometry().center());
+            target = &rig.overlay();
+            ASSERT_TRUE(rig.overlay().isVisible()) << c.what;
+        }
+        QTest::mousePress(target, Qt::LeftButton, {}, {5, 5});
+        QTest::mouseRelease(target, Qt::LeftButton, {}, c.release);
+        EXPECT_EQ(rig.commands, c.commands) << c.what;
+        EXPECT_FALSE(rig.overlay().isVisible()) << c.what << ": the overlay stays after release";
+    }
+}
+
+TEST(SkinButtons, HeldButtonLooksReleasedWhileTheMouseIsOutside)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(Buttons));
+    SkinButtonWidget &play = rig.button(1);
+    QTest::mousePress(&play, Qt::LeftButton, {}, {4, 4});
+    mouseMove(play, {40, 4}, Qt::LeftButton);
+    EXPECT_TRUE(rig.overlay().isVisible());
+    EXPECT_FALSE(rig.overlay().pressedLook());
+    EXPECT_EQ(rig.shot().pixel(12, 12), mainPixel(12, 12)) << "the released face should show";
+    mouseMove(play, {4, 4}, Qt::LeftButton);
+    EXPECT_TRUE(rig.overlay().pressedLook());
+    EXPECT_EQ(rig.shot().pixel(12, 12), resourcePixel(5 + 2, 7 + 2));
+    QTest::mouseRelease(&play, Qt::LeftButton, {}, {4, 4});
+    EXPECT_EQ(rig.commands, std::vector<qint16>{12});
+}
+
+TEST(SkinButtons, OtherMouseButtonsReachTheWindow)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(Buttons));
+    QTest::mousePress(&rig.button(1), Qt::RightButton);
+    QTest::mouseRelease(&rig.button(1), Qt::RightButton);
+    EXPECT_EQ(rig.window.presses, std::vector<Qt::MouseButton>{Qt::RightButton});
+    EXPECT_FALSE(rig.overlay().isVisible());
+    EXPECT_TRUE(rig.commands.empty());
+}
+
+TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(Buttons, 2));
+    PressedOverlay &overlay = rig.overlay();
+    const struct
+    {
+        int index;
+        QPoint face;
+        QSize size;
+    } route[] = {{1, {5, 7}, {20, 12}},
+                 {2, {30, 20}, {20, 12}},
+                 {3, {60, 0}, {16, 12}},
+                 {1, {5, 7}, {20, 12}}};
+    moveTo(rig.window, {5, 60});
+    for (const auto &step : route) {
+        SkinButtonWidget &b = rig.button(step.index);
+        moveTo(rig.window, b.geometry().center());
+        ASSERT_TRUE(overlay.isVisible()) << "button " << step.index;
+        EXPECT_EQ(overlay.geometry(), b.geometry()) << "button " << step.index;
+        EXPECT_TRUE(showsFace(overlay, step.face, step.size, 1)) << "button " << step.index;
+        // Moving on within the button: the overlay covering it must not end the hover.
+        moveTo(rig.window, b.geometry().center() + QPoint(1, 1));
+        EXPECT_TRUE(overlay.isVisible()) << "button " << step.index;
+        EXPECT_EQ(overlay.index(), step.index);
+    }
+    EXPECT_TRUE(rig.commands.empty());
+    moveTo(rig.window, {5, 60});
+    EXPECT_FALSE(overlay.isVisible()) << "the pressed look stays after the mouse left";
+    moveTo(rig.window, rig.button(1).geometry().center());
+    EXPECT_TRUE(overlay.isVisible()) << "coming back to the same button";
+    EXPECT_TRUE(rig.commands.empty());
+
+    // A click: the button comes up on release and stays up while the mouse rests on it.
+    QTest::mousePress(&overlay, Qt::LeftButton);
+    QTest::mouseRelease(&overlay, Qt::LeftButton);
+    EXPECT_EQ(rig.commands, std::vector<qint16>{12});
+    moveTo(rig.window, rig.button(1).geometry().center() + QPoint(2, 0));
+    EXPECT_FALSE(overlay.isVisible());
+    moveTo(rig.window, rig.button(2).geometry().center());
+    EXPECT_TRUE(overlay.isVisible());
+    EXPECT_EQ(overlay.index(), 2);
+}
+
+TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
+{
+    for (const int style : {0, 1, 3}) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(Buttons, style));
+        SkinButtonWidget &play = rig.button(1);
+        SkinButtonWidget &next = rig.button(2);
+
+        moveTo(rig.window, play.geometry().center());
+        moveTo(rig.window, next.geometry().center());
+        QImage shot = rig.shot();
+        EXPECT_EQ(next.hoverBorder(), style == 1) << "style " << style;
+        EXPECT_FALSE(play.hoverBorder()) << "style " << style;
+        EXPECT_EQ(shot.pixel(40, 10) != mainPixel(40, 10), style == 1) << "style " << style;
+        EXPECT_EQ(shot.pixel(59, 21) != mainPixel(59, 21), style == 1) << "style " << style;
+        EXPECT_EQ(shot.pixel(10, 10), mainPixel(10, 10)) << "border left on the button left";
+        EXPECT_FALSE(rig.overlay().isVisible()) << "style " << style;
+
+        moveTo(rig.window, {5, 60});
+        EXPECT_FALSE(next.hoverBorder()) << "border left after the mouse went away";
+        EXPECT_EQ(rig.shot().pixel(40, 10), mainPixel(40, 10));
+
+        // A click takes the border away; the command still runs once.
+        moveTo(rig.window, next.geometry().center());
+        QTest::mouseClick(&next, Qt::LeftButton);
+        EXPECT_FALSE(next.hoverBorder());
+        EXPECT_EQ(rig.commands, std::vector<qint16>{15});
+    }
+}
+
+TEST(SkinButtons, CommandThatLoadsAnotherSkinReusesTheButtonSafely)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(Buttons));
+    const QString other =
+        rig.home.write(QStringLiteral("skin/other.skin"),
+                       QByteArrayLiteral("\"Velto Skin\",\"Other\"\n1,0\n\"Main\",\"main.png\"\n"
+                                         "\"Resource\",\"res.png\"\n\"*\",\"\"\n0,0,0,0,0,0,0,0\n"
+                                         "B99,0,50,30,20,0,0,\"x\",\"Other\"\nE\n"));
+    QObject::connect(&rig.loader, &SkinLoader::command, [&](qint16 cmd) {
+        if (cmd == 1003)
+            rig.loader.LoadSkin(other);
+    });
+    SkinButtonWidget &calc = rig.button(3);
+    QTest::mouseClick(&calc, Qt::LeftButton);
+    EXPECT_EQ(rig.commands, std::vector<qint16>{1003});
+    ASSERT_NE(rig.loader.buttons().button(1), nullptr);
+    EXPECT_EQ(rig.loader.buttons().button(1)->button().command, 99);
+    EXPECT_EQ(rig.loader.buttons().button(2), nullptr);
+    EXPECT_FALSE(rig.overlay().isVisible());
+}
+
+TEST(SkinButtons, AuthorOutlinesMarkButtonsAndLabelsInTwoStyles)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(Buttons + QStringLiteral("L4,10,40,50,14,255,255,255,8,\"\",\"~\"\n")));
+    const QRect button(10, 10, 20, 12), label(10, 40, 50, 14);
+    // How many pixels of the rectangle's top edge, and of its middle row, differ
+    // from the picture; and the colour the edge is drawn in.
+    struct Look
+    {
+        int edge = 0, middle = 0;
+        QRgb colour = 0;
+    };
+    auto look = [&](const QImage &shot, const QRect &r) {
+        Look l;
+        for (int x = r.left(); x <= r.right(); ++x) {
+            if (shot.pixel(x, r.top()) != mainPixel(x, r.top())) {
+                ++l.edge;
+                l.colour = shot.pixel(x, r.top());
+            }
+            const int y = r.center().y();
+            l.middle += shot.pixel(x, y) != mainPixel(x, y) && x > r.left() && x < r.right();
+        }
+        return l;
+    };
+    for (const int style : {0, 1, 2}) {
+        rig.loader.setOutlineStyle(style);
+        const QImage shot = rig.shot();
+        for (const QRect &r : {button, label}) {
+            const Look l = look(shot, r);
+            if (style == 0) {
+                EXPECT_EQ(l.edge + l.middle, 0) << "style 0 draws nothing";
+                continue;
+            }
+            EXPECT_GE(l.edge, r.width() / 3) << "style " << style;
+            EXPECT_EQ(l.middle > 0, style == 2) << "style " << style << ": only 2 tints inside";
+        }
+        if (style != 0) {
+            EXPECT_NE(look(shot, button).colour, look(shot, label).colour)
+                << "buttons and labels look alike in style " << style;
+        }
+    }
+}
+
+TEST(SkinSlider, DragMovesTheKnobAlongItsTrack)
+{
+    // Track 60 long, knob 10: the knob's left edge travels 0 to 50.
+    const struct
+    {
+        const char *what;
+        int scale;
+        bool vertical;
+        QPoint press, move; // in picture pixels along the slider
+        double value;
+    } cases[] = {
+        {"held by the knob's middle, to the far end", 1, false, {30, 4}, {55, 4}, 1.0},
+        {"held by the knob, past the start", 1, false, {30, 4}, {-20, 4}, 0.0},
+        {"held by the knob's edge, moved 10", 1, false, {26, 4}, {36, 4}, 0.7},
+        {"pressed on the track: the knob's middle comes to the mouse",
+         1,
+         false,
+         {10, 4},
+         {10, 4},
+         0.1},
+        {"at scale 2", 2, false, {30, 4}, {40, 4}, 0.7},
+        {"upright: the top is the maximum", 1, true, {4, 30}, {4, 5}, 1.0},
+        {"upright: dragged down 10", 1, true, {4, 30}, {4, 40}, 0.3},
+    };
+    for (const auto &c : cases) {
+        Rig rig(c.scale);
+        ASSERT_TRUE(rig.load(c.vertical ? QStringLiteral("S2,20,10,8,60,0,40,1,10,\"Volume\"\n")
+                                        : QStringLiteral("S2,20,40,60,8,0,40,0,10,\"Volume\"\n")));
+        SkinSliderWidget *slider = rig.loader.slider(2);
+        ASSERT_TRUE(slider && slider->isVisible()) << c.what;
+        QSignalSpy changed(&rig.loader, &SkinLoader::sliderChanged);
+        QSignalSpy released(&rig.loader, &SkinLoader::sliderReleased);
+        EXPECT_DOUBLE_EQ(slider->value(), 0.5) << "a new slider sits in the middle";
+
+        QTest::mousePress(slider, Qt::LeftButton, {}, c.press * c.scale);
+        EXPECT_TRUE(slider->dragging()) << c.what;
+        mouseMove(*slider, c.move * c.scale, Qt::LeftButton);
+        QTest::mouseRelease(slider, Qt::LeftButton, {}, c.move * c.scale);
+        EXPECT_NEAR(slider->value(), c.value, 1e-9) << c.what;
+        EXPECT_FALSE(slider->dragging()) << c.what;
+        ASSERT_FALSE(changed.isEmpty()) << c.what;
+        EXPECT_EQ(changed.last().at(0).toInt(), 2) << c.what;
+        EXPECT_NEAR(changed.last().at(1).toDouble(), c.value, 1e-9) << c.what;
+        ASSERT_EQ(released.size(), 1) << c.what;
+
+        // The knob's picture is drawn where the value puts it.
+        const int along = int(std::lround((c.vertical ? 1 - c.value : c.value) * 50));
+        const QPoint knob = c.vertical ? QPoint(20, 10 + along) : QPoint(20 + along, 40);
+        const QImage shot = rig.shot();
+        EXPECT_EQ(shot.pixel(knob * c.scale), resourcePixel(0, 40)) << c.what;
+        const QPoint knobEnd =
+            knob + (c.vertical ? QPoint(7, 9) : QPoint(9, 7)); // the knob's last pixel
+        EXPECT_EQ(shot.pixel(knobEnd * c.scale),
+                  resourcePixel(c.vertical ? 7 : 9, 40 + (c.vertical ? 9 : 7)))
+            << c.what;
+    }
+}
+
+TEST(SkinSlider, DoubleClickCentresOnlySlidersThreeAndFive)
+{
+    for (int number = 0; number <= 6; ++number) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(QStringLiteral("S%1,20,40,60,8,0,40,0,10,\"~\"\n").arg(number)));
+        SkinSliderWidget *slider = rig.loader.slider(number);
+        slider->setValue(0.2);
+        QSignalSpy changed(&rig.loader, &SkinLoader::sliderChanged);
+        QTest::mouseDClick(slider, Qt::LeftButton, {}, {55, 4});
+        const bool centres = number == 3 || number == 5;
+        EXPECT_DOUBLE_EQ(slider->value(), centres ? 0.5 : 0.2) << "slider " << number;
+        EXPECT_EQ(changed.size(), centres ? 1 : 0) << "slider " << number;
+    }
+}
+
+TEST(SkinLabel, FontRuleColourAndScale)
+{
+    const struct
+    {
+        const char *record;
+        int scale;
+        const char *family;
+        int points;
+        bool bold, italic, underline;
+    } cases[] = {
+        {"L1,0,0,90,20,1,2,3,-10,\"Arial:bi\",\"~\"", 1, "Arial", 10, true, true, false},
+        {"L1,0,0,90,20,1,2,3,12,\"Courier New\",\"~\"", 1, "Courier New", 12, false, false, false},
+        {"L1,0,0,90,20,1,2,3,9,\" Times :U\",\"~\"", 1, "Times", 9, false, false, true},
+        {"L1,0,0,90,20,1,2,3,9,\":b\",\"~\"", 1, "Arial", 9, true, false, false},
+        {"L1,0,0,90,20,1,2,3,9,\"DejaVu Sans:b\",\"~\"", 2, "DejaVu Sans", 18, true, false, false},
+    };
+    for (const auto &c : cases) {
+        Rig rig(c.scale);
+        ASSERT_TRUE(rig.load(QString::fromLatin1(c.record) + QLatin1Char('\n')));
+        SkinLabelWidget *label = rig.loader.labelWidget(1);
+        ASSERT_TRUE(label && label->isVisible()) << c.record;
+        const QFont f = label->font();
+        EXPECT_EQ(f.family(), QString::fromLatin1(c.family)) << c.record;
+        EXPECT_EQ(f.pointSize(), c.points) << c.record;
+        EXPECT_EQ(f.bold(), c.bold) << c.record;
+        EXPECT_EQ(f.italic(), c.italic) << c.record;
+        EXPECT_EQ(f.underline(), c.underline) << c.record;
+        EXPECT_EQ(label->colour(), QColor(1, 2, 3)) << c.record;
+        EXPECT_EQ(label->geometry(), QRect(0, 0, 90 * c.scale, 20 * c.scale)) << c.record;
+    }
+}
+
+TEST(SkinLabel, TextIsDrawnOnTheSkinEvenInAMissingFont)
+{
+    for (const char *font : {"DejaVu Sans", "No Such Font Anywhere", ""}) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(QStringLiteral("L7,10,40,100,20,255,255,0,12,\"%1\",\"~\"\n")
+                                 .arg(QString::fromLatin1(font))));
+        rig.loader.setLabel(7, QStringLiteral("WWWW MMMM WWWW MMMM WWWW MMMM WWWW"));
+        const QImage shot = rig.shot();
+        int inColour = 0;
+        for (int y = 0; y < shot.height(); ++y)
+            for (int x = 0; x < shot.width(); ++x) {
+                const bool yellow = shot.pixel(x, y) == qRgb(255, 255, 0);
+                inColour += yellow;
+                if (yellow && !QRect(10, 40, 100, 20).contains(x, y))
+                    ADD_FAILURE() << font << ": text drawn outside the label at " << x << "," << y;
+            }
+        EXPECT_GT(inColour, 20) << font;
+        // Where no text is drawn the skin shows through.
+        EXPECT_EQ(shot.pixel(10, 40), mainPixel(10, 40)) << font;
+        EXPECT_FALSE(QFontInfo(rig.loader.labelWidget(7)->font()).family().isEmpty()) << font;
+    }
+}
+
+TEST(SkinLights, FollowTheLightsViewInEverySkin)
+{
+    Rig rig;
+    const QString lights = QStringLiteral("I2,10,40,8,8,255,0,0,0,\"Play\"\n"
+                                          "I3,30,40,8,8,0,255,0,0,\"~\"\n"
+                                          "I0,50,40,8,8,0,0,255,0,\"~\"\n"
+                                          "L26,60,60,50,14,255,255,255,8,\"\",\"~\"\n");
+    ASSERT_TRUE(rig.load(lights));
+    LightsView view;
+    view.visible[2] = true;
+    view.visible[3] = false;
+    view.visible[0] = true; // light 0 has no switch behind it: never lit
+    view.label26 = QStringLiteral("CD");
+    rig.loader.ShowLights(view);
+    QImage shot = rig.shot();
+    EXPECT_EQ(shot.pixel(14, 44), qRgb(255, 0, 0));
+    EXPECT_EQ(shot.pixel(34, 44), mainPixel(34, 44));
+    EXPECT_EQ(shot.pixel(54, 44), mainPixel(54, 44));
+    EXPECT_EQ(rig.loader.label(26), QStringLiteral("CD"));
+    EXPECT_EQ(rig.loader.light(2)->toolTip(), QStringLiteral("Play"));
+    EXPECT_EQ(rig.loader.light(7), nullptr) << "the skin has no light 7";
+
+    view.visible[2] = false;
+    view.visible[3] = true;
+    rig.loader.ShowLights(view);
+    shot = rig.shot();
+    EXPECT_EQ(shot.pixel(14, 44), mainPixel(14, 44));
+    EXPECT_EQ(shot.pixel(34, 44), qRgb(0, 255, 0));
+
+    // A new skin takes the lights as they are now, wherever it puts them.
+    ASSERT_TRUE(rig.load(QStringLiteral("I3,70,10,8,8,0,255,0,0,\"~\"\n")));
+    shot = rig.shot();
+    EXPECT_EQ(shot.pixel(74, 14), qRgb(0, 255, 0));
+    EXPECT_EQ(shot.pixel(34, 44), mainPixel(34, 44));
+    EXPECT_EQ(rig.loader.light(2), nullptr);
+}
+
+TEST(SkinAnim, RunsOnlyWhileStartedAndShown)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("A1,10,40,0,20,8,6,4,20,1,\"~\"\n"
+                                        "A2,30,40,0,20,8,6,1,20,0,\"~\"\n")));
+    SkinAnimWidget *anim = rig.loader.anim(1);
+    EXPECT_EQ(anim->frameRect(0), QRect(0, 20, 8, 6));
+    EXPECT_EQ(anim->frameRect(3), QRect(0, 38, 8, 6)) << "direction 1 stacks frames downwards";
+    EXPECT_EQ(rig.loader.anim(2)->frameRect(2), QRect(16, 20, 8, 6));
+    EXPECT_FALSE(anim->ticking()) << "not started";
+    EXPECT_EQ(rig.shot().pixel(10, 40), resourcePixel(0, 20));
+
+    anim->start();
+    EXPECT_TRUE(anim->ticking());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return anim->frame() != 0; }, 5000));
+    rig.loader.anim(2)->start();
+    EXPECT_FALSE(rig.loader.anim(2)->ticking()) << "a single frame needs no timer";
+
+    ASSERT_TRUE(rig.load(QStringLiteral("B5,0,0,10,10,0,0,\"a\",\"~\"\n")));
+    EXPECT_FALSE(anim->isVisible());
+    EXPECT_FALSE(anim->ticking()) << "a hidden animation keeps a timer";
+    ASSERT_TRUE(rig.load(QStringLiteral("A1,10,40,0,20,8,6,4,20,1,\"~\"\n")));
+    EXPECT_TRUE(anim->ticking()) << "started and shown again";
+    anim->stop();
+    EXPECT_FALSE(anim->ticking());
+}
+
+TEST(SkinAreas, CoverPictureAndDoubleClickReachTheirUsers)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("C1,60,20,40,30,\"Cover\"\nC2,0,50,40,30,\"~\"\n")));
+    SkinAreaWidget *cover = rig.loader.area(1);
+    ASSERT_TRUE(cover && cover->isVisible());
+    EXPECT_EQ(cover->geometry(), QRect(60, 20, 40, 30));
+    QImage picture(4, 4, QImage::Format_RGB32);
+    picture.fill(qRgb(1, 200, 3));
+    cover->setPicture(picture);
+    EXPECT_EQ(rig.shot().pixel(80, 35), qRgb(1, 200, 3));
+
+    QSignalSpy doubleClicked(&rig.loader, &SkinLoader::areaDoubleClicked);
+    QTest::mouseDClick(cover, Qt::LeftButton);
+    ASSERT_EQ(doubleClicked.size(), 1);
+    EXPECT_EQ(doubleClicked.first().at(0).toInt(), 1);
+
+    auto *video = new QWidget;
+    rig.loader.area(2)->setContent(video);
+    EXPECT_EQ(video->parentWidget(), rig.loader.area(2));
+    EXPECT_EQ(video->geometry(), QRect(0, 0, 40, 30));
+    ASSERT_TRUE(rig.load(QStringLiteral("C2,10,10,60,40,\"~\"\n")));
+    EXPECT_FALSE(cover->isVisible());
+    EXPECT_EQ(video->geometry(), QRect(0, 0, 60, 40)) << "the content follows its area";
+    EXPECT_EQ(rig.loader.area(0), nullptr);
+    EXPECT_EQ(rig.loader.area(4), nullptr);
+}

@@ -1,0 +1,448 @@
+#include "skin/pressedoverlay.h"
+#include "skin/skinanimwidget.h"
+#include "skin/skinbuttonwidget.h"
+#include "skin/skinlabelwidget.h"
+#include "skin/skinlistarea.h"
+#include "skin/skinloader.h"
+#include "skin/skinsliderwidget.h"
+#include "skin/skintextarea.h"
+#include "skin/skintextfield.h"
+#include "skin/windowshape.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+namespace {
+
+const QString Shipped = QStringLiteral(VELTO_DATA_DIR "/skins/");
+
+QRgb resourcePixel(int x, int y)
+{
+    return qRgb((x * 2) & 0xFF, (y * 4) & 0xFF, 200);
+}
+QRgb mainPixel(int x, int y)
+{
+    return qRgb(90, 90 + (x + y) % 8, 40);
+}
+
+// The main window as far as the skin is concerned: it paints through the
+// loader and notes every spot it was asked to repaint.
+class SkinWindow : public QWidget
+{
+public:
+    SkinLoader *loader = nullptr;
+    QRegion painted;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        painted += event->region();
+        QPainter p(this);
+        if (loader)
+            loader->paint(p, event->rect());
+    }
+};
+
+struct Rig
+{
+    TempHome home;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    SkinWindow window;
+    SkinLoader loader{window, dialogs, clock};
+
+    explicit Rig(int scale = 1)
+    {
+        window.loader = &loader;
+        loader.setScale(scale);
+        QImage main(120, 80, QImage::Format_RGB32);
+        for (int y = 0; y < main.height(); ++y)
+            for (int x = 0; x < main.width(); ++x)
+                main.setPixel(x, y, x >= 110 && y >= 70 ? qRgb(255, 0, 255) : mainPixel(x, y));
+        QImage resource(128, 64, QImage::Format_RGB32);
+        for (int y = 0; y < resource.height(); ++y)
+            for (int x = 0; x < resource.width(); ++x)
+                resource.setPixel(x, y, resourcePixel(x, y));
+        QDir().mkpath(home.file(QStringLiteral("skin")));
+        main.save(home.file(QStringLiteral("skin/main.png")));
+        resource.save(home.file(QStringLiteral("skin/res.png")));
+    }
+
+    QString write(const QString &name, const QString &records) const
+    {
+        return home.write(QStringLiteral("skin/") + name,
+                          (QStringLiteral("\"Velto Skin\",\"Test\"\n1,0\n\"Main\",\"main.png\"\n"
+                                          "\"Resource\",\"res.png\"\n\"*\",\"\"\n"
+                                          "0,0,10,20,30,0,0,0\n") +
+                           records + QStringLiteral("E\n"))
+                              .toUtf8());
+    }
+
+    bool load(const QString &records, bool show = true)
+    {
+        const bool ok = loader.LoadSkin(write(QStringLiteral("test.skin"), records));
+        if (show) {
+            window.show();
+            settle();
+        }
+        return ok;
+    }
+
+    void settle()
+    {
+        QTest::qWait(30);
+        window.painted = QRegion();
+    }
+
+    QRegion repaintedBy(const std::function<void()> &change)
+    {
+        settle();
+        change();
+        // Repaints wait for the window's next frame; give it a few.
+        (void)QTest::qWaitFor([this] { return !window.painted.isEmpty(); }, 200);
+        QTest::qWait(30);
+        return window.painted;
+    }
+};
+
+std::string describe(const QRegion &region)
+{
+    std::string s;
+    for (const QRect &r : region)
+        s += " (" + std::to_string(r.x()) + "," + std::to_string(r.y()) + " " +
+             std::to_string(r.width()) + "x" + std::to_string(r.height()) + ")";
+    return s.empty() ? " nothing" : s;
+}
+
+QList<QWidget *> elements(QWidget &window)
+{
+    return window.findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+}
+
+int visibleElements(QWidget &window)
+{
+    int n = 0;
+    for (QWidget *w : elements(window))
+        n += w->isVisibleTo(&window);
+    return n;
+}
+
+// What a skin places on the window (lights aside, which follow the player).
+int placedBy(const SkinDescription &skin)
+{
+    std::set<std::pair<char, int>> numbered;
+    for (const auto &l : skin.labels)
+        numbered.insert({'L', l.number});
+    for (const auto &x : skin.lists)
+        numbered.insert({'X', x.number});
+    for (const auto &t : skin.textFields)
+        numbered.insert({'T', t.number});
+    for (const auto &s : skin.sliders)
+        numbered.insert({'S', s.number});
+    for (const auto &c : skin.areas)
+        numbered.insert({'C', c.number});
+    for (const auto &d : skin.digitGroups)
+        numbered.insert({'D', d.number});
+    for (const auto &a : skin.anims)
+        numbered.insert({'A', a.number});
+    return int(skin.buttons.size() + numbered.size());
+}
+
+} // namespace
+
+TEST(SkinLoader, NewSkinHidesEveryElementOfTheOldOne)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.loader.LoadSkin(Shipped + QStringLiteral("default.skin")));
+    rig.window.show();
+    const SkinDescription player = rig.loader.skin();
+    ASSERT_GT(player.lists.size(), 0);
+    EXPECT_EQ(visibleElements(rig.window), placedBy(player));
+
+    ASSERT_TRUE(rig.loader.LoadSkin(Shipped + QStringLiteral("calculator.skin")));
+    const SkinDescription &calculator = rig.loader.skin();
+    EXPECT_EQ(visibleElements(rig.window), placedBy(calculator));
+    EXPECT_FALSE(rig.loader.list(1)->isVisible()) << "the playlist stays on the calculator";
+    EXPECT_FALSE(rig.loader.slider(1)->isVisible());
+    EXPECT_TRUE(rig.loader.list(5)->isVisible());
+    const QRect window = rig.window.rect();
+    for (QWidget *w : elements(rig.window)) {
+        if (w->isVisibleTo(&rig.window)) {
+            EXPECT_TRUE(window.contains(w->geometry()))
+                << w->metaObject()->className() << " outside the calculator";
+        }
+    }
+    EXPECT_TRUE(rig.dialogs.messages.isEmpty())
+        << rig.dialogs.messages.join(QLatin1Char('|')).toStdString();
+}
+
+TEST(SkinLoader, SwitchingSkinsAHundredTimesCreatesNothing)
+{
+    Rig rig;
+    const QString skins[] = {Shipped + QStringLiteral("default.skin"),
+                             Shipped + QStringLiteral("calculator.skin")};
+    for (const QString &skin : skins)
+        ASSERT_TRUE(rig.loader.LoadSkin(skin));
+    rig.window.show();
+    const qsizetype children = rig.window.children().size();
+    const qsizetype everything = rig.window.findChildren<QObject *>().size();
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(rig.loader.LoadSkin(skins[i % 2]));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(rig.window.children().size(), children);
+    EXPECT_EQ(rig.window.findChildren<QObject *>().size(), everything);
+    EXPECT_EQ(visibleElements(rig.window), placedBy(rig.loader.skin()));
+}
+
+TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
+{
+    const struct
+    {
+        const char *what;
+        QByteArray bytes; // empty: no file at all
+        const char *message;
+    } cases[] = {
+        {"wrong signature", "\"velto skin\",\"x\"\n1,0\n", "Invalid Skin!"},
+        {"no file", "", "Skin not found!"},
+    };
+    for (const auto &c : cases) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(QStringLiteral("B7,10,10,20,12,0,0,\"a\",\"~\"\nW,100,60\n")));
+        const QString path = c.bytes.isEmpty()
+                                 ? rig.home.file(QStringLiteral("skin/none.skin"))
+                                 : rig.home.write(QStringLiteral("skin/bad.skin"), c.bytes);
+        const QString before = rig.loader.file();
+        EXPECT_FALSE(rig.loader.LoadSkin(path)) << c.what;
+        EXPECT_EQ(rig.dialogs.messages, QStringList{QString::fromLatin1(c.message)}) << c.what;
+        EXPECT_EQ(rig.loader.file(), before) << c.what;
+        EXPECT_EQ(rig.window.size(), QSize(100, 60)) << c.what;
+        ASSERT_NE(rig.loader.buttons().button(1), nullptr) << c.what;
+        EXPECT_TRUE(rig.loader.buttons().button(1)->isVisible()) << c.what;
+    }
+}
+
+TEST(SkinLoader, SetDDRepaintsOnlyTheCellItDrawsIn)
+{
+    for (const int scale : {1, 2}) {
+        Rig rig(scale);
+        // Six-pixel digits with two-pixel points, three cells at (20, 30).
+        ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n"
+                                            "D4,20,50,0,0,6,8,2,0,0,-2,\"~\"\n")));
+        const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(1, 7); });
+        EXPECT_TRUE(region.xored(QRegion(20 * scale, 30 * scale, 18 * scale, 8 * scale)).isEmpty())
+            << "scale " << scale << ": repainted" << describe(region);
+        // "007": the first zero blank (column 10), then "0" and "7".
+        const QImage &canvas = rig.loader.canvas();
+        EXPECT_EQ(canvas.pixel(20, 30), resourcePixel(60, 0));
+        EXPECT_EQ(canvas.pixel(26, 30), resourcePixel(0, 0));
+        EXPECT_EQ(canvas.pixel(37, 37), resourcePixel(47, 7));
+        QImage painted(rig.window.size(), QImage::Format_RGB32);
+        QPainter p(&painted);
+        rig.loader.paint(p, painted.rect());
+        p.end();
+        EXPECT_EQ(painted.pixel(37 * scale + scale - 1, 37 * scale), resourcePixel(47, 7));
+    }
+}
+
+TEST(SkinLoader, HiddenDigitGroupShowsThePictureAndIgnoresValues)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n")));
+    rig.loader.SetDD(1, 7);
+    ASSERT_EQ(rig.loader.canvas().pixel(37, 37), resourcePixel(47, 7));
+
+    const QRegion hiding = rig.repaintedBy([&] { rig.loader.setGroupVisible(1, false); });
+    EXPECT_FALSE(hiding.isEmpty());
+    EXPECT_EQ(rig.loader.canvas().pixel(37, 37), mainPixel(37, 37));
+    const QRegion ignored = rig.repaintedBy([&] { rig.loader.SetDD(1, 8); });
+    EXPECT_TRUE(ignored.isEmpty()) << "repainted" << describe(ignored);
+    EXPECT_EQ(rig.loader.canvas().pixel(37, 37), mainPixel(37, 37));
+
+    rig.loader.setGroupVisible(1, true);
+    EXPECT_EQ(rig.loader.canvas().pixel(32, 30), resourcePixel(48, 0)) << "shows 8 on return";
+}
+
+TEST(SkinLoader, LightRepaintsOnlyItsOwnSpot)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("I2,10,40,8,6,255,0,0,1,\"~\"\n"
+                                        "I3,60,40,8,6,0,255,0,1,\"~\"\n")));
+    LightsView view;
+    view.visible[3] = true;
+    rig.loader.ShowLights(view);
+    view.visible[2] = true;
+    const QRegion region = rig.repaintedBy([&] { rig.loader.ShowLights(view); });
+    EXPECT_TRUE(region.xored(QRect(10, 40, 8, 6)).isEmpty()) << "repainted" << describe(region);
+}
+
+TEST(SkinLoader, NextSkinShowsTheValuesAndContentsOfTheLast)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"~\"\n"
+                                        "X1,0,0,50,40,1,1,1,2,2,2,8,\"\",\"~\"\n"
+                                        "X2,50,0,50,40,1,1,1,2,2,2,8,\"\",\"~\"\n"
+                                        "T1,0,60,50,12,1,1,1,8,\"\",\"~\"\n")));
+    rig.loader.setLabel(8, QStringLiteral("set before the skin has label 8"));
+    rig.loader.SetDD(1, 42);
+    rig.loader.list(1)->addItem(QStringLiteral("first song"));
+    rig.loader.notepad()->setPlainText(QStringLiteral("unsaved note"));
+    rig.loader.textField(1)->setText(QStringLiteral("http://radio"));
+
+    ASSERT_TRUE(rig.load(QStringLiteral("B5,0,0,10,10,0,0,\"a\",\"~\"\n")));
+    EXPECT_FALSE(rig.loader.list(1)->isVisible());
+    EXPECT_FALSE(rig.loader.notepad()->isVisible());
+    rig.loader.slider(1)->setValue(0.25);
+    ASSERT_TRUE(rig.load(QStringLiteral("L8,0,0,50,10,1,1,1,8,\"\",\"~\"\n"
+                                        "S1,0,20,100,8,0,40,0,10,\"~\"\n"
+                                        "D1,60,50,0,0,6,8,2,0,0,-3,\"~\"\n"
+                                        "X1,0,0,80,40,1,1,1,2,2,2,8,\"\",\"~\"\n"
+                                        "X2,50,0,50,40,1,1,1,2,2,2,8,\"\",\"~\"\n"
+                                        "T1,0,60,50,12,1,1,1,8,\"\",\"~\"\n")));
+    ASSERT_EQ(rig.loader.list(1)->count(), 1);
+    EXPECT_EQ(rig.loader.list(1)->item(0)->text(), QStringLiteral("first song"));
+    EXPECT_EQ(rig.loader.list(1)->width(), 80);
+    EXPECT_EQ(rig.loader.notepad()->toPlainText(), QStringLiteral("unsaved note"));
+    EXPECT_EQ(rig.loader.textField(1)->text(), QStringLiteral("http://radio"));
+    EXPECT_EQ(rig.loader.label(8), QStringLiteral("set before the skin has label 8"));
+    EXPECT_TRUE(rig.loader.labelWidget(8)->isVisible());
+    EXPECT_DOUBLE_EQ(rig.loader.slider(1)->value(), 0.25);
+    // " 42" at the new place: the 4 in the second cell.
+    EXPECT_EQ(rig.loader.canvas().pixel(66, 50), resourcePixel(24, 0));
+    EXPECT_EQ(rig.loader.list(3), nullptr) << "list 3 has no area";
+    EXPECT_EQ(rig.loader.list(2), nullptr) << "list 2 is the notepad";
+    EXPECT_EQ(rig.loader.list(9), nullptr);
+}
+
+TEST(SkinLoader, ChoosesAWholeNumberScale)
+{
+    const struct
+    {
+        qreal ratio;
+        const char *forced;
+        int scale;
+    } cases[] = {
+        {1.0, "", 1},  {1.5, "", 1},     {1.99, "", 1}, {2.0, "", 2},
+        {2.5, "", 2},  {3.0, "", 3},     {4.0, "", 3},  {1.0, "2", 2},
+        {3.0, "1", 1}, {1.0, " 3\n", 3}, {2.0, "7", 2}, {2.0, "0", 2},
+        {1.0, "x", 1}, {NAN, "", 1},     {-2.0, "", 1}, {INFINITY, "", 1},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(SkinLoader::chooseScale(c.ratio, c.forced), c.scale)
+            << c.ratio << " forced '" << c.forced << "'";
+}
+
+TEST(SkinLoader, ScaledWindowHasWholePixelsItsShapeAndItsElements)
+{
+    for (const int scale : {1, 2, 3}) {
+        Rig rig;
+        ASSERT_TRUE(rig.load(QStringLiteral("O,255,0,255\nB7,10,10,20,12,0,0,\"a\",\"~\"\n"
+                                            "L3,10,40,50,10,1,1,1,8,\"\",\"~\"\n")));
+        rig.loader.setScale(scale);
+        EXPECT_EQ(rig.window.size(), QSize(120, 80) * scale);
+        EXPECT_TRUE(
+            rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty())
+            << "scale " << scale;
+        EXPECT_FALSE(rig.window.mask().contains(QPoint(115, 75) * scale));
+        EXPECT_EQ(rig.loader.buttons().button(1)->geometry(),
+                  QRect(10 * scale, 10 * scale, 20 * scale, 12 * scale));
+        EXPECT_EQ(rig.loader.labelWidget(3)->geometry(),
+                  QRect(10 * scale, 40 * scale, 50 * scale, 10 * scale));
+
+        QImage painted(rig.window.size(), QImage::Format_RGB32);
+        QPainter p(&painted);
+        rig.loader.paint(p, painted.rect());
+        p.end();
+        int wrong = 0;
+        for (int y = 0; y < painted.height(); ++y)
+            for (int x = 0; x < painted.width(); ++x)
+                wrong += painted.pixel(x, y) != rig.loader.canvas().pixel(x / scale, y / scale);
+        EXPECT_EQ(wrong, 0) << "scale " << scale << ": pixels not copied whole";
+
+        // Part of the window: the picture pixels under it, and nothing smoothed.
+        QImage part(rig.window.size(), QImage::Format_RGB32);
+        part.fill(Qt::black);
+        QPainter q(&part);
+        const QRect dirty(3 * scale + 1, 5 * scale + 1, 7, 5);
+        rig.loader.paint(q, dirty);
+        q.end();
+        EXPECT_EQ(part.pixel(dirty.topLeft()),
+                  rig.loader.canvas().pixel(dirty.x() / scale, dirty.y() / scale));
+        EXPECT_EQ(part.pixel(dirty.bottomRight()),
+                  rig.loader.canvas().pixel(dirty.right() / scale, dirty.bottom() / scale));
+    }
+}
+
+TEST(SkinLoader, PaintsTheBackgroundWhereThePictureEnds)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("W,160,90\n")));
+    ASSERT_EQ(rig.window.size(), QSize(160, 90));
+    QImage painted(rig.window.size(), QImage::Format_RGB32);
+    painted.fill(Qt::black);
+    QPainter p(&painted);
+    rig.loader.paint(p, QRect(100, 60, 60, 30));
+    p.end();
+    EXPECT_EQ(painted.pixel(150, 85), qRgb(10, 20, 30));
+    EXPECT_EQ(painted.pixel(119, 79), qRgb(255, 0, 255)) << "the picture where it reaches";
+    EXPECT_EQ(painted.pixel(105, 65), mainPixel(105, 65));
+    EXPECT_EQ(painted.pixel(99, 59), qRgb(0, 0, 0)) << "painted outside the dirty rectangle";
+}
+
+TEST(SkinLoader, HostileRecordsNeverCrashTheWindow)
+{
+    Rig rig;
+    const QString records =
+        QStringLiteral("B1,32000,32000,32767,32767,-32768,-32768,\"a\",\"~\"\n"
+                       "B2,-32768,-32768,32767,32767,32767,32767,\"b\",\"\"\n"
+                       "B3,0,0,5,5,120,60,\"c\",\"~\"\n"
+                       "L1,0,0,32767,32767,255,255,255,32767,\":biu\",\"~\"\n"
+                       "L2,0,0,40,10,255,255,255,-32768,\"\",\"~\"\n"
+                       "S1,0,0,30,8,127,63,0,-5,\"~\"\n"
+                       "S2,0,0,30,8,-32768,0,1,32767,\"~\"\n"
+                       "S3,0,0,1,1,0,0,7,1,\"~\"\n"
+                       "A0,0,0,-32768,-32768,32767,32767,32767,-1,1,\"~\"\n"
+                       "A1,0,0,0,0,5,5,32767,1,5,\"~\"\n"
+                       "D0,0,0,32767,32767,32767,32767,32767,0,32767,-15,\"~\"\n"
+                       "D1,-32768,0,0,0,1,1,-32768,3,-32768,32767,\"~\"\n"
+                       "I1,0,0,32767,32767,255,255,255,99,\"~\"\n"
+                       "X1,0,0,32767,32767,0,0,0,0,0,0,-32768,\"\",\"~\"\n"
+                       "T0,0,0,10,10,0,0,0,32767,\"\",\"~\"\n"
+                       "C3,-5,-5,32767,32767,\"~\"\n");
+    ASSERT_TRUE(rig.load(records));
+    for (int i = 1; i <= 3; ++i) {
+        SkinButtonWidget *b = rig.loader.buttons().button(i);
+        ASSERT_NE(b, nullptr);
+        QTest::mousePress(b, Qt::LeftButton, {}, {1, 1});
+        QTest::mouseRelease(b, Qt::LeftButton, {}, {1, 1});
+    }
+    for (int group = 0; group < 14; ++group)
+        rig.loader.SetDD(group, group % 2 ? QVariant(1e300) : QVariant(QStringLiteral("xyz")));
+    LightsView all;
+    all.visible.fill(true);
+    rig.loader.ShowLights(all);
+    for (int n = 1; n <= 3; ++n)
+        QTest::mousePress(rig.loader.slider(n), Qt::LeftButton, {}, {2, 2});
+    rig.loader.anim(1)->start();
+    rig.loader.setOutlineStyle(2);
+    rig.loader.setLabel(1, QString(5000, QLatin1Char('W')));
+    rig.loader.setScale(3);
+    QApplication::processEvents();
+    const QImage corner = rig.window.grab(QRect(0, 0, 64, 64)).toImage();
+    EXPECT_FALSE(corner.isNull());
+
+    rig.window.hide();
+    ASSERT_TRUE(rig.load(QStringLiteral("W,32767,32767\n"), false));
+    EXPECT_LE(rig.window.width(), 8192);
+    EXPECT_LE(rig.window.height(), 8192);
+}
