@@ -28,7 +28,7 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
       m_lifecycle({m_config, platform.dialogs, platform.random, platform.clock, platform.screens,
                    m_folder},
                   m_settings, m_playlist, *this),
-      m_skin(*this, platform.dialogs),
+      m_skin(*this, platform.dialogs, platform.clock),
       m_dispatcher({*this, m_engine, m_playlistControl, m_calculator, m_stopwatches, m_notepad,
                     m_fm, m_web, m_webRadio, m_mixer, m_flags, m_markPos, m_wrPresetIdx,
                     m_linkList})
@@ -37,6 +37,7 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     resize(400, 160);
+    connect(&m_skin, &SkinLoader::command, this, &frmNeOrb::DoIt);
 }
 
 frmNeOrb::~frmNeOrb() = default;
@@ -112,6 +113,12 @@ void frmNeOrb::paintPlaceholder(QPainter &p)
 
 void frmNeOrb::closeEvent(QCloseEvent *event)
 {
+    // The desktop's close may only hide Velto in the tray; Quit and Ctrl+Q always end it.
+    if (event->spontaneous() && m_tray.hidesOnClose(m_settings.ExitMode)) {
+        hide();
+        event->ignore();
+        return;
+    }
     m_lifecycle.Unload(true);
     event->accept();
 }
@@ -146,6 +153,8 @@ void frmNeOrb::keyPressEvent(QKeyEvent *event)
         DoIt(outcome.command);
         break;
     case KeyOutcome::Kind::Outline:
+        m_skin.setOutlineStyle(outcome.outlineStyle);
+        break;
     case KeyOutcome::Kind::Consumed:
         break;
     }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "app/frmicon.h"
+#include "app/popupmenu.h"
+#include "app/windowflags.h"
 #include "core/commandtargets.h"
 #include "core/dispatcher.h"
 #include "core/lifecycle.h"
+#include "core/menumodel.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "player/playbackengine.h"
@@ -17,6 +21,8 @@
 #include "tools/notepad.h"
 #include "tools/stopwatches.h"
 
+#include <QCoreApplication>
+#include <QCursor>
 #include <QWidget>
 
 class Clock;
@@ -52,6 +58,7 @@ public:
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
     const SkinLoader &skin() const { return m_skin; }
+    frmIcon &tray() { return m_tray; }
 
     // LifecycleHost
     QPoint windowPos() const override { return pos(); }
@@ -76,14 +83,19 @@ public:
     void CloseDevices() override {}
 
     // WindowCommands
-    void Quit() override { close(); }
+    // Closing a window hidden in the tray runs the shut-down but would not end the program.
+    void Quit() override
+    {
+        if (close())
+            QCoreApplication::quit();
+    }
     void Minimise() override { showMinimized(); }
     void ShowPrefs() override {}
     void SelectSkin() override;
     void ShowAux16() override {}
     void ToggleAux() override {}
     void ShowVisSelect() override {}
-    void ShowMenu() override {}
+    void ShowMenu() override { m_popup.popup(QCursor::pos()); }
     void ShowTrackInfo() override {}
     void ShowQuickFind() override {}
     void LoadSkin(const QString &file) override; // also LifecycleHost
@@ -127,6 +139,11 @@ private:
     qint16 m_wrPresetIdx = 0;
     QStringList m_linkList = QStringList(21);
     Dispatcher m_dispatcher;
+    PopupMenu m_popup{{[this](qint16 cmd) { DoIt(cmd); },
+                       [](int) {}, // favourite skins arrive with the skin browser
+                       [this] { SetOnTop(*this, isOnTop(m_settings.WinOnTop)); }},
+                      m_settings.WinOnTop};
+    frmIcon m_tray{*this, m_popup};
 
     QString m_cover;
     QPoint m_dragOffset; // mouse position within the window while dragging

@@ -74,6 +74,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
 
+    // Skins are bitmaps: scale them by whole factors only, so pixels stay sharp.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Floor);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
@@ -126,5 +128,8 @@ int main(int argc, char **argv)
     if (terminated)
         return 0;
     window.show();
+    SetOnTop(window, isOnTop(window.settings().WinOnTop));
+    // Shown even without a notification area: the icon appears if one starts later.
+    window.tray().show();
     return app.exec();
 }

@@ -92,3 +92,27 @@ TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
     ::kill(pid_t(velto.pid()), SIGTERM);
     EXPECT_TRUE(velto.waitForExit());
 }
+
+TEST(ShapedWindow, ClickingTheSkinsCloseButtonEndsVelto)
+{
+    if (!haveDisplay())
+        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/default.skin"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    // B1,x,y,w,h,...: the button bound to command 1.
+    const auto close = QRegularExpression(QStringLiteral("(?m)^B1\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
+                           .match(QString::fromUtf8(file.readAll()));
+    ASSERT_TRUE(close.hasMatch()) << "the player skin has no close button";
+    const QRect button(close.captured(1).toInt(), close.captured(2).toInt(),
+                       close.captured(3).toInt(), close.captured(4).toInt());
+
+    VeltoProcess velto;
+    ASSERT_TRUE(velto.start());
+    const QString window = velto.waitForWindow();
+    ASSERT_FALSE(window.isEmpty());
+    processEvents(300);
+    const QPoint at = windowGeometry(window).topLeft() + button.center();
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+    ASSERT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
+    EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
+}

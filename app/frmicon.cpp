@@ -1,0 +1,104 @@
+#include "frmicon.h"
+
+#include "popupmenu.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QWidget>
+
+frmIcon::frmIcon(QWidget &mainWindow, PopupMenu &menu) : m_window(mainWindow)
+{
+    m_icon.setIcon(trayIconImage());
+    m_icon.setToolTip(QStringLiteral("Velto"));
+    // The tray opens the menu on the right button itself, and a tray that
+    // draws menus of its own (a D-Bus one) needs the menu handed over.
+    m_icon.setContextMenu(menu.menu());
+    QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
+                     [this](QSystemTrayIcon::ActivationReason reason) { activated(reason); });
+}
+
+frmIcon::~frmIcon()
+{
+    m_icon.hide();
+}
+
+bool frmIcon::available()
+{
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void frmIcon::show()
+{
+    m_icon.show();
+}
+
+void frmIcon::hide()
+{
+    m_icon.hide();
+}
+
+bool frmIcon::isShown() const
+{
+    return m_icon.isVisible() && available();
+}
+
+void frmIcon::setToolTip(const QString &text)
+{
+    m_icon.setToolTip(text.left(64));
+}
+
+bool frmIcon::hidesOnClose(qint16 ExitMode) const
+{
+    return closeHidesToTray(ExitMode, isShown());
+}
+
+bool closeHidesToTray(qint16 ExitMode, bool iconShown)
+{
+    return ExitMode == 1 && iconShown;
+}
+
+void frmIcon::RestoreWindow()
+{
+    if (m_window.isMinimized())
+        m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
+    m_window.show();
+    m_window.raise();
+    m_window.activateWindow();
+}
+
+void frmIcon::activated(QSystemTrayIcon::ActivationReason reason)
+{
+    // Trays differ: some report a double click, most only a single one.
+    if (reason == QSystemTrayIcon::DoubleClick || reason == QSystemTrayIcon::Trigger)
+        RestoreWindow();
+}
+
+QIcon trayIconImage()
+{
+    const QColor slate(0x2b, 0x32, 0x3f);
+    const QColor cyan(0x7f, 0xd8, 0xff);
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter p(&pixmap);
+        p.setRenderHint(QPainter::Antialiasing);
+        const qreal s = size;
+        const qreal ring = qMax(1.0, s / 16);
+        p.setPen(QPen(cyan, ring));
+        p.setBrush(slate);
+        p.drawEllipse(QRectF(ring / 2, ring / 2, s - ring, s - ring));
+
+        QPainterPath v;
+        v.moveTo(s * 0.30, s * 0.30);
+        v.lineTo(s * 0.50, s * 0.72);
+        v.lineTo(s * 0.70, s * 0.30);
+        p.setPen(QPen(cyan, qMax(1.5, s * 0.12), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        p.setBrush(Qt::NoBrush);
+        p.drawPath(v);
+        p.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}

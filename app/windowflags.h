@@ -1,0 +1,8 @@
+#pragma once
+
+class QWidget;
+
+// Keeps the window above all others, or puts it back among normal windows,
+// without moving, resizing or hiding it. Other window flags (the frameless
+// one of the shaped main window) stay as they are.
+void SetOnTop(QWidget &window, bool onTop);

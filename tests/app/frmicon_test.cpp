@@ -1,0 +1,106 @@
+#include "app/frmicon.h"
+#include "app/popupmenu.h"
+
+#include "support/printers.h"
+
+#include <QMenu>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Tray
+{
+    qint16 WinOnTop = 0;
+    QWidget window{nullptr, Qt::Window | Qt::FramelessWindowHint};
+    PopupMenu menu{{}, WinOnTop};
+    frmIcon icon{window, menu};
+};
+
+TEST(TrayIcon, StartsWithTheVeltoMarkTipAndThePopupMenu)
+{
+    Tray tray;
+    EXPECT_EQ(tray.icon.toolTip(), QStringLiteral("Velto"));
+    EXPECT_EQ(tray.icon.icon().contextMenu(), tray.menu.menu());
+    const QIcon mark = tray.icon.icon().icon();
+    ASSERT_FALSE(mark.isNull());
+    for (const int size : {16, 22, 32}) {
+        const QImage image = mark.pixmap(size).toImage();
+        ASSERT_EQ(image.size(), QSize(size, size));
+        // Round: the corners show the tray through.
+        EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0) << size;
+        EXPECT_EQ(qAlpha(image.pixel(size / 2, size / 2)), 255) << size;
+    }
+}
+
+TEST(TrayIcon, ToolTipKeepsAtMost64Characters)
+{
+    const QString long70 = QStringLiteral("Velto - [Artist] - ") + QString(51, QChar('t'));
+    const struct
+    {
+        QString text, shown;
+    } cases[] = {
+        {QStringLiteral("Velto - a.mp3"), QStringLiteral("Velto - a.mp3")},
+        {long70.left(64), long70.left(64)},
+        {long70.left(65), long70.left(64)},
+        {long70, long70.left(64)},
+        {QString(), QString()},
+    };
+    Tray tray;
+    for (const auto &c : cases) {
+        tray.icon.setToolTip(c.text);
+        EXPECT_EQ(tray.icon.toolTip(), c.shown);
+    }
+}
+
+TEST(TrayIcon, ClickingBringsBackAMinimisedOrHiddenWindow)
+{
+    const struct
+    {
+        QSystemTrayIcon::ActivationReason reason;
+        bool restores;
+    } cases[] = {
+        {QSystemTrayIcon::DoubleClick, true}, {QSystemTrayIcon::Trigger, true},
+        {QSystemTrayIcon::Context, false},    {QSystemTrayIcon::MiddleClick, false},
+        {QSystemTrayIcon::Unknown, false},
+    };
+    for (const auto &c : cases) {
+        Tray tray;
+        tray.window.setGeometry(40, 50, 300, 120);
+        tray.window.showMinimized();
+        emit tray.icon.icon().activated(c.reason);
+        EXPECT_EQ(tray.window.isMinimized(), !c.restores) << int(c.reason);
+        EXPECT_TRUE(tray.window.isVisible());
+
+        tray.window.hide();
+        emit tray.icon.icon().activated(c.reason);
+        EXPECT_EQ(tray.window.isVisible(), c.restores) << int(c.reason);
+        if (c.restores) {
+            EXPECT_EQ(tray.window.geometry(), QRect(40, 50, 300, 120));
+        }
+    }
+}
+
+TEST(TrayIcon, ClosingHidesOnlyWithExitModeOneAndAnIconToComeBackBy)
+{
+    const struct
+    {
+        qint16 ExitMode;
+        bool iconShown, hides;
+    } cases[] = {
+        {0, true, false}, {1, true, true},   {1, false, false},
+        {2, true, false}, {-1, true, false}, {0, false, false},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(closeHidesToTray(c.ExitMode, c.iconShown), c.hides)
+            << c.ExitMode << ' ' << c.iconShown;
+
+    // The test platform has no notification area: closing always quits.
+    Tray tray;
+    tray.icon.show();
+    EXPECT_FALSE(frmIcon::available());
+    EXPECT_FALSE(tray.icon.isShown());
+    EXPECT_FALSE(tray.icon.hidesOnClose(1));
+}
+
+} // namespace

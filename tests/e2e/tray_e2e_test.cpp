@@ -1,0 +1,161 @@
+#include "e2e.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QSize kPanel(100, 32); // trayer sits in the top right corner
+
+// A notification area on the test's X server.
+class Trayer
+{
+public:
+    ~Trayer()
+    {
+        if (m_process.state() != QProcess::NotRunning) {
+            m_process.terminate();
+            if (!m_process.waitForFinished(3000)) {
+                m_process.kill();
+                m_process.waitForFinished(3000);
+            }
+        }
+    }
+
+    // The panel's geometry once it is mapped, or an empty rectangle.
+    QRect start(int screenWidth)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QStringLiteral("trayer"),
+                        {"--edge", "top", "--align", "right", "--widthtype", "pixel", "--width",
+                         QString::number(kPanel.width()), "--heighttype", "pixel", "--height",
+                         QString::number(kPanel.height()), "--transparent", "false",
+                         "--SetDockType", "false", "--SetPartialStrut", "false"});
+        if (!m_process.waitForStarted(5000))
+            return {};
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < 10000 && m_process.state() == QProcess::Running) {
+            const QString ids = xdotool(
+                {"search", "--onlyvisible", "--pid", QString::number(m_process.processId())}, 2000);
+            for (const QString &id : ids.split('\n', Qt::SkipEmptyParts)) {
+                const QRect g = windowGeometry(id);
+                if (g.size() == kPanel && g.right() == screenWidth - 1 && g.top() == 0)
+                    return g;
+            }
+            QThread::msleep(50);
+        }
+        return {};
+    }
+
+private:
+    QProcess m_process;
+};
+
+QStringList visibleWindows(const VeltoProcess &velto)
+{
+    return xdotool({"search", "--onlyvisible", "--pid", QString::number(velto.pid())}, 2000)
+        .split('\n', Qt::SkipEmptyParts);
+}
+
+// Velto's window that sits inside the panel: its tray icon.
+QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel, int timeoutMs = 10000)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < timeoutMs) {
+        for (const QString &id : visibleWindows(velto)) {
+            const QRect g = windowGeometry(id);
+            if (!g.isEmpty() && panel.contains(g))
+                return id;
+        }
+        QThread::msleep(50);
+    }
+    return {};
+}
+
+// Right-clicks the icon and waits for a new window of velto's, tall enough
+// to list the menu's twelve entries.
+bool openMenu(const VeltoProcess &velto, const QString &icon, int timeoutMs = 5000)
+{
+    const QStringList before = visibleWindows(velto);
+    const QRect g = windowGeometry(icon);
+    xdotool({"mousemove", QString::number(g.center().x()), QString::number(g.center().y())});
+    xdotool({"click", "3"});
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < timeoutMs) {
+        for (const QString &id : visibleWindows(velto)) {
+            if (!before.contains(id) && windowGeometry(id).height() >= 12 * 10)
+                return true;
+        }
+        QThread::msleep(50);
+    }
+    return false;
+}
+
+class TrayMenu : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!haveDisplay())
+            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        if (QStandardPaths::findExecutable(QStringLiteral("trayer")).isEmpty())
+            GTEST_SKIP() << "no trayer to give the X server a notification area";
+        const int screenWidth = grabScreen().width();
+        panel = trayer.start(screenWidth);
+        ASSERT_FALSE(panel.isEmpty()) << "trayer did not show its panel";
+    }
+
+    // Starts velto and opens its menu from the tray icon.
+    void openMenuFromTheIcon(VeltoProcess &velto)
+    {
+        ASSERT_TRUE(velto.start());
+        const QString icon = waitForTrayIcon(velto, panel);
+        ASSERT_FALSE(icon.isEmpty()) << "no tray icon in the panel";
+        ASSERT_TRUE(openMenu(velto, icon)) << "no menu after a right click on the icon";
+    }
+
+    Trayer trayer;
+    QRect panel;
+};
+
+QVariant savedSetting(const VeltoProcess &velto, const QString &key)
+{
+    const QString ini = velto.home(QStringLiteral("config/velto/velto.ini"));
+    if (!QFile::exists(ini))
+        return {};
+    return QSettings(ini, QSettings::IniFormat).value(QStringLiteral("config/") + key);
+}
+
+TEST_F(TrayMenu, QuitFromTheIconMenuEndsThroughTheNormalShutDown)
+{
+    VeltoProcess velto;
+    openMenuFromTheIcon(velto);
+    xdotool({"key", "q"});
+    ASSERT_TRUE(velto.waitForExit());
+    EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
+    EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));
+}
+
+TEST_F(TrayMenu, AlwaysOnTopChosenFromTheIconIsKept)
+{
+    VeltoProcess velto;
+    openMenuFromTheIcon(velto);
+    xdotool({"key", "a"});
+    processEvents(300);
+    const QString icon = waitForTrayIcon(velto, panel);
+    ASSERT_FALSE(icon.isEmpty());
+    ASSERT_TRUE(openMenu(velto, icon));
+    xdotool({"key", "q"});
+    ASSERT_TRUE(velto.waitForExit());
+    EXPECT_EQ(savedSetting(velto, QStringLiteral("winontop")).toString(), QStringLiteral("1"));
+}
+
+} // namespace
