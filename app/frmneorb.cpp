@@ -2,6 +2,7 @@
 
 #include "core/keys.h"
 #include "core/snap.h"
+#include "skin/lights.h"
 #include "platform/dialogs.h"
 
 #include <QApplication>
@@ -38,6 +39,23 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     resize(400, 160);
     connect(&m_skin, &SkinLoader::command, this, &frmNeOrb::DoIt);
+    m_engine.showLights = [this] { refreshLights(); };
+}
+
+void frmNeOrb::refreshLights()
+{
+    PlayerSwitches s;
+    s.introScan = m_flags.IntroScan;
+    s.stopAfterItem = m_flags.StopAfterItem;
+    s.repeatItem = m_flags.RepeatItem;
+    s.shuffle = m_flags.Shuffle;
+    s.continuousPlay = m_settings.ContPB != 0;
+    s.scheduleAuto = m_settings.Auto == 1;
+    s.snooze = m_settings.Snooze == 1;
+    s.ledSign = m_settings.ExEnable == 1;
+    s.onTop = isOnTop(m_settings.WinOnTop);
+    s.twentyFourHour = m_settings.TimeFmt != 0;
+    m_skin.ShowLights(::ShowLights(s));
 }
 
 frmNeOrb::~frmNeOrb() = default;
@@ -71,6 +89,7 @@ void frmNeOrb::LoadSkin(const QString &file)
     m_settings.Skin = loaded.fileName();
     m_settings.SkinPath = loaded.absolutePath();
     m_linkList = m_skin.skin().keyTable;
+    refreshLights();
 }
 
 void frmNeOrb::SelectSkin()

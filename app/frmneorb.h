@@ -115,6 +115,7 @@ protected:
 
 private:
     void paintPlaceholder(QPainter &p);
+    void refreshLights();
     void snapToScreenEdges();
 
     Platform m_platform;

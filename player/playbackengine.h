@@ -2,6 +2,8 @@
 
 #include "playercommands.h"
 
+#include <functional>
+
 // The playback engine: plays, pauses, seeks and follows the playlist.
 // Each command reaches its entry point here; the work behind it arrives with
 // that mode, so until then the command does nothing.
@@ -19,11 +21,18 @@ public:
     void PlayPause() override {}
     void ToggleCDMode() override {}
     void JumpTo() override {}
-    void ShowLights() override {}
+    // The lights live on the skin, which the engine cannot see; the window draws them.
+    void ShowLights() override
+    {
+        if (showLights)
+            showLights();
+    }
     qint32 currentPosition() const override { return 0; }
     void ToggleRemaining() override {}
     void VolumeStep(int) override {}
     void ToggleMute() override {}
     void PlSelAct(int) override {}
     void LoopPoint() override {}
+
+    std::function<void()> showLights;
 };

@@ -1,0 +1,80 @@
+#include "app/frmneorb.h"
+#include "skin/skinlightwidget.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The real main window on the shipped skins, with scripted dialogs and clock.
+class MainWindow : public ::testing::Test
+{
+protected:
+    MainWindow()
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        window = std::make_unique<frmNeOrb>(
+            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
+        window->Load({}, home.path());
+    }
+    ~MainWindow() override { qunsetenv("VELTO_DATA_DIR"); }
+
+    bool lightShown(int n) const
+    {
+        const SkinLightWidget *light = window->skin().light(n);
+        return light && light->isVisibleTo(window.get());
+    }
+
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    FakeRandom random;
+    FakeScreens screens;
+    std::unique_ptr<frmNeOrb> window;
+};
+
+} // namespace
+
+TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
+{
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+    EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
+    EXPECT_EQ(window->size(), window->skin().pictures().windowSize);
+    EXPECT_TRUE(lightShown(22)) << "media-file mode is lit";
+}
+
+TEST_F(MainWindow, ToggleCommandsLightTheirLights)
+{
+    EXPECT_FALSE(lightShown(5));
+    window->DoIt(25); // intro scan
+    EXPECT_TRUE(lightShown(5));
+    window->DoIt(28); // shuffle
+    EXPECT_TRUE(lightShown(8));
+    window->DoIt(25);
+    EXPECT_FALSE(lightShown(5));
+}
+
+TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOne)
+{
+    window->DoIt(1003); // the calculator's key on the player skin
+    EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    window->DoIt(1011); // link commands never open anything
+    window->DoIt(1001); // back to the player
+    EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
+}
+
+TEST_F(MainWindow, CtrlQEndsThroughTheShutDown)
+{
+    window->DoIt(1003);
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
+        << "the skin in use is what the next start shows";
+}
