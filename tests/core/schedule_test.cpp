@@ -1,0 +1,95 @@
+#include "core/schedule.h"
+
+#include "support/printers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Schedule, MakeEntryLaysFieldsOutByPosition)
+{
+    const struct
+    {
+        char day;
+        const char *on;
+        const char *off;
+        int preset;
+        const char *entry; // nullptr: not added
+    } cases[] = {
+        {'E', "07:30", "08:00", 3, "E 07:30 08:00 03"},
+        {'D', "07:30", "00:00", 1, "D 07:30 00:00 01"},
+        {'U', "7:30", "8:0", 12, "U 7:30  8:0   12"},
+        {'S', "", "", 0, "S             00"},
+        {'M', "07:30:15", "08:00", 0, "M 07:30 08:00 00"},
+        {'N', "00:00", "00:01", 0, "N 00:00 00:01 00"},
+        {'E', "00:00", "00:00", 5, nullptr},
+        {'D', "00:00", "00:00", 0, nullptr},
+        {'W', "00:00:59", "00:00", 2, nullptr},
+        {'E', "0:00", "00:00", 2, "E 0:00  00:00 02"},
+        {'F', "06:00", "07:00", -3, "F 06:00 07:00 -03"},
+    };
+    for (const auto &c : cases) {
+        const auto entry = makeEntry(QChar::fromLatin1(c.day), QString::fromLatin1(c.on),
+                                     QString::fromLatin1(c.off), c.preset);
+        if (!c.entry) {
+            EXPECT_FALSE(entry.has_value()) << c.on << " " << c.off;
+            continue;
+        }
+        ASSERT_TRUE(entry.has_value()) << c.entry;
+        EXPECT_EQ(*entry, QString::fromLatin1(c.entry));
+    }
+}
+
+TEST(Schedule, FieldsReadBackFromTheirPositions)
+{
+    const struct
+    {
+        const char *entry;
+        QChar day;
+        const char *on;
+        const char *off;
+        int preset;
+    } cases[] = {
+        {"E 07:30 08:00 03", QChar('E'), "07:30", "08:00", 3},
+        {"D 07:30 00:00 9 radio", QChar('D'), "07:30", "00:00", 9},
+        {"U 7:30  8:0   12", QChar('U'), "7:30 ", "8:0  ", 12},
+        {"M 07:30 08:00 ", QChar('M'), "07:30", "08:00", 0},
+        {"M 07:30 08:00 x5", QChar('M'), "07:30", "08:00", 0},
+        {"M 07:30 08:00  4.6", QChar('M'), "07:30", "08:00", 5},
+        {"M 07:30 08:00 99999999", QChar('M'), "07:30", "08:00", 32767},
+        {"M 07:3", QChar('M'), "07:3", "", 0},
+        {"", QChar(), "", "", 0},
+    };
+    for (const auto &c : cases) {
+        const QString entry = QString::fromLatin1(c.entry);
+        EXPECT_EQ(entryDay(entry), c.day) << c.entry;
+        EXPECT_EQ(entryOnTime(entry), QString::fromLatin1(c.on)) << c.entry;
+        EXPECT_EQ(entryOffTime(entry), QString::fromLatin1(c.off)) << c.entry;
+        EXPECT_EQ(entryPreset(entry), c.preset) << c.entry;
+    }
+}
+
+TEST(Schedule, DayCodesMatchTheirWeekdays)
+{
+    // Columns: today U M T W R F S.
+    const struct
+    {
+        const char *code;
+        const char *applies;
+    } cases[] = {
+        {"E", "1111111"}, {"D", "0111110"}, {"N", "1000001"}, {"U", "1000000"},
+        {"M", "0100000"}, {"T", "0010000"}, {"W", "0001000"}, {"R", "0000100"},
+        {"F", "0000010"}, {"S", "0000001"}, {"s", "0000000"}, {"e", "0000000"},
+        {"d", "0000000"}, {"X", "0000000"}, {" ", "0000000"}, {"", "0000000"},
+    };
+    const QString letters = QStringLiteral("UMTWRFS");
+    for (const auto &c : cases) {
+        const QString entry = QString::fromLatin1(c.code) + QStringLiteral(" 07:30 08:00 01");
+        for (int d = 0; d < 7; ++d)
+            EXPECT_EQ(entryApplies(c.code[0] ? entry : QString(), letters[d]), c.applies[d] == '1')
+                << "code '" << c.code << "' on " << letters[d].toLatin1();
+        EXPECT_FALSE(entryApplies(entry, QChar())) << "no day known, code " << c.code;
+    }
+}
+
+} // namespace
