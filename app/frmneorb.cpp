@@ -2,6 +2,7 @@
 
 #include "core/keys.h"
 #include "core/snap.h"
+#include "player/autolist.h"
 #include "skin/lights.h"
 #include "platform/dialogs.h"
 
@@ -32,7 +33,8 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
       m_skin(*this, platform.dialogs, platform.clock),
       m_dispatcher({*this, m_engine, m_playlistControl, m_calculator, m_stopwatches, m_notepad,
                     m_fm, m_web, m_webRadio, m_mixer, m_flags, m_markPos, m_wrPresetIdx,
-                    m_linkList})
+                    m_linkList}),
+      m_clockTick(platform.clock, m_settings, m_autoList, clockActions())
 {
     setWindowTitle(QStringLiteral("Velto"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -40,6 +42,60 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     resize(400, 160);
     connect(&m_skin, &SkinLoader::command, this, &frmNeOrb::DoIt);
     m_engine.showLights = [this] { refreshLights(); };
+    m_stopwatches.setLabelFn([this](int n, const QString &text) { m_skin.setLabel(n, text); });
+    m_stopwatches.setDisplayFn([this](const QString &) {
+        const int t = m_stopwatches.current();
+        // Group 6 counts in seconds; the stopwatch keeps tenths within the minute.
+        m_skin.SetDD(6, m_stopwatches.field(t, 2) * 3600 + m_stopwatches.field(t, 3) * 60 +
+                            m_stopwatches.field(t, 4) / 10);
+    });
+    m_timer2.setInterval(250);
+    connect(&m_timer2, &QTimer::timeout, this, [this] { m_clockTick.Timer2_Timer(); });
+}
+
+ClockTick::Actions frmNeOrb::clockActions()
+{
+    ClockTick::Actions a;
+    a.setLabel = [this](int n, const QString &text) { m_skin.setLabel(n, text); };
+    a.setDD = [this](int group, const QVariant &value) { m_skin.SetDD(group, value); };
+    // The shipped skins show the day on label 14 and the date on label 21.
+    a.makeDayStr = [this](const DayText &texts) {
+        m_skin.setLabel(14, texts.day);
+        m_skin.setLabel(21, texts.date);
+    };
+    a.switchOn = [this](int preset) { switchOn(preset); };
+    a.switchOff = [this] { switchOff(); };
+    a.snoozeAction = [this] { switchOff(); };
+    a.endOfTick = [this](const QDateTime &now) { m_stopwatches.tick(now); };
+    return a;
+}
+
+void frmNeOrb::switchOn(int preset)
+{
+    Q_UNUSED(preset); // presets 1-9 pick a radio station once the radio modes exist
+    showNormal();
+    raise();
+    activateWindow();
+    DoIt(12);
+}
+
+void frmNeOrb::switchOff()
+{
+    DoIt(10);
+    if (m_settings.SnoozeHide == 1)
+        showMinimized();
+}
+
+void frmNeOrb::LoadAutoList(const QString &file)
+{
+    m_autoList = ::LoadAutoList(file);
+}
+
+void frmNeOrb::InitTimers()
+{
+    m_stopwatches.TimerFn(0);
+    m_clockTick.ShowTime();
+    m_timer2.start();
 }
 
 void frmNeOrb::refreshLights()

@@ -3,6 +3,7 @@
 #include "app/frmicon.h"
 #include "app/popupmenu.h"
 #include "app/windowflags.h"
+#include "core/clocktick.h"
 #include "core/commandtargets.h"
 #include "core/dispatcher.h"
 #include "core/lifecycle.h"
@@ -23,6 +24,7 @@
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QTimer>
 #include <QWidget>
 
 class Clock;
@@ -68,13 +70,13 @@ public:
     void ExDevOut(const QString &) override {}
     void createSecondaryWindows() override {}
     void ClearInf() override {}
-    void LoadAutoList(const QString &) override {}
+    void LoadAutoList(const QString &file) override;
     void LoadStations(const QString &) override {}
     void LoadWebRadio(const QString &) override {}
     void PrepareFmTuner() override {}
     void LoadCvtFile(const QString &) override {}
-    void MakeDayStr() override {}
-    void InitTimers() override {}
+    void MakeDayStr() override { m_clockTick.MakeDayStr(); }
+    void InitTimers() override;
     void AddOpened(const QString &path) override;
     void PlayIt() override { m_engine.PlayIt(); }
     QString currentCover() const override { return m_cover; }
@@ -116,6 +118,9 @@ protected:
 private:
     void paintPlaceholder(QPainter &p);
     void refreshLights();
+    ClockTick::Actions clockActions();
+    void switchOn(int preset);
+    void switchOff();
     void snapToScreenEdges();
 
     Platform m_platform;
@@ -145,6 +150,10 @@ private:
                        [this] { SetOnTop(*this, isOnTop(m_settings.WinOnTop)); }},
                       m_settings.WinOnTop};
     frmIcon m_tray{*this, m_popup};
+
+    QStringList m_autoList;
+    ClockTick m_clockTick;
+    QTimer m_timer2;
 
     QString m_cover;
     QPoint m_dragOffset; // mouse position within the window while dragging

@@ -49,6 +49,20 @@ void ClockTick::label(int n, const QString &text) const
         m_actions.setLabel(n, text);
 }
 
+void ClockTick::showTime(const QTime &time)
+{
+    label(3, clockLabelText(time, m_settings.TimeFmt != 0));
+    if (m_actions.setDD)
+        m_actions.setDD(3, 0);
+}
+
+void ClockTick::ShowTime()
+{
+    const QTime time = m_clock.now().time();
+    if (time.isValid())
+        showTime(time);
+}
+
 void ClockTick::Timer2_Timer()
 {
     if (m_actions.startOfTick)
@@ -63,9 +77,7 @@ void ClockTick::Timer2_Timer()
             const QString hhmm = text.left(5);
             const bool minuteTick = second == QLatin1String("00");
             if (minuteTick) {
-                label(3, clockLabelText(time, m_settings.TimeFmt != 0));
-                if (m_actions.setDD)
-                    m_actions.setDD(3, 0);
+                showTime(time);
                 if (text == QLatin1String("00:00:00"))
                     MakeDayStr();
             }

@@ -37,6 +37,9 @@ public:
     ClockTick(const Clock &clock, Settings &settings, const QStringList &autoList, Actions actions);
 
     void Timer2_Timer();
+    // The clock label and group as the minute tick sets them, for start-up,
+    // so the clock shows before its first full minute.
+    void ShowTime();
 
     // Rebuilds the day texts and today's letter from the clock; start-up
     // calls it once, the tick again at midnight.
@@ -49,6 +52,7 @@ public:
     int snoozeRemaining() const { return m_snoozeLeft; }
 
 private:
+    void showTime(const QTime &time);
     void refreshSnooze(bool minuteTick, const QString &hhmm);
     void runSchedule(const QString &hhmm);
     void label(int n, const QString &text) const;

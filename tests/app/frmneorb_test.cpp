@@ -13,7 +13,9 @@ namespace {
 class MainWindow : public ::testing::Test
 {
 protected:
-    MainWindow()
+    MainWindow() { start(); }
+
+    void start()
     {
         qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
         ProgramFolder folder(ProgramFolder::defaultPath());
@@ -77,4 +79,20 @@ TEST_F(MainWindow, CtrlQEndsThroughTheShutDown)
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
         << "the skin in use is what the next start shows";
+}
+
+TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
+{
+    window.reset();
+    store.values["config/auto"] = "1";
+    store.values["config/snoozehide"] = "1";
+    home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:29 07:30 00\n");
+    clock.time = QDateTime(QDate(2026, 11, 23), QTime(7, 29, 59));
+    start();
+    window->show();
+    QTest::qWait(300); // the tick sees 07:29:59
+    EXPECT_FALSE(window->isMinimized());
+    clock.time = clock.time.addSecs(1);
+    QTest::qWait(300);
+    EXPECT_TRUE(window->isMinimized()) << "07:30 is the entry's off time";
 }
