@@ -106,8 +106,8 @@ void frmNeOrb::refreshLights()
     s.repeatItem = m_flags.RepeatItem;
     s.shuffle = m_flags.Shuffle;
     s.continuousPlay = m_settings.ContPB != 0;
-    s.scheduleAuto = m_settings.Auto == 1;
-    s.snooze = m_settings.Snooze == 1;
+    s.scheduleAuto = m_settings.Auto != 0;
+    s.snooze = m_settings.Snooze != 0;
     s.ledSign = m_settings.ExEnable == 1;
     s.onTop = isOnTop(m_settings.WinOnTop);
     s.twentyFourHour = m_settings.TimeFmt != 0;
