@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <utility>
 
 // What the playback engine needs of a media-control device: set the device
 // type and file name, open, play, stop, seek, and read length, position, mode
@@ -68,13 +69,13 @@ public:
         return QString();
     }
 
-    virtual void setEvents(Events events) = 0;
+    void setEvents(Events events) { m_events = std::move(events); }
 
     // An unknown type is accepted here and refused by open() with 263.
-    virtual void setDeviceType(const QString &type) = 0;
-    virtual QString deviceType() const = 0;
-    virtual void setFileName(const QString &path) = 0;
-    virtual QString fileName() const = 0;
+    void setDeviceType(const QString &type) { m_deviceType = type; }
+    QString deviceType() const { return m_deviceType; }
+    void setFileName(const QString &path) { m_fileName = path; }
+    QString fileName() const { return m_fileName; }
 
     // Clears the last error, then starts opening. Returns at once.
     virtual void open() = 0;
@@ -89,12 +90,20 @@ public:
     // Clamped to 0..length(). The position reads the target at once.
     virtual void seek(qint64 ms) = 0;
     // The start position for the next play().
-    virtual void setFrom(qint64 ms) = 0;
+    void setFrom(qint64 ms) { m_from = ms; }
 
     // 0 until the device is open.
     virtual qint64 length() const = 0;
     virtual qint64 position() const = 0;
     virtual Mode mode() const = 0;
-    virtual int errorNumber() const = 0;
-    virtual QString errorText() const = 0;
+    int errorNumber() const { return m_error; }
+    QString errorText() const { return m_errorText; }
+
+protected:
+    Events m_events;
+    QString m_deviceType;
+    QString m_fileName;
+    qint64 m_from = -1; // -1: play from where the device is
+    int m_error = NoError;
+    QString m_errorText;
 };

@@ -18,11 +18,6 @@ public:
     // The length a file opens with; other files get the default.
     void setLengthFor(const QString &path, qint64 ms) { m_lengths.insert(path, ms); }
 
-    void setEvents(Events events) override { m_events = std::move(events); }
-    void setDeviceType(const QString &type) override { m_deviceType = type; }
-    QString deviceType() const override { return m_deviceType; }
-    void setFileName(const QString &path) override { m_fileName = path; }
-    QString fileName() const override { return m_fileName; }
 
     void open() override;
     void close() override;
@@ -31,13 +26,10 @@ public:
     void pause() override;
     void resume() override;
     void seek(qint64 ms) override;
-    void setFrom(qint64 ms) override { m_from = ms; }
 
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
     qint64 position() const override;
     Mode mode() const override;
-    int errorNumber() const override { return m_error; }
-    QString errorText() const override { return m_errorText; }
 
 private:
     enum class State { Closed, Loading, Open };
@@ -46,9 +38,6 @@ private:
     void halt(Mode mode);
     void tick();
 
-    Events m_events;
-    QString m_deviceType;
-    QString m_fileName;
     QHash<QString, qint64> m_lengths;
     qint64 m_defaultLength;
     State m_state = State::Closed;
@@ -58,9 +47,6 @@ private:
     // While playing the position is m_base plus the time since m_clock started.
     qint64 m_base = 0;
     QElapsedTimer m_clock;
-    qint64 m_from = -1;
     bool m_wantPlay = false;
-    int m_error = NoError;
-    QString m_errorText;
     QTimer m_ticker;
 };

@@ -22,11 +22,6 @@ public:
     explicit MpvDevice(const QByteArrayList &options);
     ~MpvDevice() override;
 
-    void setEvents(Events events) override { m_events = std::move(events); }
-    void setDeviceType(const QString &type) override { m_deviceType = type; }
-    QString deviceType() const override { return m_deviceType; }
-    void setFileName(const QString &path) override { m_fileName = path; }
-    QString fileName() const override { return m_fileName; }
 
     void open() override;
     void close() override;
@@ -35,13 +30,10 @@ public:
     void pause() override;
     void resume() override;
     void seek(qint64 ms) override;
-    void setFrom(qint64 ms) override { m_from = ms; }
 
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
     qint64 position() const override { return m_state == State::Open ? m_position : 0; }
     Mode mode() const override;
-    int errorNumber() const override { return m_error; }
-    QString errorText() const override { return m_errorText; }
 
 private:
     enum class State { Closed, Loading, Open };
@@ -56,13 +48,8 @@ private:
     void seekNow(qint64 ms);
 
     mpv_handle *m_mpv = nullptr;
-    Events m_events;
-    QString m_deviceType;
-    QString m_fileName;
     State m_state = State::Closed;
     Mode m_mode = Mode::NotReady;
-    int m_error = NoError;
-    QString m_errorText;
 
     // Each open() is one generation; mpv's replies and events about an older
     // file are recognised by its playlist entry and dropped.
@@ -82,7 +69,6 @@ private:
 
     qint64 m_length = 0;
     qint64 m_position = 0;
-    qint64 m_from = -1;
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
 };

@@ -20,6 +20,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QWidget>
+#include "testpictures.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -28,16 +30,6 @@
 
 namespace {
 
-// Every resource pixel differs from its neighbours, so a face taken one pixel
-// off shows; the main picture uses colours the resource never has.
-QRgb resourcePixel(int x, int y)
-{
-    return qRgb((x * 2) & 0xFF, (y * 4) & 0xFF, 200);
-}
-QRgb mainPixel(int x, int y)
-{
-    return qRgb(90, 90 + (x + y) % 8, 40);
-}
 
 // The main window as far as the skin is concerned: painted through the loader,
 // noting the mouse presses its elements pass on.

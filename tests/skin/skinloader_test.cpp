@@ -18,6 +18,8 @@
 #include <QPainter>
 #include <QTest>
 #include <QWidget>
+#include "testpictures.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -27,14 +29,6 @@ namespace {
 
 const QString Shipped = QStringLiteral(VELTO_DATA_DIR "/skins/");
 
-QRgb resourcePixel(int x, int y)
-{
-    return qRgb((x * 2) & 0xFF, (y * 4) & 0xFF, 200);
-}
-QRgb mainPixel(int x, int y)
-{
-    return qRgb(90, 90 + (x + y) % 8, 40);
-}
 
 // The main window as far as the skin is concerned: it paints through the
 // loader and notes every spot it was asked to repaint.
