@@ -1,5 +1,6 @@
 #include "e2e.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -115,4 +116,89 @@ TEST(ShapedWindow, ClickingTheSkinsCloseButtonEndsVelto)
     xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
     ASSERT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
+}
+
+namespace {
+
+// A point of the player skin that is neither cut away nor under any element.
+QPoint bareSkinPoint(const ShippedPlayer &player)
+{
+    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/default.skin"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {-1, -1};
+    QList<QRect> taken;
+    const QRegularExpression record(QStringLiteral(
+        "(?m)^([BKCILTXSD])\\d+\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"
+        "\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"));
+    auto it = record.globalMatch(QString::fromUtf8(file.readAll()));
+    while (it.hasNext()) {
+        const auto m = it.next();
+        const int x = m.captured(2).toInt(), y = m.captured(3).toInt();
+        // Digit groups give glyph sizes, not their width: take a generous strip.
+        taken << (m.captured(1) == QLatin1String("D")
+                      ? QRect(x, y, m.captured(6).toInt() * 10, m.captured(7).toInt())
+                      : QRect(x, y, m.captured(4).toInt(), m.captured(5).toInt()));
+    }
+    for (int y = 8; y < player.main.height() - 8; y += 2) {
+        for (int x = 8; x < player.main.width() - 8; x += 2) {
+            const QRect around(x - 6, y - 6, 13, 13);
+            bool free = true;
+            for (const QRect &r : taken)
+                free = free && !r.intersects(around);
+            for (int dy = -6; free && dy <= 6; dy += 3)
+                for (int dx = -6; free && dx <= 6; dx += 3)
+                    free = player.main.pixel(x + dx, y + dy) != player.transparent;
+            if (free)
+                return {x, y};
+        }
+    }
+    return {-1, -1};
+}
+
+} // namespace
+
+namespace {
+
+// Drags the window by its bare spot in five steps; returns where it settled.
+QPoint drag(const QString &window, QPoint grip, QPoint by)
+{
+    const QPoint from = windowGeometry(window).topLeft() + grip;
+    xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1"});
+    for (int step = 1; step <= 5; ++step) {
+        const QPoint at = from + by * step / 5;
+        xdotool({"mousemove", QString::number(at.x()), QString::number(at.y())});
+        processEvents(40);
+    }
+    xdotool({"mouseup", "1"});
+    processEvents(300);
+    return windowGeometry(window).topLeft();
+}
+
+} // namespace
+
+TEST(ShapedWindow, DraggingTheSkinMovesTheWindowAndSnapsItToEdges)
+{
+    if (!haveDisplay())
+        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    const ShippedPlayer player = shippedPlayer();
+    const QPoint grip = bareSkinPoint(player);
+    ASSERT_GE(grip.x(), 0) << "the player skin has no bare spot to drag by";
+
+    VeltoProcess velto;
+    QDir().mkpath(velto.home(QStringLiteral("config/velto")));
+    QFile ini(velto.home(QStringLiteral("config/velto/velto.ini")));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[config]\nwinsnap=1\nwinsavepos=1\nx=300\ny=200\n");
+    ini.close();
+    ASSERT_TRUE(velto.start());
+    const QString window = velto.waitForWindow();
+    ASSERT_FALSE(window.isEmpty());
+    processEvents(300);
+    ASSERT_EQ(windowGeometry(window).topLeft(), QPoint(300, 200));
+    EXPECT_EQ(drag(window, grip, {150, 100}), QPoint(450, 300));
+    // 10 pixels from the left edge is inside the snapping distance.
+    EXPECT_EQ(drag(window, grip, {-440, 0}), QPoint(0, 300));
+
+    ::kill(pid_t(velto.pid()), SIGTERM);
+    EXPECT_TRUE(velto.waitForExit());
 }
