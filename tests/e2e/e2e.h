@@ -16,7 +16,7 @@ public:
 
     bool start(const QStringList &args = {});
     // The X window id once the window is mapped, or empty after the timeout.
-    QString waitForWindow(int timeoutMs = 10000);
+    QString waitForWindow(int timeoutMs = 20000);
     bool waitForExit(int timeoutMs = 10000);
     qint64 pid() const { return m_process.processId(); }
     QString home(const QString &relative) const { return m_home.path() + '/' + relative; }

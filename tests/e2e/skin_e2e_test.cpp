@@ -202,3 +202,30 @@ TEST(ShapedWindow, DraggingTheSkinMovesTheWindowAndSnapsItToEdges)
     ::kill(pid_t(velto.pid()), SIGTERM);
     EXPECT_TRUE(velto.waitForExit());
 }
+
+TEST(ShapedWindow, RightClickOnTheSkinOpensThePopupMenu)
+{
+    if (!haveDisplay())
+        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    const QPoint grip = bareSkinPoint(shippedPlayer());
+    ASSERT_GE(grip.x(), 0);
+    VeltoProcess velto;
+    ASSERT_TRUE(velto.start());
+    const QString window = velto.waitForWindow();
+    ASSERT_FALSE(window.isEmpty());
+    processEvents(300);
+    auto windows = [&velto] {
+        return xdotool({"search", "--onlyvisible", "--pid", QString::number(velto.pid())})
+            .split('\n', Qt::SkipEmptyParts)
+            .size();
+    };
+    const int before = windows();
+    const QPoint at = windowGeometry(window).topLeft() + grip;
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "3"});
+    processEvents(500);
+    EXPECT_EQ(windows(), before + 1) << "the menu opened as a window of its own";
+    // The menu has the keyboard: "q" is its "&Quit".
+    xdotool({"key", "q"});
+    ASSERT_TRUE(velto.waitForExit()) << "Quit from the menu ended Velto";
+    EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
+}
