@@ -45,7 +45,7 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
     while (clock.elapsed() < timeoutMs && m_process.state() == QProcess::Running) {
         const QString ids = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                                      QStringLiteral("--pid"), QString::number(pid())},
-                                    2000);
+                                    5000);
         if (!ids.isEmpty())
             return ids.split('\n').last();
         QThread::msleep(50);

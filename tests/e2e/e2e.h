@@ -15,9 +15,10 @@ public:
     ~VeltoProcess();
 
     bool start(const QStringList &args = {});
-    // The X window id once the window is mapped, or empty after the timeout.
+    // The X window id once the window is mapped, or empty after the timeout. The
+    // margins are wide: a sanitizer build on a busy machine starts slowly.
     QString waitForWindow(int timeoutMs = 20000);
-    bool waitForExit(int timeoutMs = 10000);
+    bool waitForExit(int timeoutMs = 20000);
     qint64 pid() const { return m_process.processId(); }
     QString home(const QString &relative) const { return m_home.path() + '/' + relative; }
     QByteArray output() { return m_process.readAllStandardOutput(); }
