@@ -4,6 +4,7 @@
 #include "core/snap.h"
 #include "player/autolist.h"
 #include "skin/lights.h"
+#include "skin/skinlistarea.h"
 #include "platform/dialogs.h"
 
 #include <QApplication>
@@ -119,6 +120,20 @@ frmNeOrb::~frmNeOrb() = default;
 void frmNeOrb::Load(const QStringList &names, const QString &workingFolder)
 {
     m_lifecycle.Load(names, workingFolder);
+    ShowPlaylist();
+}
+
+// The playlist list, its name (label 8) and its count (label 13), as the shipped skins lay them out.
+void frmNeOrb::ShowPlaylist()
+{
+    if (SkinListArea *list = m_skin.list(1)) {
+        list->clear();
+        list->addItems(m_playlist.PlNames);
+        if (m_playlist.CurTrack >= 1 && m_playlist.CurTrack <= list->count())
+            list->setCurrentRow(m_playlist.CurTrack - 1);
+    }
+    m_skin.setLabel(8, m_playlist.title);
+    m_skin.setLabel(13, QString::number(m_playlist.PlNames.size()));
 }
 
 void frmNeOrb::Unload(bool interactive)
@@ -146,6 +161,7 @@ void frmNeOrb::LoadSkin(const QString &file)
     m_settings.SkinPath = loaded.absolutePath();
     m_linkList = m_skin.skin().keyTable;
     refreshLights();
+    ShowPlaylist();
 }
 
 void frmNeOrb::SelectSkin()

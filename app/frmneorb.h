@@ -60,6 +60,7 @@ public:
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
     const SkinLoader &skin() const { return m_skin; }
+    SkinLoader &skin() { return m_skin; }
     frmIcon &tray() { return m_tray; }
 
     // LifecycleHost
@@ -118,6 +119,7 @@ protected:
 private:
     void paintPlaceholder(QPainter &p);
     void refreshLights();
+    void ShowPlaylist();
     ClockTick::Actions clockActions();
     void switchOn(int preset);
     void switchOff();

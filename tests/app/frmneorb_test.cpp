@@ -1,5 +1,6 @@
 #include "app/frmneorb.h"
 #include "skin/skinlightwidget.h"
+#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/temphome.h"
@@ -95,4 +96,21 @@ TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
     clock.time = clock.time.addSecs(1);
     QTest::qWait(300);
     EXPECT_TRUE(window->isMinimized()) << "07:30 is the entry's off time";
+}
+
+TEST_F(MainWindow, TheRestoredPlaylistShowsInTheSkinsList)
+{
+    window.reset();
+    const QString a = home.write(QStringLiteral("music/01 - Morning.mp3"), "x");
+    const QString b = home.write(QStringLiteral("music/Evening_Song.mp3"), "x");
+    home.write(QStringLiteral("data/velto/playlist.m3u"), (a + "\r\n" + b + "\r\n").toUtf8());
+    store.values["config/startmd"] = "1";
+    store.values["config/lasttrack"] = "2";
+    start();
+    const SkinListArea *list = window->skin().list(1);
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("Morning.mp3"));
+    EXPECT_EQ(list->item(1)->text(), QStringLiteral("Evening Song.mp3"));
+    EXPECT_EQ(list->currentRow(), 1) << "the last track is the current one";
 }
