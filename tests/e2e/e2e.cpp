@@ -1,5 +1,6 @@
 #include "e2e.h"
 
+#include <QDebug>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -48,8 +49,12 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
                                     5000);
         if (!ids.isEmpty())
             return ids.split('\n').last();
-        QThread::msleep(50);
+        // Also notices an early exit, which a plain sleep would hide.
+        m_process.waitForFinished(50);
     }
+    // Say why: an early exit is otherwise silent.
+    qWarning() << "velto shows no window; state" << m_process.state() << "exit code"
+               << m_process.exitCode() << m_process.readAllStandardError();
     return {};
 }
 
