@@ -1,3 +1,4 @@
+#include "player/embeddedcover.h"
 #include "player/lyrics.h"
 #include "player/mp3info.h"
 
@@ -70,6 +71,37 @@ void PlayLyricsSearchEveryTick(benchmark::State &state)
         benchmark::DoNotOptimize(PlayLyrics(lyrics, 900000, 500));
 }
 BENCHMARK(PlayLyricsSearchEveryTick)->Unit(benchmark::kNanosecond);
+
+QByteArray box(const char *type, const QByteArray &body)
+{
+    QByteArray size(4, '\0');
+    for (int i = 0; i < 4; ++i)
+        size[i] = char((body.size() + 8) >> (24 - 8 * i));
+    return size + type + body;
+}
+
+// An M4A whose tags follow 10 MB of audio: only the box headers on the way are read.
+void EmbeddedCoverBehind10MBOfAudio(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("big.m4a"));
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly))
+        return state.SkipWithError("cannot write the test file");
+    const QByteArray picture(200 * 1024, char(0x77));
+    const QByteArray meta =
+        box("meta", QByteArray(4, '\0') +
+                        box("ilst", box("covr", box("data", QByteArray(8, '\0') + picture))));
+    out.write(box("ftyp", "M4A \0\0\0\0") + box("mdat", QByteArray(10 * 1024 * 1024, char(0x55))) +
+              box("moov", box("udta", meta)));
+    out.close();
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly))
+        return state.SkipWithError("cannot read the test file");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readEmbeddedPicture(in));
+}
+BENCHMARK(EmbeddedCoverBehind10MBOfAudio)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -41,15 +41,20 @@ QString QtDialogs::qtFilter(const QString &filter)
         const int paren = caption.indexOf(QLatin1Char('('));
         if (paren > 0)
             caption = caption.left(paren).trimmed();
-        QString patterns = parts[i + 1];
-        patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
-        lines << caption + QStringLiteral(" (") + patterns + QLatin1Char(')');
+        QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        // "*.*" meant every file where the lists come from; here it would miss
+        // names without a dot.
+        for (QString &pattern : patterns) {
+            if (pattern == QLatin1String("*.*"))
+                pattern = QStringLiteral("*");
+        }
+        lines << caption + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) +
+                     QLatin1Char(')');
     }
     return lines.join(QStringLiteral(";;"));
 }
 
-QStringList QtDialogs::openFiles(const QString &title, const QString &folder,
-                                 const QString &filter)
+QStringList QtDialogs::openFiles(const QString &title, const QString &folder, const QString &filter)
 {
     QFileDialog dlg(m_parent, title, folder, qtFilter(filter));
     dlg.setFileMode(QFileDialog::ExistingFiles);
@@ -58,6 +63,23 @@ QStringList QtDialogs::openFiles(const QString &title, const QString &folder,
     if (dlg.exec() != QDialog::Accepted)
         return {};
     return dlg.selectedFiles();
+}
+
+QString QtDialogs::openFile(const QString &title, const QString &folder, const QString &filter,
+                            int &filterIndex)
+{
+    QFileDialog dlg(m_parent, title, folder, qtFilter(filter));
+    dlg.setFileMode(QFileDialog::ExistingFile);
+    dlg.setFilter(dlg.filter() & ~QDir::CaseSensitive);
+    const QStringList filters = dlg.nameFilters();
+    if (filterIndex >= 0 && filterIndex < filters.size())
+        dlg.selectNameFilter(filters[filterIndex]);
+    if (dlg.exec() != QDialog::Accepted)
+        return {};
+    const int chosen = int(filters.indexOf(dlg.selectedNameFilter()));
+    if (chosen >= 0)
+        filterIndex = chosen;
+    return dlg.selectedFiles().value(0);
 }
 
 QString QtDialogs::saveFile(const QString &title, const QString &folder, const QString &filter)

@@ -19,6 +19,14 @@ public:
     virtual QString saveFile(const QString &title, const QString &folder,
                              const QString &filter) = 0;
     virtual QString selectFolder(const QString &prompt, const QString &folder) = 0;
+    // One existing file. filterIndex (0-based) is the filter shown first; it
+    // comes back as the one the user chose, so the next dialog can start there.
+    virtual QString openFile(const QString &title, const QString &folder, const QString &filter,
+                             int &filterIndex)
+    {
+        Q_UNUSED(filterIndex);
+        return openFiles(title, folder, filter).value(0);
+    }
 };
 
 class QtDialogs : public Dialogs
@@ -33,6 +41,8 @@ public:
                           const QString &filter) override;
     QString saveFile(const QString &title, const QString &folder, const QString &filter) override;
     QString selectFolder(const QString &prompt, const QString &folder) override;
+    QString openFile(const QString &title, const QString &folder, const QString &filter,
+                     int &filterIndex) override;
 
     // "Name (*.a;*.b)|*.a;*.b|..." as the program writes filters, in Qt's form.
     static QString qtFilter(const QString &filter);

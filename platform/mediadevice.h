@@ -92,6 +92,17 @@ public:
     // The start position for the next play().
     void setFrom(qint64 ms) { m_from = ms; }
 
+    // Velto's own output level for the left and the right channel, linear
+    // from 0 to 1. It stays set across files and applies from the next sound
+    // on, also while playing; the desktop's master volume is never touched.
+    virtual void setGains(double left, double right)
+    {
+        m_leftGain = clampGain(left);
+        m_rightGain = clampGain(right);
+    }
+    double leftGain() const { return m_leftGain; }
+    double rightGain() const { return m_rightGain; }
+
     // 0 until the device is open.
     virtual qint64 length() const = 0;
     virtual qint64 position() const = 0;
@@ -106,4 +117,12 @@ protected:
     qint64 m_from = -1; // -1: play from where the device is
     int m_error = NoError;
     QString m_errorText;
+    double m_leftGain = 1.0;
+    double m_rightGain = 1.0;
+
+private:
+    static double clampGain(double gain)
+    {
+        return gain >= 0 && gain <= 1 ? gain : gain > 1 ? 1 : 0;
+    }
 };

@@ -1,5 +1,6 @@
 #include "id3tag.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QStringDecoder>
 
@@ -212,8 +213,11 @@ QString SaveIDTag(const QString &file, const TagFields &fields)
 
     // ExistingOnly: a file that vanished must not come back as a bare tag.
     QFile out(file);
-    if (!out.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
+    if (!out.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
+        qWarning("velto: cannot open %s to write its tag: %s", qPrintable(file),
+                 qPrintable(out.errorString()));
         return failed;
+    }
     const qint64 size = out.size();
     const qint64 from = qMax<qint64>(0, size - 256);
     if (!out.seek(from))
@@ -227,6 +231,8 @@ QString SaveIDTag(const QString &file, const TagFields &fields)
 
     if (out.seek(at) && out.write(record) == record.size())
         return p < 0 ? QStringLiteral("Tag Added!") : QStringLiteral("Tag Updated!");
+    qWarning("velto: writing the tag of %s failed: %s", qPrintable(file),
+             qPrintable(out.errorString()));
     if (out.seek(at))
         out.write(old);
     out.resize(size);

@@ -54,3 +54,11 @@ Mp3Info GetMP3Info(const QString &file)
         return {};
     return mp3InfoFromBytes(head, last);
 }
+
+bool isMpegAudio(const QString &file)
+{
+    const QString name = file.mid(file.lastIndexOf(QLatin1Char('/')) + 1);
+    const QString ext = name.mid(name.lastIndexOf(QLatin1Char('.')) + 1).toUpper();
+    return ext == QLatin1String("MP3") || ext == QLatin1String("MP2") ||
+           ext == QLatin1String("MPA");
+}

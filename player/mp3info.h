@@ -25,3 +25,6 @@ Mp3Info GetMP3Info(const QString &file);
 
 // The same from the first bytes and the last 256 bytes of a file.
 Mp3Info mp3InfoFromBytes(const QByteArray &head, const QByteArray &last256);
+
+// MP2, MP3 and MPA files, the ones whose frame header and tag are read.
+bool isMpegAudio(const QString &file);

@@ -1,18 +1,102 @@
 #pragma once
 
+#include "folderscan.h"
 #include "playercommands.h"
+#include "playlist.h"
 
-// The playlist as the user edits it: dialogs, moves and folder scans.
-// Each command reaches its entry point here; the work behind it arrives with
-// that mode, so until then the command does nothing.
-class PlaylistControl : public PlaylistCommands
+#include <QObject>
+#include <QPointer>
+
+#include <deque>
+#include <functional>
+
+class Dialogs;
+class QListWidget;
+class QListWidgetItem;
+class QMimeData;
+
+// The playlist as the user edits it: the dialogs, moves, removals, drops and
+// folder scans, and the list on the skin that shows it.
+class PlaylistControl : public QObject, public PlaylistCommands
 {
+    Q_OBJECT
 public:
-    void PlMoveEntry(int) override {}
-    void PlClear() override {}
-    void PlLoad() override {}
-    void PlSaveAs() override {}
-    void OpenMedia() override {}
-    void AddFromDir() override {}
-    int selectedIndex() const override { return -1; }
+    // The settings this part reads, owned by the window. Path is written
+    // after every dialog the user confirms.
+    struct Options
+    {
+        QString &Path;
+        const qint16 &ClearPLFirst;
+        const qint16 &AutoPlay;
+        const qint16 &FriendlyNames;
+        const QString &ValidExt;
+    };
+
+    PlaylistControl(PlaylistState &state, Options options, Dialogs &dialogs, PlayerCommands &player,
+                    QObject *parent = nullptr);
+
+    void PlMoveEntry(int direction) override; // not in CD mode
+    void PlClear() override;
+    void PlLoad() override;
+    void PlSaveAs() override;
+    void OpenMedia() override;
+    void AddFromDir() override;
+    int selectedIndex() const override;
+
+    void RemoveEntry();
+    // The selected entry becomes the current one and plays.
+    void PlaySelected();
+    // Files, folders and playlists, added in the order given: a folder is
+    // scanned to its end before what follows it is added.
+    void addPaths(const QStringList &paths);
+    // The local files of a drop (text/uri-list), in the order given.
+    static QStringList droppedPaths(const QMimeData &data);
+
+    // The list that shows the names; its keys and double clicks arrive here.
+    // It may be null (a skin without a playlist).
+    void setList(QListWidget *list);
+    // Fills the list from the names, selects the current entry and shows the
+    // playlist's name and count.
+    void ShowPlaylist();
+
+    bool isScanning() const { return m_scan.isRunning(); }
+    // Stops a folder scan and forgets what waited for it; entries found stay.
+    void cancelScan();
+
+    // Filled in by the window.
+    std::function<void(const QString &name, int count)> showLabels;
+    // Entries so far while a folder is scanned; -1 once the scan ends.
+    std::function<void(int entries)> showScanProgress;
+    std::function<void()> clearCover;
+    std::function<bool()> cdMode;
+    // Puts the new "Path" into the settings store at once.
+    std::function<void(const QString &path)> savePath;
+
+    // "Path" as written after a file dialog: the file's folder with its "/".
+    static QString folderOf(const QString &file);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    Playlist &playlist();
+    void rememberPath(const QString &folder);
+    void enqueue(std::function<void()> work);
+    void runQueued();
+    void refresh(int selectRow);
+    void appendNewNames();
+    void scanProgress(int entries);
+    void play(int index);
+    void itemDoubleClicked(QListWidgetItem *item);
+
+    PlaylistState &m_state;
+    Options m_options;
+    Dialogs &m_dialogs;
+    PlayerCommands &m_player;
+    FolderScan m_scan;
+    Playlist m_playlist;
+    QPointer<QListWidget> m_list;
+    // Work that waits for a running folder scan, so drops keep their order.
+    std::deque<std::function<void()>> m_waiting;
+    int m_filterIndex = 0;
 };

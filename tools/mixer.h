@@ -2,11 +2,33 @@
 
 #include "toolcommands.h"
 
-// Starts the desktop's volume mixer.
-// Each command reaches its entry point here; the work behind it arrives with
-// that mode, so until then the command does nothing.
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+class Dialogs;
+
+// Starts the desktop's volume mixer: the first of pavucontrol,
+// pavucontrol-qt, GNOME's sound settings and alsamixer (in a terminal) found
+// on the search path, as a program of its own that outlives Velto.
 class Mixer : public ToolCommands
 {
 public:
-    void ShowMixer() override {}
+    struct Program
+    {
+        QString program; // full path
+        QStringList arguments;
+    };
+
+    // searchPath is a PATH-style list of folders.
+    explicit Mixer(Dialogs &dialogs, QString searchPath = qEnvironmentVariable("PATH"));
+
+    void ShowMixer() override;
+
+    static std::optional<Program> findMixer(const QString &searchPath);
+
+private:
+    Dialogs &m_dialogs;
+    QString m_searchPath;
 };

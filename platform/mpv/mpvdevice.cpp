@@ -1,18 +1,23 @@
 #include "mpvdevice.h"
 
+#include "midistream.h"
+#include "platform/fliheader.h"
+
+#include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 #include <QtDebug>
 
 #include <mpv/client.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstring>
 
 namespace {
 
-enum ReplyKind : uint64_t { LoadReply = 1, SeekReply = 2, OtherReply = 3 };
+enum ReplyKind : uint64_t { LoadReply = 1, SeekReply = 2, OtherReply = 3, DurationReply = 4 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
 {
@@ -50,6 +55,28 @@ int64_t entryIdOf(const mpv_node &result)
             return map.values[i].u.int64;
     }
     return -1;
+}
+
+// How much quieter the softer channel is than the louder one, as the
+// stereotools filter counts it: above 0 the left is quieter, below 0 the right.
+double balanceOf(double left, double right)
+{
+    const double louder = std::max(left, right);
+    if (louder <= 0 || left == right)
+        return 0;
+    return left < right ? 1 - left / louder : -(1 - right / louder);
+}
+
+qint64 fliLength(const QString &path)
+{
+    const QString suffix = QFileInfo(path).suffix().toUpper();
+    if (suffix != QLatin1String("FLI") && suffix != QLatin1String("FLC"))
+        return 0;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const FliHeader header = FliHeader::read(file.read(FliHeader::Size));
+    return header.valid ? header.lengthMs : 0;
 }
 
 } // namespace
@@ -102,6 +129,8 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
     mpv_observe_property(m_mpv, 0, "time-pos", MPV_FORMAT_DOUBLE);
     mpv_observe_property(m_mpv, 0, "eof-reached", MPV_FORMAT_FLAG);
     mpv_set_property_string(m_mpv, "pause", "yes");
+    if (!MidiStream::registerProtocol(m_mpv))
+        qWarning("MpvDevice: the MIDI stream could not be registered; MIDI files will not play");
 
     mpv_set_wakeup_callback(
         m_mpv,
@@ -161,13 +190,27 @@ void MpvDevice::open()
         failLater(CannotOpen, QStringLiteral("no file name"));
         return;
     }
+    // An absolute path never reads as a protocol prefix ("av://", "edl://").
+    const QString absolute = QFileInfo(m_fileName).absoluteFilePath();
+    QByteArray path = absolute.toUtf8();
+    if (MidiStream::hasMidiName(absolute) && MidiStream::isMidiFile(absolute)) {
+        if (MidiStream::soundBank().isEmpty()) {
+            failLater(DeviceNotInstalled, MidiStream::missingBankText());
+            return;
+        }
+        path = MidiStream::url(absolute);
+    }
+    m_headerLength = fliLength(absolute);
+    // Balance changes made by command while the last file played live only in
+    // its filter; the new file's filter is built from the property, or left
+    // out at the centre.
+    if (m_balanceFilter)
+        setBalanceFilter(balanceOf(m_leftGain, m_rightGain));
     m_state = State::Loading;
     m_mode = Mode::NotReady;
     m_length = 0;
     m_position = 0;
     m_durationKnown = false;
-    // An absolute path never reads as a protocol prefix ("av://", "edl://").
-    const QByteArray path = QFileInfo(m_fileName).absoluteFilePath().toUtf8();
     setPaused(true);
     const char *command[] = {"loadfile", path.constData(), "replace", nullptr};
     mpv_command_async(m_mpv, replyId(LoadReply, generation), command);
@@ -262,6 +305,48 @@ void MpvDevice::seekNow(qint64 ms)
     mpv_command_async(m_mpv, replyId(SeekReply, m_generation), command);
 }
 
+// The gains reach mpv in two parts that both change while playing without a
+// break: the louder channel's gain as mpv's volume (cubic: the gain is
+// (volume / 100)^3), and the softer channel's share as the balance of a
+// stereotools filter, changed by "af-command". Setting "af" itself rebuilds
+// the audio chain and loses some 10 ms of sound each time, so while a file
+// plays the filter is put in once, when the balance first leaves the centre,
+// and stays; the next file opens without it if the balance is back.
+void MpvDevice::setGains(double left, double right)
+{
+    MediaDevice::setGains(left, right);
+    if (!m_mpv)
+        return;
+    const uint64_t id = replyId(OtherReply, m_generation);
+    double volume = 100.0 * std::cbrt(std::max(m_leftGain, m_rightGain));
+    mpv_set_property_async(m_mpv, id, "volume", MPV_FORMAT_DOUBLE, &volume);
+    if (volume <= 0)
+        return; // silent: the balance can wait, and a mute costs no rebuild
+    const double balance = balanceOf(m_leftGain, m_rightGain);
+    if (m_balanceFilter && m_state == State::Open) {
+        // mpv reports an error even when the filter took it: the graph's
+        // last filter knows no such command.
+        const QByteArray value = QByteArray::number(balance, 'f', 6);
+        const char *command[] = {"af-command", "velto", "balance_out", value.constData(), nullptr};
+        mpv_command_async(m_mpv, id, command);
+    } else if (balance != 0 || m_balanceFilter) {
+        setBalanceFilter(balance);
+    }
+}
+
+void MpvDevice::setBalanceFilter(double balance)
+{
+    m_balanceFilter = balance != 0;
+    // The pan makes mono (FC) sound stereo at its full level on both sides.
+    const QByteArray filter =
+        m_balanceFilter ? "@velto:lavfi=[pan=stereo|FL=FL+FC|FR=FR+FC,stereotools=balance_out=" +
+                              QByteArray::number(balance, 'f', 6) + "]"
+                        : QByteArray();
+    const char *value = filter.constData();
+    mpv_set_property_async(m_mpv, replyId(OtherReply, m_generation), "af", MPV_FORMAT_STRING,
+                           &value);
+}
+
 void MpvDevice::drainEvents()
 {
     m_drainPosted = false;
@@ -280,6 +365,14 @@ void MpvDevice::handleEvent(const mpv_event &event)
 {
     const uint32_t generation = uint32_t(event.reply_userdata & 0xffffffffu);
     const auto kind = ReplyKind(event.reply_userdata >> 32);
+    // mpv sends "duration" only when it differs from the value it sent last,
+    // so a file as long as the one before would never learn its length: ask.
+    auto askDuration = [this] {
+        if (m_state == State::Loading && m_entry >= 0 && m_loadedEntry == m_entry &&
+            !m_durationKnown)
+            mpv_get_property_async(m_mpv, replyId(DurationReply, m_generation), "duration",
+                                   MPV_FORMAT_DOUBLE);
+    };
     switch (event.event_id) {
     case MPV_EVENT_COMMAND_REPLY:
         if (generation != m_generation)
@@ -293,25 +386,38 @@ void MpvDevice::handleEvent(const mpv_event &event)
             }
             m_entry = entryIdOf(static_cast<mpv_event_command *>(event.data)->result);
             // mpv may have given up on the file before this reply came.
-            if (m_entry >= 0 && m_ended.entry == m_entry)
+            if (m_entry >= 0 && m_ended.entry == m_entry) {
                 endOfEntry();
-            else
+            } else {
+                askDuration();
                 finishLoading();
+            }
         }
         return;
+    case MPV_EVENT_GET_PROPERTY_REPLY: {
+        if (generation != m_generation || kind != DurationReply || m_state != State::Loading)
+            return;
+        // A stream may never know its length; it opens with none.
+        const auto *property = static_cast<mpv_event_property *>(event.data);
+        if (event.error >= 0 && property && property->format == MPV_FORMAT_DOUBLE &&
+            property->data && m_headerLength <= 0)
+            m_length = toMs(*static_cast<double *>(property->data));
+        m_durationKnown = true;
+        finishLoading();
+        return;
+    }
     case MPV_EVENT_START_FILE:
         m_startedEntry = static_cast<mpv_event_start_file *>(event.data)->playlist_entry_id;
         m_durationKnown = false;
         return;
     case MPV_EVENT_FILE_LOADED:
         m_loadedEntry = m_startedEntry;
+        askDuration();
         finishLoading();
         return;
     case MPV_EVENT_PLAYBACK_RESTART:
         m_seeking = false;
-        // A stream may never know its length; it opens with none.
-        if (m_state == State::Loading && m_entry >= 0 && m_loadedEntry == m_entry)
-            m_durationKnown = true;
+        askDuration();
         finishLoading();
         return;
     case MPV_EVENT_END_FILE: {
@@ -350,7 +456,8 @@ void MpvDevice::propertyChanged(const mpv_event_property &property)
     if (std::strcmp(property.name, "duration") == 0) {
         m_durationKnown = known;
         if (known) {
-            m_length = toMs(*static_cast<double *>(property.data));
+            m_length =
+                m_headerLength > 0 ? m_headerLength : toMs(*static_cast<double *>(property.data));
             finishLoading();
         }
         return;
@@ -387,6 +494,8 @@ void MpvDevice::finishLoading()
     m_state = State::Open;
     m_mode = m_wantPlay ? Mode::Playing : Mode::Stopped;
     m_position = 0;
+    if (m_headerLength > 0) // mpv may never know it
+        m_length = m_headerLength;
     if (m_from >= 0 && m_wantPlay) {
         seekNow(m_from);
         m_from = -1;

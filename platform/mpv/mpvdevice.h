@@ -22,7 +22,6 @@ public:
     explicit MpvDevice(const QByteArrayList &options);
     ~MpvDevice() override;
 
-
     void open() override;
     void close() override;
     void play() override;
@@ -30,6 +29,7 @@ public:
     void pause() override;
     void resume() override;
     void seek(qint64 ms) override;
+    void setGains(double left, double right) override;
 
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
     qint64 position() const override { return m_state == State::Open ? m_position : 0; }
@@ -46,6 +46,7 @@ private:
     void fail(int error, const QString &text);
     void setPaused(bool paused);
     void seekNow(qint64 ms);
+    void setBalanceFilter(double balance);
 
     mpv_handle *m_mpv = nullptr;
     State m_state = State::Closed;
@@ -68,6 +69,10 @@ private:
     bool m_wantPlay = false;
 
     qint64 m_length = 0;
+    // Set when the file itself tells its length better than mpv (FLI, FLC).
+    qint64 m_headerLength = 0;
+    // "af" holds the balance filter.
+    bool m_balanceFilter = false;
     qint64 m_position = 0;
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};

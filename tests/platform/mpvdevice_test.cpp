@@ -23,7 +23,7 @@ protected:
         qputenv("VELTO_AUDIO", "null");
         media = new QTemporaryDir;
         factory = new MediaDeviceFactory;
-        for (const char *name : {"tone.wav", "tone.mp3"}) {
+        for (const char *name : {"tone.wav", "tone.mp3", "tone.flac", "tone.ogg"}) {
             QProcess ffmpeg;
             ffmpeg.start(QStringLiteral("ffmpeg"),
                          {QStringLiteral("-loglevel"), QStringLiteral("error"),
@@ -198,6 +198,25 @@ TEST_F(MpvDeviceTest, ReopeningAbandonsTheEarlierFileQuietly)
     EXPECT_EQ(log.failed, 0) << log.text.toStdString();
     EXPECT_EQ(log.opened, 1);
     EXPECT_EQ(device->fileName(), file("tone.wav"));
+}
+
+TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthEvenWhenTheLastWasAsLong)
+{
+    // mpv reports a length only when it differs from the last one it sent.
+    EventLog log;
+    auto device = openDevice(log, "tone.flac");
+    for (int round = 1; round <= 8; ++round) {
+        SCOPED_TRACE(round);
+        device->play();
+        ASSERT_TRUE(waitFor([&] { return log.opened == round; }));
+        EXPECT_EQ(device->length(), 1500);
+        ASSERT_TRUE(waitFor([&] { return device->position() > 0; }));
+        device->seek(0);
+        device->stop();
+        device->close();
+        device->setFileName(file(round % 2 ? "tone.ogg" : "tone.flac"));
+        device->open();
+    }
 }
 
 TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)

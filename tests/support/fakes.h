@@ -11,15 +11,26 @@
 #include <QStringList>
 #include <deque>
 
-// Records every message and answers questions from a script.
+// Records every message and dialog, and answers from a script. An empty
+// answer is a cancelled dialog.
 class FakeDialogs : public Dialogs
 {
 public:
+    struct Call
+    {
+        QString kind; // "open", "save" or "folder"
+        QString title, folder, filter;
+        int filterIndex = -1; // as the dialog was asked to start
+    };
+
     QStringList messages;
     QStringList questions;
+    QList<Call> calls;
     bool answer = true;
     std::deque<QStringList> openResults;
     QString saveResult, folderResult;
+    // The filter the user picks in openFile; -1 keeps the one it started on.
+    int chosenFilter = -1;
 
     void message(const QString &text) override { messages << text; }
     bool askYesNo(const QString &text) override
@@ -27,16 +38,36 @@ public:
         questions << text;
         return answer;
     }
-    QStringList openFiles(const QString &, const QString &, const QString &) override
+    QStringList openFiles(const QString &title, const QString &folder,
+                          const QString &filter) override
     {
+        calls << Call{QStringLiteral("open"), title, folder, filter};
         if (openResults.empty())
             return {};
         QStringList r = openResults.front();
         openResults.pop_front();
         return r;
     }
-    QString saveFile(const QString &, const QString &, const QString &) override { return saveResult; }
-    QString selectFolder(const QString &, const QString &) override { return folderResult; }
+    QString openFile(const QString &title, const QString &folder, const QString &filter,
+                     int &filterIndex) override
+    {
+        const int startedOn = filterIndex;
+        const QString chosen = openFiles(title, folder, filter).value(0);
+        calls.last().filterIndex = startedOn;
+        if (!chosen.isEmpty() && chosenFilter >= 0)
+            filterIndex = chosenFilter;
+        return chosen;
+    }
+    QString saveFile(const QString &title, const QString &folder, const QString &filter) override
+    {
+        calls << Call{QStringLiteral("save"), title, folder, filter};
+        return saveResult;
+    }
+    QString selectFolder(const QString &prompt, const QString &folder) override
+    {
+        calls << Call{QStringLiteral("folder"), prompt, folder, QString()};
+        return folderResult;
+    }
 };
 
 class FakeClock : public Clock

@@ -1,0 +1,385 @@
+// Playback on the real media engine, silent (ao=null) like the reference
+// player it is compared with: how soon a PlayIt is heard, what a tick costs,
+// the silence between two items, and CPU time and memory of the real program
+// playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
+#include "platform/dialogs.h"
+#include "platform/mediadevice.h"
+#include "platform/mediadevicefactory.h"
+#include "platform/random.h"
+#include "player/playbackengine.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QThread>
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ctime>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+class SilentDialogs : public Dialogs
+{
+public:
+    void message(const QString &) override {}
+    bool askYesNo(const QString &) override { return true; }
+    QStringList openFiles(const QString &, const QString &, const QString &) override { return {}; }
+    QString saveFile(const QString &, const QString &, const QString &) override { return {}; }
+    QString selectFolder(const QString &, const QString &) override { return {}; }
+};
+
+// Sine tones made by ffmpeg, once per run.
+struct Media
+{
+    QTemporaryDir dir;
+    QString encode(const QString &name, double seconds, const QStringList &extra = {})
+    {
+        const QString out = dir.filePath(name);
+        if (QFile::exists(out))
+            return out;
+        QProcess ffmpeg;
+        ffmpeg.start(QStringLiteral("ffmpeg"),
+                     QStringList{QStringLiteral("-loglevel"), QStringLiteral("error"),
+                                 QStringLiteral("-y"), QStringLiteral("-f"),
+                                 QStringLiteral("lavfi"), QStringLiteral("-i"),
+                                 QStringLiteral("sine=frequency=440:duration=%1").arg(seconds)}
+                         << extra << out);
+        ffmpeg.waitForFinished(60000);
+        return QFile::exists(out) ? out : QString();
+    }
+};
+
+Media &media()
+{
+    static Media m;
+    return m;
+}
+
+MediaDeviceFactory &factory()
+{
+    static MediaDeviceFactory f;
+    return f;
+}
+
+// An engine on real devices with every hook doing the little the window's would.
+struct Rig
+{
+    PlaylistState playlist;
+    PlayerFlags flags;
+    SilentDialogs dialogs;
+    SystemRandom random;
+    PlaybackEngine engine{playlist, flags, dialogs, random, [] { return factory().create(); }};
+    qint64 shown = 0;
+    QString label;
+
+    explicit Rig(const QStringList &files)
+    {
+        for (const QString &f : files) {
+            playlist.PlPath << f;
+            playlist.PlNames << QFileInfo(f).fileName();
+        }
+        playlist.CurTrack = 1;
+        engine.SetDD = [this](int, const QVariant &v) { shown = v.toLongLong(); };
+        engine.setLabel = [this](int, const QString &t) { label = t; };
+        engine.showPosition = [this](qint64 pos, qint64) { shown += pos; };
+    }
+};
+
+void pump()
+{
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+bool waitFor(const std::function<bool()> &done, int ms)
+{
+    QElapsedTimer t;
+    t.start();
+    while (!done() && t.elapsed() < ms)
+        pump();
+    return done();
+}
+
+double threadCpuSeconds()
+{
+    timespec ts{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
+}
+
+// utime + stime of a process, in seconds.
+double processCpuSeconds(qint64 pid)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray line = stat.readAll();
+    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    if (fields.size() < 13)
+        return -1;
+    return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
+}
+
+double residentMiB(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
+    return -1;
+}
+
+bool ready(benchmark::State &state, const QString &file)
+{
+    if (file.isEmpty()) {
+        state.SkipWithError("ffmpeg could not make the media");
+        return false;
+    }
+    if (!factory().hasEngine()) {
+        state.SkipWithError("the media engine module did not load");
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+// From PlayIt on a local MP3 until the device reports a position: the wait
+// before the user hears the item. Limit 60 ms.
+static void BM_PlayItToFirstPosition(benchmark::State &state)
+{
+    const QString file = media().encode(QStringLiteral("start.mp3"), 5, {"-b:a", "128k"});
+    if (!ready(state, file))
+        return;
+    Rig rig({file});
+    rig.engine.PlayIt(); // the devices exist before the first measurement
+    waitFor([&] { return rig.engine.state().playing; }, 3000);
+    double total = 0;
+    for (auto _ : state) {
+        rig.engine.StopIt();
+        rig.playlist.CurTrack = 1;
+        QElapsedTimer t;
+        t.start();
+        rig.engine.PlayIt();
+        MediaDevice *device = rig.engine.device(rig.engine.state().CurMci);
+        if (!waitFor([&] { return device && device->position() > 0; }, 3000)) {
+            state.SkipWithError("no position within 3 s");
+            return;
+        }
+        const double seconds = double(t.nsecsElapsed()) / 1e9;
+        state.SetIterationTime(seconds);
+        total += seconds;
+    }
+    rig.engine.StopIt();
+    const double mean = total / double(state.iterations());
+    state.counters["of_60ms_limit"] = mean / 0.060;
+}
+BENCHMARK(BM_PlayItToFirstPosition)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
+
+// CPU time of one Timer1 tick while an MP3 plays. Limit 50 us.
+static void BM_PlaybackTick(benchmark::State &state)
+{
+    const QString file = media().encode(QStringLiteral("start.mp3"), 5, {"-b:a", "128k"});
+    if (!ready(state, file))
+        return;
+    Rig rig({file});
+    rig.engine.PlayIt();
+    if (!waitFor([&] { return rig.engine.state().TrackLength > 0; }, 3000)) {
+        state.SkipWithError("the item did not open");
+        return;
+    }
+    const double start = threadCpuSeconds();
+    for (auto _ : state)
+        rig.engine.Timer1_Timer();
+    const double perTick = (threadCpuSeconds() - start) / double(state.iterations());
+    benchmark::DoNotOptimize(rig.shown);
+    state.counters["of_50us_limit"] = perTick / 50e-6;
+    rig.engine.StopIt();
+}
+BENCHMARK(BM_PlaybackTick)->Unit(benchmark::kMicrosecond);
+
+// Silence between two items with no overlap ("PBOverlap" 0), from the
+// positions the devices report: when the second item's first reported
+// position says it began, against when the first stopped sounding (its
+// natural end, or the moment the engine moved on if that came earlier).
+// Limit 100 ms; a negative figure is how much of the first item's end was cut.
+static void BM_SilenceBetweenItems(benchmark::State &state)
+{
+    const QString first = media().encode(QStringLiteral("first.mp3"), 1, {"-b:a", "128k"});
+    const QString second = media().encode(QStringLiteral("second.mp3"), 1, {"-b:a", "128k"});
+    if (!ready(state, first) || !ready(state, second))
+        return;
+    double worst = -1e9, total = 0;
+    for (auto _ : state) {
+        Rig rig({first, second});
+        QElapsedTimer clock;
+        clock.start();
+        double lastTickAt = 0, firstEndsAt = -1, secondBeganAt = -1;
+        rig.engine.onTick = [&](qint64) { lastTickAt = double(clock.nsecsElapsed()) / 1e6; };
+        double firstPosAt = 0, firstPos = 0, firstLength = 0;
+        rig.engine.PlayIt();
+        waitFor(
+            [&] {
+                const PlaybackState &s = rig.engine.state();
+                MediaDevice *device = rig.engine.device(s.CurMci);
+                if (!device)
+                    return false;
+                const double now = double(clock.nsecsElapsed()) / 1e6;
+                if (rig.playlist.CurTrack == 1 && device->position() > 0 &&
+                    device->position() != firstPos) {
+                    firstPos = double(device->position());
+                    firstPosAt = now;
+                    firstLength = double(device->length());
+                } else if (rig.playlist.CurTrack == 2 && firstEndsAt < 0) {
+                    // The engine moved on at its last tick; the first item sounded until
+                    // then or until its end, whichever came first.
+                    firstEndsAt = std::min(lastTickAt, firstPosAt + (firstLength - firstPos));
+                } else if (rig.playlist.CurTrack == 2 && device->position() > 0) {
+                    secondBeganAt = now - double(device->position());
+                    return true;
+                }
+                return false;
+            },
+            5000);
+        if (secondBeganAt < 0 || firstEndsAt < 0) {
+            state.SkipWithError("the second item did not start");
+            return;
+        }
+        const double silence = secondBeganAt - firstEndsAt;
+        state.SetIterationTime(std::max(silence, 0.0) / 1000.0);
+        worst = std::max(worst, silence);
+        total += silence;
+        rig.engine.StopIt();
+    }
+    state.counters["mean_ms"] = total / double(state.iterations());
+    state.counters["worst_ms"] = worst;
+    state.counters["of_100ms_limit"] = worst / 100.0;
+}
+BENCHMARK(BM_SilenceBetweenItems)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+namespace {
+
+struct RunFigures
+{
+    double cpuSeconds = -1;
+    double rssMiB = -1;
+};
+
+// Starts a program on the file and reads its CPU time over `seconds` of
+// playback, leaving the first `settle` seconds out (start-up, loading).
+RunFigures measurePlaying(const QString &program, const QStringList &args,
+                          const QProcessEnvironment &env, double settle, double seconds)
+{
+    QProcess process;
+    process.setProcessEnvironment(env);
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.start(program, args);
+    RunFigures figures;
+    if (!process.waitForStarted(10000))
+        return figures;
+    const qint64 pid = process.processId();
+    QThread::msleep(qulonglong(settle * 1000));
+    const double before = processCpuSeconds(pid);
+    QThread::msleep(qulonglong(seconds * 1000));
+    const double after = processCpuSeconds(pid);
+    figures.rssMiB = residentMiB(pid);
+    if (before >= 0 && after >= 0 && process.state() == QProcess::Running)
+        figures.cpuSeconds = after - before;
+    process.terminate();
+    if (!process.waitForFinished(5000)) {
+        process.kill();
+        process.waitForFinished(5000);
+    }
+    return figures;
+}
+
+QString veltoBinary()
+{
+    const QString built =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/velto"));
+    if (QFileInfo(built).isExecutable())
+        return QFileInfo(built).canonicalFilePath();
+    return QStandardPaths::findExecutable(QStringLiteral("velto"));
+}
+
+} // namespace
+
+// Velto with its window shown, playing 20 s of a 128 kbit/s MP3 opened from
+// the command line with AutoPlay on, against `mpv --no-video --ao=null` on
+// the same file over the same 20 s. Limits: 1.3 times mpv's CPU time, and
+// under 90 MiB resident while playing.
+static void BM_PlayingMp3CpuAgainstMpv(benchmark::State &state)
+{
+    const double settle = 3, seconds = 20;
+    const QString file =
+        media().encode(QStringLiteral("song.mp3"), settle + seconds + 4, {"-b:a", "128k"});
+    const QString velto = veltoBinary();
+    const QString mpv = QStandardPaths::findExecutable(QStringLiteral("mpv"));
+    if (file.isEmpty() || velto.isEmpty() || mpv.isEmpty()) {
+        state.SkipWithError("needs ffmpeg, mpv and the velto program");
+        return;
+    }
+    QTemporaryDir home;
+    QDir(home.path()).mkpath(QStringLiteral("config/velto"));
+    QFile ini(home.filePath(QStringLiteral("config/velto/velto.ini")));
+    if (ini.open(QIODevice::WriteOnly))
+        ini.write("[config]\nautoplay=1\n");
+    ini.close();
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
+    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
+    env.insert(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
+    // A real window where there is a display; this program itself runs offscreen.
+    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
+        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+
+    RunFigures ours, theirs;
+    for (auto _ : state) {
+        ours = measurePlaying(velto, {file}, env, settle, seconds);
+        theirs =
+            measurePlaying(mpv,
+                           {QStringLiteral("--no-config"), QStringLiteral("--no-video"),
+                            QStringLiteral("--ao=null"), QStringLiteral("--really-quiet"), file},
+                           QProcessEnvironment::systemEnvironment(), settle, seconds);
+        state.SetIterationTime(std::max(ours.cpuSeconds, 0.0));
+    }
+    if (ours.cpuSeconds < 0 || theirs.cpuSeconds <= 0) {
+        state.SkipWithError("a player ended early or could not be measured");
+        return;
+    }
+    state.counters["velto_cpu_s"] = ours.cpuSeconds;
+    state.counters["mpv_cpu_s"] = theirs.cpuSeconds;
+    state.counters["cpu_ratio_vs_mpv"] = ours.cpuSeconds / theirs.cpuSeconds;
+    state.counters["of_1.3x_limit"] = ours.cpuSeconds / theirs.cpuSeconds / 1.3;
+    state.counters["velto_rss_MiB"] = ours.rssMiB;
+    state.counters["of_90MiB_limit"] = ours.rssMiB / 90.0;
+}
+BENCHMARK(BM_PlayingMp3CpuAgainstMpv)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+int main(int argc, char **argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Silent but timed, as the reference player is run.
+    if (!qEnvironmentVariableIsSet("VELTO_AUDIO"))
+        qputenv("VELTO_AUDIO", "null");
+    QApplication app(argc, argv);
+    setlocale(LC_NUMERIC, "C");
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

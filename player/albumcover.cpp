@@ -1,0 +1,160 @@
+#include "albumcover.h"
+
+#include "embeddedcover.h"
+#include "playlist.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace {
+
+QString withSlash(const QString &folder)
+{
+    return folder.isEmpty() || folder.endsWith(QLatin1Char('/')) ? folder
+                                                                 : folder + QLatin1Char('/');
+}
+
+// The first of names (each tried exactly, then in any letter case) that
+// exists in folder. Lists and tags come from systems that ignore case.
+QString firstExisting(const QString &folder, const QStringList &names)
+{
+    const QString dir = withSlash(folder.isEmpty() ? QStringLiteral(".") : folder);
+    QStringList entries;
+    bool listed = false;
+    for (const QString &name : names) {
+        if (QFileInfo(dir + name).isFile())
+            return folder.isEmpty() ? name : dir + name;
+        if (!listed) {
+            entries = QDir(dir).entryList(QDir::Files | QDir::Hidden);
+            listed = true;
+        }
+        for (const QString &e : entries) {
+            if (e.compare(name, Qt::CaseInsensitive) == 0)
+                return folder.isEmpty() ? e : dir + e;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QString AlbumCover::FindCover(const QString &base)
+{
+    const QString trimmed = base.trimmed();
+    const qsizetype slash = trimmed.lastIndexOf(QLatin1Char('/'));
+    const QString name = trimmed.mid(slash + 1);
+    if (name.isEmpty())
+        return {};
+    const QString folder = slash < 0 ? QString() : trimmed.left(qMax<qsizetype>(slash, 1));
+    return firstExisting(folder, {name + QStringLiteral(".BMP"), name + QStringLiteral(".GIF"),
+                                  name + QStringLiteral(".JPG")});
+}
+
+QString AlbumCover::tagCover(const QString &folder, const QString &album, const QString &artist)
+{
+    // Most taggers pad the fields with NULs, which no file name holds.
+    auto text = [](const QString &field) { return field.section(QChar(0), 0, 0).trimmed(); };
+    const QString dir = withSlash(folder);
+    const QString al = text(album);
+    const QString ar = text(artist);
+    QStringList candidates;
+    if (!al.isEmpty())
+        candidates << dir + al;
+    if (!al.isEmpty() && !ar.isEmpty())
+        candidates << dir + ar + QLatin1Char('-') + al << dir + ar + QStringLiteral(" - ") + al;
+    QString found;
+    for (const QString &c : candidates) {
+        const QString file = FindCover(c);
+        if (!file.isEmpty())
+            found = file;
+    }
+    return found;
+}
+
+QString AlbumCover::besideCover(const QString &folder)
+{
+    if (folder.isEmpty())
+        return {};
+    QStringList names;
+    for (const char *base : {"cover", "folder"}) {
+        for (const char *ext : {".jpg", ".jpeg", ".png", ".bmp", ".gif"})
+            names << QLatin1String(base) + QLatin1String(ext);
+    }
+    return firstExisting(folder, names);
+}
+
+QImage AlbumCover::loadPicture(const QString &path)
+{
+    QFile in(path);
+    if (path.isEmpty() || !in.open(QIODevice::ReadOnly))
+        return {};
+    // Media files first: some image readers guess boldly from a few bytes.
+    const EmbeddedPicture pic = readEmbeddedPicture(in);
+    if (!pic.data.isEmpty())
+        return QImage::fromData(pic.data);
+    in.seek(0);
+    QImageReader reader(&in);
+    reader.setDecideFormatFromContent(true);
+    return reader.read();
+}
+
+void AlbumCover::LoadCover(const QString &path)
+{
+    if (path == CoverFile)
+        return;
+    QString file = path;
+    // Only the name decides: folders on Linux often have dots in them.
+    if (!file.isEmpty() && !QFileInfo(file).fileName().contains(QLatin1Char('.')))
+        file = FindCover(file);
+    if (file == CoverFile && !file.isEmpty())
+        return;
+    display(file, loadPicture(file));
+}
+
+void AlbumCover::LoadTagCover(const QString &folder, const QString &album, const QString &artist,
+                              const QString &mediaFile)
+{
+    const QString found = tagCover(folder, album, artist);
+    if (!found.isEmpty())
+        return LoadCover(found);
+    if (useEmbedded && !mediaFile.isEmpty()) {
+        if (mediaFile == CoverFile)
+            return;
+        const QImage embedded = loadPicture(mediaFile);
+        if (!embedded.isNull())
+            return display(mediaFile, embedded);
+        const QString beside = besideCover(folder);
+        if (!beside.isEmpty())
+            return LoadCover(beside);
+    }
+    if (!PlaylistCover.isEmpty())
+        return LoadCover(PlaylistCover);
+    LoadCover(firstExisting(m_noCover.section(QLatin1Char('/'), 0, -2),
+                            {m_noCover.section(QLatin1Char('/'), -1)}));
+}
+
+void AlbumCover::PlaylistLoaded(const QString &playlistFile)
+{
+    const QFileInfo info(playlistFile);
+    const QString name = info.fileName();
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    PlaylistCover = FindCover(info.path() + QLatin1Char('/') + (dot < 0 ? name : name.left(dot)));
+    if (!PlaylistCover.isEmpty())
+        LoadCover(PlaylistCover);
+}
+
+void AlbumCover::PlaylistCleared()
+{
+    PlaylistCover.clear();
+    display(QString(), QImage());
+}
+
+void AlbumCover::display(const QString &file, const QImage &picture)
+{
+    m_picture = picture;
+    CoverFile = picture.isNull() ? QString() : file;
+    if (show)
+        show(picture, picture.isNull() ? QString() : Playlist::FriendlyName(file, friendlyNames));
+}

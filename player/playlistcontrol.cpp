@@ -1,0 +1,307 @@
+#include "playlistcontrol.h"
+
+#include "platform/dialogs.h"
+
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QMimeData>
+#include <QUrl>
+
+namespace {
+
+// "*FAR" lacks its dot on purpose: the filter reads as it always has.
+const QString kMediaFilter = QStringLiteral(
+    "MPEG Audio Files|*.MP?"
+    "|ActiveMovie Files|*.MP?;*.MPEG;*.DAT;*.WAV;*.AU;*.MID;*.RMI;*.AIF?;*.MOV;*.QT;*.AVI;*.M1V;"
+    "*.RA;*.RAM;*.RM;*.RMM"
+    "|Music Modules|*.MOD;*.MTM;*FAR;*.669;*.OKT;*.STM;*.S3M;*.NST;*.WOW;*.XM"
+    "|Bitmaps|*.BMP;*.GIF;*.JPG|Playlists|*.M3U;*.PLS|All Files|*.*");
+
+} // namespace
+
+PlaylistControl::PlaylistControl(PlaylistState &state, Options options, Dialogs &dialogs,
+                                 PlayerCommands &player, QObject *parent)
+    : QObject(parent), m_state(state), m_options(options), m_dialogs(dialogs), m_player(player),
+      m_scan(state), m_playlist(state)
+{
+    m_playlist.scanner = &m_scan;
+    connect(&m_scan, &FolderScan::progress, this, &PlaylistControl::scanProgress);
+    connect(&m_scan, &FolderScan::finished, this, [this] {
+        if (showScanProgress)
+            showScanProgress(-1);
+        runQueued();
+    });
+}
+
+Playlist &PlaylistControl::playlist()
+{
+    // The preferences may have changed since the last command.
+    m_playlist.friendlyNames = m_options.FriendlyNames > 0;
+    m_playlist.validExt = m_options.ValidExt;
+    return m_playlist;
+}
+
+QString PlaylistControl::folderOf(const QString &file)
+{
+    return file.left(file.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+void PlaylistControl::rememberPath(const QString &folder)
+{
+    m_options.Path = folder;
+    if (savePath)
+        savePath(folder);
+}
+
+void PlaylistControl::PlMoveEntry(int direction)
+{
+    if (cdMode && cdMode())
+        return;
+    const int from = selectedIndex();
+    const int to = m_playlist.PlMoveEntry(direction, from);
+    if (to == from)
+        return;
+    if (!m_list || m_list->count() != m_state.PlNames.size()) {
+        refresh(to);
+        return;
+    }
+    m_list->item(from)->setText(m_state.PlNames[from]);
+    m_list->item(to)->setText(m_state.PlNames[to]);
+    m_list->setCurrentRow(to);
+}
+
+void PlaylistControl::PlClear()
+{
+    cancelScan();
+    m_playlist.PlClear();
+    if (clearCover)
+        clearCover();
+    refresh(-1);
+}
+
+void PlaylistControl::PlLoad()
+{
+    int filterIndex = 0;
+    const QString file = m_dialogs.openFile(
+        QStringLiteral("Load Playlist"), m_options.Path,
+        QStringLiteral("Playlists|*.M3U;*.M3U8;*.PLS|All Files|*.*"), filterIndex);
+    if (file.isEmpty())
+        return;
+    rememberPath(folderOf(file));
+    if (m_options.ClearPLFirst == 1)
+        PlClear();
+    enqueue([this, file] {
+        playlist().PlRead(file);
+        // With no current entry the player would start from the last one.
+        if (m_state.CurTrack == 0 && !m_state.PlPath.isEmpty())
+            m_state.CurTrack = 1;
+        ShowPlaylist();
+        if (m_options.AutoPlay == 1)
+            m_player.PlayIt();
+    });
+}
+
+void PlaylistControl::PlSaveAs()
+{
+    QString file = m_dialogs.saveFile(QStringLiteral("Save Playlist"), m_options.Path,
+                                      QStringLiteral("MP3 Playlists (*.M3U)|*.M3U"));
+    if (file.isEmpty())
+        return;
+    rememberPath(folderOf(file));
+    // Only a list named so loads again.
+    if (Playlist::typeOf(file) != Playlist::ListType::M3u)
+        file += QStringLiteral(".m3u");
+    const QString message = playlist().WritePL(file);
+    if (!message.isEmpty()) {
+        m_dialogs.message(message);
+        return;
+    }
+    m_state.title = Playlist::FriendlyName(file, m_playlist.friendlyNames);
+    if (showLabels)
+        showLabels(m_state.title, int(m_state.PlNames.size()));
+}
+
+void PlaylistControl::OpenMedia()
+{
+    const QString file = m_dialogs.openFile(QStringLiteral("Open Media file"), m_options.Path,
+                                            kMediaFilter, m_filterIndex);
+    if (file.isEmpty())
+        return;
+    rememberPath(folderOf(file));
+    addPaths({file});
+}
+
+void PlaylistControl::AddFromDir()
+{
+    QString folder = m_dialogs.selectFolder(
+        QStringLiteral("Select Directory containing Media Files:"), m_options.Path);
+    if (folder.isEmpty())
+        return;
+    if (!folder.endsWith(QLatin1Char('/')))
+        folder += QLatin1Char('/');
+    rememberPath(folder);
+    addPaths({folder});
+}
+
+int PlaylistControl::selectedIndex() const
+{
+    if (!m_list)
+        return -1;
+    const QListWidgetItem *item = m_list->currentItem();
+    if (!item || !item->isSelected() || m_list->currentRow() >= m_state.PlPath.size())
+        return -1;
+    return m_list->currentRow();
+}
+
+void PlaylistControl::RemoveEntry()
+{
+    const int index = selectedIndex();
+    if (index < 0)
+        return;
+    m_playlist.RemoveEntry(index);
+    if (m_list && m_list->count() == m_state.PlNames.size() + 1) {
+        delete m_list->takeItem(index);
+        m_list->setCurrentRow(qMin(index, m_list->count() - 1));
+        if (showLabels)
+            showLabels(m_state.title, int(m_state.PlNames.size()));
+    } else {
+        refresh(index);
+    }
+}
+
+void PlaylistControl::PlaySelected()
+{
+    const int index = selectedIndex();
+    if (index >= 0)
+        play(index);
+}
+
+void PlaylistControl::play(int index)
+{
+    m_state.CurTrack = index + 1;
+    m_player.PlayIt();
+}
+
+void PlaylistControl::itemDoubleClicked(QListWidgetItem *item)
+{
+    const int row = m_list ? m_list->row(item) : -1;
+    if (row >= 0 && row < m_state.PlPath.size())
+        play(row);
+}
+
+void PlaylistControl::addPaths(const QStringList &paths)
+{
+    for (const QString &path : paths) {
+        enqueue([this, path] {
+            Playlist &list = playlist();
+            list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
+            appendNewNames();
+        });
+    }
+}
+
+QStringList PlaylistControl::droppedPaths(const QMimeData &data)
+{
+    QStringList paths;
+    for (const QUrl &url : data.urls()) {
+        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
+            paths << url.toLocalFile();
+    }
+    return paths;
+}
+
+void PlaylistControl::enqueue(std::function<void()> work)
+{
+    m_waiting.push_back(std::move(work));
+    runQueued();
+}
+
+void PlaylistControl::runQueued()
+{
+    while (!m_scan.isRunning() && !m_waiting.empty()) {
+        const std::function<void()> work = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        work();
+    }
+}
+
+void PlaylistControl::cancelScan()
+{
+    m_waiting.clear();
+    m_scan.cancel();
+}
+
+void PlaylistControl::setList(QListWidget *list)
+{
+    if (m_list == list)
+        return;
+    if (m_list) {
+        m_list->removeEventFilter(this);
+        disconnect(m_list, nullptr, this, nullptr);
+    }
+    m_list = list;
+    if (!list)
+        return;
+    list->installEventFilter(this);
+    connect(list, &QListWidget::itemDoubleClicked, this, &PlaylistControl::itemDoubleClicked);
+}
+
+void PlaylistControl::ShowPlaylist()
+{
+    refresh(m_state.CurTrack - 1);
+}
+
+void PlaylistControl::refresh(int selectRow)
+{
+    if (m_list) {
+        m_list->clear();
+        m_list->addItems(m_state.PlNames);
+        if (selectRow >= 0 && selectRow < m_list->count())
+            m_list->setCurrentRow(selectRow);
+    }
+    if (showLabels)
+        showLabels(m_state.title, int(m_state.PlNames.size()));
+}
+
+void PlaylistControl::appendNewNames()
+{
+    if (m_list) {
+        const int shown = m_list->count();
+        if (shown > m_state.PlNames.size()) {
+            refresh(m_state.CurTrack - 1);
+            return;
+        }
+        m_list->addItems(m_state.PlNames.mid(shown));
+        if (m_list->currentRow() < 0 && m_state.CurTrack >= 1 &&
+            m_state.CurTrack <= m_list->count())
+            m_list->setCurrentRow(m_state.CurTrack - 1);
+    }
+    if (showLabels)
+        showLabels(m_state.title, int(m_state.PlNames.size()));
+}
+
+void PlaylistControl::scanProgress(int entries)
+{
+    appendNewNames();
+    if (showScanProgress && m_scan.isRunning())
+        showScanProgress(entries);
+}
+
+bool PlaylistControl::eventFilter(QObject *watched, QEvent *event)
+{
+    // The type first: a list being destroyed still sends events, and is no
+    // longer a QListWidget to compare with.
+    if (event->type() != QEvent::KeyPress || watched != m_list)
+        return false;
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Delete:
+        RemoveEntry();
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        PlaySelected();
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class WaveVolume;
+
+// The stereo balance and the volume level of the main window, applied to
+// Velto's output level (WaveVolume) as one 32-bit word.
+//
+// Balance runs from 0 (all left) to 1 (all right); 0.45 to 0.55 is a dead
+// zone that counts as the centre. The volume level runs from 0 to 1. Both are
+// single precision, and the word is computed from them exactly as the classic
+// wave-out volume was, so the word reads back as it always did.
+class VolumeControl
+{
+public:
+    explicit VolumeControl(WaveVolume &wave);
+
+    // Stores the balance, shows its caption and applies the volume.
+    void SetBalance(float balance);
+    // Writes the word for the current level and balance.
+    void ApplyVolume();
+    // The larger channel of the word, as a fraction; a full channel reads
+    // 65534/65535, as it always has.
+    float ReadVolume() const;
+
+    // From the volume slider or a fade; sound that was muted comes back.
+    void setVolumeLevel(float level);
+    // One step louder (+1) or softer (-1): a twentieth of the range.
+    void VolumeStep(int direction);
+    // The mouse wheel: one step per notch; finer wheels add up to notches.
+    void wheel(int angleDelta);
+    void ToggleMute();
+    void setMuted(bool muted);
+
+    // For label 25: "Centre", "12% left", "100% right".
+    QString balanceCaption() const;
+    float balance() const { return m_balance; }
+    float volumeLevel() const { return m_level; }
+    bool muted() const;
+
+    // Label 25, each time the balance is set.
+    std::function<void(const QString &caption)> showBalance;
+    // The volume slider's knob, after a change that did not come from it.
+    std::function<void(float level)> showVolume;
+
+private:
+    WaveVolume &m_wave;
+    float m_balance = 0.5f;
+    float m_level;
+    int m_wheel = 0; // wheel movement short of a notch
+};

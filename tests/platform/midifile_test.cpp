@@ -1,0 +1,241 @@
+#include "midiwriter.h"
+#include "platform/midifile.h"
+
+#include <QRandomGenerator>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+using Track = MidiWriter::Track;
+
+TEST(MidiSong, LengthFollowsTicksAndEveryTempoChange)
+{
+    struct Case
+    {
+        const char *name;
+        QByteArray file;
+        double ms;
+    };
+    const Case cases[] = {
+        {"120 beats a minute until a tempo says otherwise",
+         MidiWriter::smf(0, 480, {Track().note(0, 0, 60, 1920).end()}), 2000},
+        {"a tempo change halfway",
+         MidiWriter::smf(0, 480,
+                         {Track()
+                              .tempo(0, 500000)
+                              .note(0, 0, 60, 960)
+                              .tempo(0, 250000)
+                              .note(0, 0, 62, 960)
+                              .end()}),
+         1500},
+        {"the tempo track of format 1 times the other tracks",
+         MidiWriter::smf(1, 96,
+                         {Track().tempo(0, 1000000).tempo(96, 2000000).end(),
+                          Track().note(0, 1, 40, 192).end(48)}),
+         1000 + 3000},
+        {"the longest track decides, its end-of-track delta included",
+         MidiWriter::smf(
+             1, 480, {Track().note(0, 0, 60, 480).end(), Track().note(0, 1, 60, 480).end(4800)}),
+         5500},
+        {"SMPTE timing: 25 frames of 40 ticks a second, tempo ignored",
+         MidiWriter::smf(0, 0xe728, {Track().tempo(0, 250000).note(0, 0, 60, 1500).end()}), 1500},
+        {"two tempos at one tick: the later one counts",
+         MidiWriter::smf(0, 480,
+                         {Track().tempo(0, 1000000).tempo(0, 250000).note(0, 0, 60, 480).end()}),
+         250},
+        {"no events: zero length", MidiWriter::smf(0, 480, {Track().end()}), 0},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const MidiSong song = MidiSong::read(c.file);
+        EXPECT_TRUE(song.valid);
+        EXPECT_NEAR(song.lengthMs, c.ms, 0.001);
+        // The same song wrapped as .rmi reads the same.
+        EXPECT_NEAR(MidiSong::read(MidiWriter::rmid(c.file)).lengthMs, c.ms, 0.001);
+    }
+}
+
+TEST(MidiSong, MergesTracksInTimeOrderWithTheirTimes)
+{
+    // Running status in track 1: the second and third notes omit the status byte.
+    const QByteArray file =
+        MidiWriter::smf(1, 100,
+                        {Track().tempo(0, 1000000).event(50, {0xb0, 7, 90}).end(),
+                         Track()
+                             .event(0, {0xc1, 5})
+                             .event(0, {0x91, 60, 100})
+                             .event(100, {62, 100})
+                             .event(0, {60, 0})
+                             .event(10, {0xf0, 3, 0x7e, 0x7f, 0xf7})
+                             .event(0, {0xe1, 0x00, 0x40})
+                             .end()});
+    const MidiSong song = MidiSong::read(file);
+    ASSERT_TRUE(song.valid);
+    EXPECT_EQ(song.format, 1);
+    EXPECT_EQ(song.tracks, 2);
+    struct Expected
+    {
+        qint64 tick;
+        double ms;
+        int status, data1, data2;
+    };
+    const Expected expected[] = {
+        {0, 0, 0xc1, 5, 0},
+        {0, 0, 0x91, 60, 100},
+        {50, 500, 0xb0, 7, 90},
+        {100, 1000, 0x91, 62, 100},
+        {100, 1000, 0x91, 60, 0},
+        {110, 1100, 0xf0, 0, 0},
+        {110, 1100, 0xe1, 0x00, 0x40},
+    };
+    ASSERT_EQ(song.events.size(), std::size(expected));
+    for (size_t i = 0; i < song.events.size(); ++i) {
+        SCOPED_TRACE(i);
+        const MidiEvent &e = song.events[i];
+        EXPECT_EQ(e.tick, expected[i].tick);
+        EXPECT_NEAR(e.ms, expected[i].ms, 0.001);
+        EXPECT_EQ(e.status, expected[i].status);
+        if (e.status != 0xf0) {
+            EXPECT_EQ(e.data1, expected[i].data1);
+            EXPECT_EQ(e.data2, expected[i].data2);
+        }
+    }
+    // System exclusive: the bytes between F0 and F7.
+    const MidiEvent &sysex = song.events[5];
+    EXPECT_EQ(song.smf.mid(sysex.dataOffset, sysex.dataLength), QByteArray("\x7e\x7f"));
+}
+
+TEST(MidiSong, TellsMidiFromOtherFilesByTheirHead)
+{
+    const QByteArray smf = MidiWriter::tune(500);
+    EXPECT_TRUE(MidiSong::looksLikeMidi(smf.left(12)));
+    EXPECT_TRUE(MidiSong::looksLikeMidi(MidiWriter::rmid(smf).left(12)));
+    EXPECT_FALSE(MidiSong::looksLikeMidi(QByteArray("RIFF\x10\0\0\0WAVEfmt ", 16)));
+    EXPECT_FALSE(MidiSong::looksLikeMidi(QByteArray("ID3\x03")));
+    EXPECT_FALSE(MidiSong::looksLikeMidi(QByteArray()));
+}
+
+TEST(MidiSong, BadHeadersAreNoSong)
+{
+    QByteArray zeroDivision = MidiWriter::tune(500);
+    zeroDivision[12] = 0;
+    zeroDivision[13] = 0;
+    QByteArray shortHeader = MidiWriter::tune(500);
+    shortHeader[7] = 5;
+    const QByteArray cases[] = {
+        QByteArray(),
+        QByteArray("MThd"),
+        zeroDivision,
+        shortHeader,
+        QByteArray("RIFF\x04\0\0\0RMID", 12),
+        MidiWriter::rmid(QByteArray("not midi at all")),
+        QByteArray(4096, '\xff'),
+    };
+    for (const QByteArray &bytes : cases) {
+        SCOPED_TRACE(bytes.left(16).toHex().toStdString());
+        const MidiSong song = MidiSong::read(bytes);
+        EXPECT_FALSE(song.valid);
+        EXPECT_EQ(song.lengthMs, 0);
+        EXPECT_TRUE(song.events.empty());
+    }
+}
+
+TEST(MidiSong, ATruncatedFileKeepsWhatCameBeforeTheBreak)
+{
+    const QByteArray whole = MidiWriter::smf(
+        1, 480,
+        {Track().tempo(0, 400000).end(),
+         MidiWriter::Track().note(0, 0, 60, 480).note(0, 0, 62, 480).note(0, 0, 64, 480).end()});
+    const MidiSong full = MidiSong::read(whole);
+    ASSERT_NEAR(full.lengthMs, 1200, 0.001);
+    size_t lastEvents = 0;
+    double lastLength = 0;
+    for (qsizetype n = 14; n <= whole.size(); ++n) {
+        SCOPED_TRACE(n);
+        const MidiSong part = MidiSong::read(whole.left(n));
+        EXPECT_TRUE(part.valid);
+        // Every byte more can only add to what was read.
+        EXPECT_GE(part.events.size(), lastEvents);
+        EXPECT_GE(part.lengthMs, lastLength);
+        EXPECT_LE(part.lengthMs, full.lengthMs);
+        lastEvents = part.events.size();
+        lastLength = part.lengthMs;
+    }
+    EXPECT_EQ(lastEvents, full.events.size());
+}
+
+TEST(MidiSong, BrokenTracksEndWhereTheyBreak)
+{
+    struct Case
+    {
+        const char *name;
+        Track track;
+        size_t events;
+        double ms;
+    };
+    const Case cases[] = {
+        {"a data byte with no status before it", Track().event(0, {0x40, 0x40}).end(480), 0, 0},
+        {"a system message that has no place in a file",
+         Track().note(0, 0, 60, 480).event(0, {0xf2, 1, 2}).end(480), 2, 500},
+        {"a five-byte delta", Track().note(0, 0, 60, 480).raw({0xff, 0xff, 0xff, 0xff, 0x7f}), 2,
+         500},
+        {"a meta event longer than the track",
+         Track().note(0, 0, 60, 480).event(0, {0xff, 0x01, 0x7f}), 2, 500},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const MidiSong song = MidiSong::read(MidiWriter::smf(0, 480, {c.track}));
+        EXPECT_TRUE(song.valid);
+        EXPECT_EQ(song.events.size(), c.events);
+        EXPECT_NEAR(song.lengthMs, c.ms, 0.001);
+    }
+}
+
+TEST(MidiSong, HugeDeltasAndTrackCountsStayBounded)
+{
+    Track slow;
+    for (int i = 0; i < 2000; ++i)
+        slow.tempo(0x0fffffff, 0xffffff);
+    const MidiSong song = MidiSong::read(MidiWriter::smf(0, 1, {slow.end()}));
+    EXPECT_TRUE(song.valid);
+    EXPECT_GT(song.lengthMs, 0);
+    EXPECT_TRUE(std::isfinite(song.lengthMs));
+
+    // 65535 tracks declared, one present.
+    QByteArray many = MidiWriter::tune(500);
+    many[10] = '\xff';
+    many[11] = '\xff';
+    EXPECT_NEAR(MidiSong::read(many).lengthMs, 500, 0.001);
+}
+
+TEST(MidiSong, RandomBytesAfterAGoodHeaderNeverCrash)
+{
+    QRandomGenerator random(11);
+    for (int round = 0; round < 300; ++round) {
+        QByteArray bytes = MidiWriter::smf(1, 480, {Track()});
+        bytes.chop(8);
+        const int tracks = 1 + int(random.bounded(4));
+        for (int t = 0; t < tracks; ++t) {
+            QByteArray body(int(random.bounded(200)), Qt::Uninitialized);
+            for (char &c : body)
+                c = char(random.bounded(256));
+            bytes.append("MTrk");
+            const quint32 claimed = random.bounded(2) ? quint32(body.size()) : random.generate();
+            for (int shift = 24; shift >= 0; shift -= 8)
+                bytes.append(char(claimed >> shift));
+            bytes.append(body);
+        }
+        const MidiSong song = MidiSong::read(bytes);
+        EXPECT_TRUE(song.valid);
+        EXPECT_GE(song.lengthMs, 0);
+        for (const MidiEvent &e : song.events) {
+            ASSERT_TRUE(e.status >= 0x80);
+            ASSERT_LE(qint64(e.dataOffset) + e.dataLength, song.smf.size());
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <initializer_list>
+#include <vector>
+
+// Writes Standard MIDI Files for the tests, so no sample music is needed.
+class MidiWriter
+{
+public:
+    // A track is built from (delta ticks, event bytes) pairs.
+    class Track
+    {
+    public:
+        Track &event(quint32 delta, std::initializer_list<int> bytes)
+        {
+            vlq(delta);
+            for (int b : bytes)
+                m_bytes.append(char(b));
+            return *this;
+        }
+        Track &tempo(quint32 delta, quint32 usPerQuarter)
+        {
+            return event(delta, {0xff, 0x51, 0x03, int(usPerQuarter >> 16 & 0xff),
+                                 int(usPerQuarter >> 8 & 0xff), int(usPerQuarter & 0xff)});
+        }
+        Track &note(quint32 delta, int channel, int key, quint32 length, int velocity = 100)
+        {
+            event(delta, {0x90 | channel, key, velocity});
+            return event(length, {0x80 | channel, key, 0});
+        }
+        // Bytes as they are, for broken tracks.
+        Track &raw(std::initializer_list<int> bytes)
+        {
+            for (int b : bytes)
+                m_bytes.append(char(b));
+            return *this;
+        }
+        Track &end(quint32 delta = 0) { return event(delta, {0xff, 0x2f, 0x00}); }
+        const QByteArray &bytes() const { return m_bytes; }
+
+    private:
+        void vlq(quint32 value)
+        {
+            char out[5];
+            int n = 0;
+            out[n++] = char(value & 0x7f);
+            while (value >>= 7)
+                out[n++] = char(0x80 | (value & 0x7f));
+            while (n > 0)
+                m_bytes.append(out[--n]);
+        }
+        QByteArray m_bytes;
+    };
+
+    static QByteArray smf(int format, int division, const std::vector<Track> &tracks)
+    {
+        QByteArray out("MThd");
+        be32(out, 6);
+        be16(out, format);
+        be16(out, int(tracks.size()));
+        be16(out, division);
+        for (const Track &t : tracks) {
+            out.append("MTrk");
+            be32(out, quint32(t.bytes().size()));
+            out.append(t.bytes());
+        }
+        return out;
+    }
+
+    // The same song in a RIFF "RMID" wrapper, after a chunk a reader must skip.
+    static QByteArray rmid(const QByteArray &smf)
+    {
+        QByteArray body("RMID");
+        body.append("INFO");
+        le32(body, 3);
+        body.append("abc");
+        body.append('\0'); // pad to even
+        body.append("data");
+        le32(body, quint32(smf.size()));
+        body.append(smf);
+        QByteArray out("RIFF");
+        le32(out, quint32(body.size()));
+        return out + body;
+    }
+
+    // A short piano tune of `ms` milliseconds at 120 beats a minute, 480 ticks a beat.
+    static QByteArray tune(int ms)
+    {
+        const quint32 ticks = quint32(ms) * 480 / 500;
+        Track t;
+        t.event(0, {0xc0, 0}); // acoustic grand piano
+        quint32 at = 0;
+        for (int key = 60; at + 240 <= ticks; key = key == 72 ? 60 : key + 2, at += 240)
+            t.note(0, 0, key, 240);
+        t.end(ticks - at);
+        return smf(0, 480, {t});
+    }
+
+private:
+    static void be32(QByteArray &out, quint32 v)
+    {
+        for (int shift = 24; shift >= 0; shift -= 8)
+            out.append(char(v >> shift));
+    }
+    static void be16(QByteArray &out, int v)
+    {
+        out.append(char(v >> 8));
+        out.append(char(v));
+    }
+    static void le32(QByteArray &out, quint32 v)
+    {
+        for (int shift = 0; shift < 32; shift += 8)
+            out.append(char(v >> shift));
+    }
+};

@@ -1,0 +1,237 @@
+#include "player/albumcover.h"
+
+#include "support/temphome.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray picture(QRgb colour, const char *format = "PNG")
+{
+    QImage image(4, 3, QImage::Format_RGB32);
+    image.fill(colour);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format);
+    return bytes;
+}
+
+QByteArray be32(quint32 v)
+{
+    QByteArray b(4, '\0');
+    for (int i = 0; i < 4; ++i)
+        b[i] = char(v >> (24 - 8 * i));
+    return b;
+}
+
+// An MP3 that carries its cover in an ID3v2.3 APIC frame.
+QByteArray mp3WithPicture(const QByteArray &image)
+{
+    const QByteArray apic = QByteArray("\0image/png\0\x03\0", 13) + image;
+    const QByteArray frames = "APIC" + be32(quint32(apic.size())) + QByteArray(2, '\0') + apic;
+    QByteArray size(4, '\0');
+    for (int i = 0; i < 4; ++i)
+        size[i] = char((frames.size() >> (21 - 7 * i)) & 0x7F);
+    return "ID3" + QByteArray("\x03\0\0", 3) + size + frames + QByteArray(400, '\x55');
+}
+
+struct Recorder
+{
+    QStringList hints;
+    QList<QRgb> colours; // top-left pixel of each picture shown; 0 for a clear
+    void attach(AlbumCover &cover)
+    {
+        cover.show = [this](const QImage &picture, const QString &hint) {
+            hints << hint;
+            colours << (picture.isNull() ? 0u : picture.pixel(0, 0));
+        };
+    }
+};
+
+} // namespace
+
+TEST(FindCover, TriesBmpGifJpgInAnyLetterCase)
+{
+    struct Case
+    {
+        const char *what;
+        QStringList files;
+        const char *base;
+        const char *expected; // empty: none
+    } cases[] = {
+        {"bmp first", {"Album.BMP", "Album.GIF", "Album.JPG"}, "Album", "Album.BMP"},
+        {"gif when the bmp is missing", {"Album.GIF", "Album.JPG"}, "Album", "Album.GIF"},
+        {"lower-case name on disk", {"album.jpg"}, "Album", "album.jpg"},
+        {"case-different bmp still before an exact jpg",
+         {"ALBUM.bmp", "Album.JPG"},
+         "Album",
+         "ALBUM.bmp"},
+        {"exact case before another case", {"album.gif", "Album.GIF"}, "Album", "Album.GIF"},
+        {"base trimmed", {"Album.JPG"}, "  Album  ", "Album.JPG"},
+        {"png is no cover name", {"Album.png"}, "Album", ""},
+        {"a folder named like a cover", {"Album.JPG/x"}, "Album", ""},
+        {"nothing", {"Other.JPG"}, "Album", ""},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        TempHome home;
+        for (const QString &f : c.files)
+            home.write(QStringLiteral("music/") + f, "x");
+        const QString base = QString::fromLatin1(c.base);
+        const QString found = AlbumCover::FindCover(
+            base.startsWith(' ')
+                ? QStringLiteral("  ") + home.file("music/") + base.trimmed() + "  "
+                : home.file("music/") + base);
+        EXPECT_EQ(found,
+                  *c.expected ? home.file(QStringLiteral("music/") + c.expected) : QString());
+    }
+}
+
+TEST(LoadTagCover, CandidatesByTagLastFoundWins)
+{
+    struct Case
+    {
+        const char *what;
+        QStringList files;
+        QString album, artist;
+        const char *expected;
+    } cases[] = {
+        {"artist - album beats album",
+         {"Blue.BMP", "Band - Blue.JPG"},
+         "Blue",
+         "Band",
+         "Band - Blue.JPG"},
+        {"artist-album beats album",
+         {"Blue.BMP", "Band-Blue.GIF"},
+         "Blue",
+         "Band",
+         "Band-Blue.GIF"},
+        {"album alone", {"Blue.BMP"}, "Blue", "", "Blue.BMP"},
+        {"no album: nothing by the artist alone", {"Band.BMP"}, "", "Band", ""},
+        {"fields padded with blanks and NULs",
+         {"Band - Blue.JPG"},
+         QStringLiteral("Blue") + QChar(0) + QChar(0) + "   ",
+         "Band                          ",
+         "Band - Blue.JPG"},
+        {"case of the tag differs from the disk",
+         {"band - blue.jpg"},
+         "BLUE",
+         "BAND",
+         "band - blue.jpg"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        TempHome home;
+        for (const QString &f : c.files)
+            home.write(QStringLiteral("m/") + f, "x");
+        EXPECT_EQ(AlbumCover::tagCover(home.file("m"), c.album, c.artist),
+                  *c.expected ? home.file(QStringLiteral("m/") + c.expected) : QString());
+    }
+}
+
+TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
+{
+    const QRgb tagColour = 0xff112233, embedded = 0xff445566, beside = 0xff778899,
+               playlist = 0xffaabbcc, fallback = 0xffddeeff;
+    struct Case
+    {
+        const char *what;
+        bool tagPicture, embeddedPicture, besidePicture, playlistPicture, useEmbedded;
+        QRgb expected;
+    } cases[] = {
+        {"tag picture first", true, true, true, true, true, tagColour},
+        {"embedded before beside", false, true, true, true, true, embedded},
+        {"cover.jpg beside", false, false, true, true, true, beside},
+        {"playlist picture", false, false, false, true, true, playlist},
+        {"default picture", false, false, false, false, true, fallback},
+        {"without embedded pictures: the playlist's", false, true, true, true, false, playlist},
+        {"without embedded pictures: the default", false, true, true, false, false, fallback},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        TempHome home;
+        const QString noCover = home.write("velto/NoCover.BMP", picture(fallback, "BMP"));
+        const QString song =
+            home.write("m/song.mp3", c.embeddedPicture ? mp3WithPicture(picture(embedded))
+                                                       : QByteArray(600, '\x55'));
+        if (c.tagPicture)
+            home.write("m/Band - Blue.JPG", picture(tagColour, "JPG"));
+        if (c.besidePicture)
+            home.write("m/Cover.JPG", picture(beside, "PNG"));
+        AlbumCover cover(home.file("velto/nocover.bmp"));
+        Recorder shown;
+        shown.attach(cover);
+        cover.useEmbedded = c.useEmbedded;
+        if (c.playlistPicture) {
+            home.write("lists/party.gif", picture(playlist));
+            cover.PlaylistLoaded(home.file("lists/party.m3u"));
+            ASSERT_EQ(cover.PlaylistCover, home.file("lists/party.gif"));
+            cover.LoadCover(QString()); // a track starts with no picture yet
+        }
+        cover.LoadTagCover(home.file("m"), "Blue", "Band", song);
+        ASSERT_FALSE(shown.colours.isEmpty());
+        // JPEG blurs colours a little.
+        const QRgb got = shown.colours.last();
+        EXPECT_NEAR(qRed(got), qRed(c.expected), 6);
+        EXPECT_NEAR(qGreen(got), qGreen(c.expected), 6);
+        EXPECT_NEAR(qBlue(got), qBlue(c.expected), 6);
+        EXPECT_FALSE(cover.CoverFile.isEmpty());
+        Q_UNUSED(noCover);
+    }
+}
+
+TEST(LoadCover, ShowsOnceClearsOnMissingOrCorruptFiles)
+{
+    TempHome home;
+    const QString good = home.write("p/Front.BMP", picture(0xff102030, "BMP"));
+    const QString corrupt = home.write("p/broken.jpg", QByteArray("\xFF\xD8\xFF\xE0 not really"));
+    home.write("p/Back.GIF", picture(0xff405060));
+    AlbumCover cover;
+    Recorder shown;
+    shown.attach(cover);
+
+    cover.LoadCover(good);
+    cover.LoadCover(good);
+    ASSERT_EQ(shown.colours.size(), 1) << "the same cover is not read again";
+    EXPECT_EQ(shown.hints.last(), "Front.BMP");
+    EXPECT_EQ(cover.CoverFile, good);
+
+    cover.LoadCover(corrupt);
+    EXPECT_EQ(shown.colours.last(), 0u);
+    EXPECT_TRUE(cover.CoverFile.isEmpty());
+
+    cover.LoadCover(home.file("p/Back")); // no extension: FindCover supplies .GIF
+    EXPECT_EQ(shown.colours.last(), 0xff405060u);
+    EXPECT_EQ(cover.CoverFile, home.file("p/Back.GIF"));
+
+    cover.LoadCover(home.file("p/gone.bmp"));
+    EXPECT_EQ(shown.colours.last(), 0u);
+    EXPECT_TRUE(cover.CoverFile.isEmpty());
+    EXPECT_TRUE(cover.picture().isNull());
+
+    // A media file's own picture, shown like a picture file.
+    const QString song = home.write("p/s.mp3", mp3WithPicture(picture(0xff708090)));
+    cover.LoadCover(song);
+    EXPECT_EQ(shown.colours.last(), 0xff708090u);
+    EXPECT_EQ(cover.CoverFile, song);
+}
+
+TEST(LoadCover, ClearingThePlaylistForgetsItsPicture)
+{
+    TempHome home;
+    home.write("l/Mix.BMP", picture(0xff0000ff, "BMP"));
+    AlbumCover cover;
+    Recorder shown;
+    shown.attach(cover);
+    cover.PlaylistLoaded(home.file("l/Mix.m3u"));
+    EXPECT_EQ(shown.colours.last(), 0xff0000ffu);
+    cover.PlaylistCleared();
+    EXPECT_EQ(shown.colours.last(), 0u);
+    EXPECT_TRUE(cover.PlaylistCover.isEmpty());
+    EXPECT_TRUE(cover.CoverFile.isEmpty());
+}

@@ -1,0 +1,303 @@
+#include "player/embeddedcover.h"
+
+#include <QBuffer>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+namespace {
+
+QByteArray raw(std::initializer_list<quint32> values)
+{
+    QByteArray bytes;
+    for (const quint32 v : values)
+        bytes += char(v & 0xFF);
+    return bytes;
+}
+
+QByteArray be32(quint32 v)
+{
+    return raw({v >> 24, v >> 16, v >> 8, v});
+}
+
+QByteArray le32(quint32 v)
+{
+    return raw({v, v >> 8, v >> 16, v >> 24});
+}
+
+QByteArray syncsafe(quint32 v)
+{
+    return raw({(v >> 21) & 0x7F, (v >> 14) & 0x7F, (v >> 7) & 0x7F, v & 0x7F});
+}
+
+// Picture bytes with FF 00 and FF E0 in them, so unsynchronisation matters.
+QByteArray pictureBytes(char mark)
+{
+    return QByteArray("\xFF\xD8\xFF\xE0pic-") + mark + QByteArray("\xFF\x00\xFF", 3) + "end";
+}
+
+QByteArray unsynchronise(const QByteArray &bytes)
+{
+    QByteArray out;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        out += bytes[i];
+        if (quint8(bytes[i]) == 0xFF &&
+            (i + 1 == bytes.size() || bytes[i + 1] == 0 || quint8(bytes[i + 1]) >= 0xE0))
+            out += '\0';
+    }
+    return out;
+}
+
+QByteArray apicBody(int type, const QByteArray &data, int encoding = 0)
+{
+    const QByteArray description =
+        encoding == 1 ? QByteArray("\xFF\xFEx\0\0\0", 6) : QByteArray("desc\0", 5);
+    return char(encoding) + QByteArray("image/jpeg\0", 11) + char(type) + description + data;
+}
+
+QByteArray frame3(const char *id, const QByteArray &body, quint16 flags = 0)
+{
+    return QByteArray(id) + be32(quint32(body.size())) + raw({quint32(flags) >> 8, flags});
+}
+
+QByteArray id3(int major, int flags, const QByteArray &frames)
+{
+    return "ID3" + raw({quint32(major), 0, quint32(flags)}) + syncsafe(quint32(frames.size())) +
+           frames;
+}
+
+QByteArray v23(const QList<QByteArray> &bodies)
+{
+    QByteArray frames;
+    frames += frame3("TIT2", QByteArray("\0Title", 6)) + QByteArray("\0Title", 6);
+    for (const QByteArray &b : bodies)
+        frames += frame3("APIC", b) + b;
+    return id3(3, 0, frames + QByteArray(20, '\0'));
+}
+
+QByteArray flacBlock(int type, const QByteArray &data)
+{
+    return be32(quint32(type)) + be32(9) + "image/png" + be32(4) + "desc" + QByteArray(16, '\0') +
+           be32(quint32(data.size())) + data;
+}
+
+QByteArray flacFile(const QList<QByteArray> &pictures)
+{
+    QByteArray file = "fLaC";
+    file += raw({0, 0, 0, 34}) + QByteArray(34, '\x11'); // STREAMINFO
+    for (qsizetype i = 0; i < pictures.size(); ++i) {
+        const bool last = i + 1 == pictures.size();
+        const QByteArray &block = pictures[i];
+        file += char((last ? 0x80 : 0) | 6) + be32(quint32(block.size())).mid(1) + block;
+    }
+    return file + QByteArray(64, '\x22'); // frames
+}
+
+QByteArray vorbisComments(const QList<QByteArray> &entries)
+{
+    QByteArray c = le32(5) + "Velto" + le32(quint32(entries.size()));
+    for (const QByteArray &e : entries)
+        c += le32(quint32(e.size())) + e;
+    return c;
+}
+
+// Ogg pages of one stream; each packet may spill over several pages, as long
+// comment packets do.
+QByteArray oggFile(const QList<QByteArray> &packets, int pageBody = 600)
+{
+    QByteArray lacing, body, file;
+    int seq = 0;
+    auto flush = [&] {
+        if (lacing.isEmpty())
+            return;
+        file += "OggS" + raw({0, seq == 0 ? 2u : 0u}) + QByteArray(8, '\0') + le32(77) +
+                le32(quint32(seq)) + le32(0) + char(lacing.size()) + lacing + body;
+        ++seq;
+        lacing.clear();
+        body.clear();
+    };
+    for (const QByteArray &p : packets) {
+        qsizetype at = 0;
+        while (true) {
+            const qsizetype take = qMin<qsizetype>(255, p.size() - at);
+            lacing += char(take);
+            body += p.mid(at, take);
+            at += take;
+            if (lacing.size() == 255 || body.size() >= pageBody)
+                flush();
+            if (take < 255)
+                break;
+        }
+    }
+    flush();
+    return file + "OggS-audio-follows";
+}
+
+QByteArray box(const char *type, const QByteArray &body)
+{
+    return be32(quint32(body.size() + 8)) + type + body;
+}
+
+QByteArray mp4File(const QByteArray &picture, bool isoMeta = true, bool inUdta = true)
+{
+    const QByteArray data = box("data", be32(14) + be32(0) + picture);
+    const QByteArray ilst =
+        box("ilst", box("\xA9nam", box("data", be32(1) + be32(0) + "Title")) + box("covr", data));
+    const QByteArray hdlr = box("hdlr", QByteArray(25, '\0'));
+    const QByteArray meta =
+        box("meta", (isoMeta ? QByteArray(4, '\0') : QByteArray()) + hdlr + ilst);
+    const QByteArray moov =
+        box("moov", box("mvhd", QByteArray(100, '\0')) + (inUdta ? box("udta", meta) : meta));
+    return box("ftyp", "M4A \0\0\0\0isomM4A ") + box("mdat", QByteArray(300, '\x33')) + moov;
+}
+
+EmbeddedPicture readBytes(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return readEmbeddedPicture(buffer);
+}
+
+struct Fixture
+{
+    const char *what;
+    QByteArray file;
+    QByteArray picture;
+    int type;
+};
+
+QList<Fixture> fixtures()
+{
+    const QByteArray front = pictureBytes('F');
+    const QByteArray other = pictureBytes('O');
+
+    QByteArray v24frames;
+    {
+        // Syncsafe frame size, a data length word and per-frame unsynchronisation.
+        const QByteArray body = unsynchronise(be32(0) + apicBody(3, front, 1));
+        v24frames += "APIC" + syncsafe(quint32(body.size())) + raw({0, 0x03}) + body;
+    }
+    QByteArray v23unsync;
+    {
+        const QByteArray body = apicBody(3, front);
+        v23unsync = id3(3, 0x80, unsynchronise(frame3("APIC", body) + body));
+    }
+    QByteArray v22;
+    {
+        const QByteArray body = QByteArray(1, 0) + "JPG" + char(3) + QByteArray("d\0", 2) + front;
+        v22 = id3(2, 0, "PIC" + be32(quint32(body.size())).mid(1) + body);
+    }
+    QByteArray v23ext;
+    {
+        const QByteArray body = apicBody(0, other);
+        v23ext = id3(3, 0x40, be32(6) + QByteArray(6, '\0') + frame3("APIC", body) + body);
+    }
+    const QByteArray flacPicture = flacBlock(3, front);
+    const QByteArray vorbisEntry =
+        "METADATA_BLOCK_PICTURE=" + flacBlock(3, front + QByteArray(700, 'x')).toBase64();
+    const QByteArray vorbisId = "\x01vorbis" + QByteArray(23, '\0');
+
+    return {
+        {"ID3v2.3, front cover chosen over the first picture",
+         v23({apicBody(0, other), apicBody(3, front)}) + "audio", front, 3},
+        {"ID3v2.3, only another picture", v23({apicBody(4, other)}), other, 4},
+        {"ID3v2.3, UTF-16 description", v23({apicBody(3, front, 1)}), front, 3},
+        {"ID3v2.3, whole tag unsynchronised", v23unsync, front, 3},
+        {"ID3v2.3, extended header", v23ext, other, 0},
+        {"ID3v2.4, frame unsynchronised with data length", id3(4, 0, v24frames), front, 3},
+        {"ID3v2.2 PIC", v22, front, 3},
+        {"FLAC picture block", flacFile({flacBlock(0, other), flacPicture}), front, 3},
+        {"FLAC behind an ID3v2 tag", id3(3, 0, QByteArray(10, '\0')) + flacFile({flacPicture}),
+         front, 3},
+        {"Ogg Vorbis comment across pages",
+         oggFile({vorbisId, "\x03vorbis" + vorbisComments({"TITLE=x", vorbisEntry}), "setup"}),
+         front + QByteArray(700, 'x'), 3},
+        {"Opus tags",
+         oggFile({"OpusHead" + QByteArray(11, 1), "OpusTags" + vorbisComments({vorbisEntry})}),
+         front + QByteArray(700, 'x'), 3},
+        {"Ogg FLAC",
+         oggFile({"\x7F"
+                  "FLAC" +
+                      QByteArray(46, 0),
+                  char(0x86) + be32(quint32(flacPicture.size())).mid(1) + flacPicture}),
+         front, 3},
+        {"MP4 covr in moov/udta/meta", mp4File(front), front, 3},
+        {"MP4, QuickTime meta without version", mp4File(front, false), front, 3},
+        {"MP4, meta straight in moov", mp4File(front, true, false), front, 3},
+    };
+}
+
+} // namespace
+
+TEST(EmbeddedPicture, FindsThePictureInEachKindOfFile)
+{
+    for (const Fixture &f : fixtures()) {
+        SCOPED_TRACE(f.what);
+        const EmbeddedPicture pic = readBytes(f.file);
+        EXPECT_EQ(pic.data, f.picture);
+        EXPECT_EQ(pic.type, f.type);
+    }
+}
+
+TEST(EmbeddedPicture, CutOrCorruptedFilesNeverCrashNorInventData)
+{
+    for (const Fixture &f : fixtures()) {
+        SCOPED_TRACE(f.what);
+        // Every cut: nothing, or a whole picture the file holds before the cut.
+        for (qsizetype n = 0; n < f.file.size(); ++n) {
+            const EmbeddedPicture pic = readBytes(f.file.left(n));
+            if (!pic.data.isEmpty() && pic.data != f.picture && pic.data != pictureBytes('O'))
+                ADD_FAILURE() << "cut at " << n << " gave " << pic.data.toHex().toStdString();
+        }
+        // Single-byte damage anywhere, three values each: the parser must simply cope.
+        for (qsizetype n = 0; n < f.file.size(); ++n) {
+            for (const char value : {'\0', '\x7F', '\xFF'}) {
+                QByteArray damaged = f.file;
+                damaged[n] = value;
+                readBytes(damaged);
+            }
+        }
+    }
+}
+
+TEST(EmbeddedPicture, HostileSizesAreRefusedWithoutReadingFar)
+{
+    struct Case
+    {
+        const char *what;
+        QByteArray file;
+    } cases[] = {
+        {"ID3 tag claims 256 MB",
+         QByteArray("ID3\x03\0\0\x7F\x7F\x7F\x7F", 10) + QByteArray(40, 'A')},
+        {"frame larger than the tag", id3(3, 0, frame3("APIC", QByteArray(5, 'x')) + "x")},
+        {"APIC without terminators", v23({QByteArray("\0image/jpeg", 11)})},
+        {"FLAC block of 16 MB", "fLaC\x86\xFF\xFF\xFF" + QByteArray(50, 'x')},
+        {"FLAC picture length past the block",
+         flacFile({be32(3) + be32(0xFFFFFFF0) + "image/png"})},
+        {"MP4 box with a 64-bit size past the end",
+         box("ftyp", "isom") + be32(1) + "moov" + be32(0x7FFFFFFF) + be32(0xFFFFFFFF)},
+        {"MP4 box shorter than its header", box("ftyp", "isom") + be32(3) + "moov"},
+        {"MP4 covr with an empty data box", mp4File(QByteArray())},
+        {"Ogg page with a lacing table past the end", "OggS" + QByteArray(22, '\0') + "\xFF"},
+        {"Vorbis comment count of four billion",
+         oggFile({"\x01vorbis", "\x03vorbis" + le32(0) + le32(0xFFFFFFFF) + le32(0xFFFFFFF0)})},
+        {"nothing known", QByteArray("RIFF\0\0\0\0WAVEfmt ", 16)},
+        {"empty", QByteArray()},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_TRUE(readBytes(c.file).data.isEmpty());
+    }
+}
+
+TEST(EmbeddedPicture, VorbisCommentsFallBackOnTheOldCoverArtField)
+{
+    const QByteArray comments =
+        vorbisComments({"COVERARTMIME=image/png", "coverart=" + QByteArray("PNGDATA").toBase64()});
+    const EmbeddedPicture pic = pictureFromVorbisComments(comments);
+    EXPECT_EQ(pic.data, "PNGDATA");
+    EXPECT_EQ(pic.mimeType, "image/png");
+}

@@ -1,0 +1,589 @@
+#include "platform/mediadevice.h"
+#include "platform/mediadevicefactory.h"
+#include "player/playbackengine.h"
+#include "support/fakes.h"
+#include "support/testmedia.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMap>
+#include <QThread>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace {
+
+bool waitFor(const std::function<bool()> &done, int ms = 4000)
+{
+    QDeadlineTimer deadline(ms);
+    while (!done() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        QThread::msleep(1);
+    }
+    return done();
+}
+
+// A listening local socket: it exists as a file, but nothing can read it.
+struct SocketFile
+{
+    int fd = -1;
+    explicit SocketFile(const QString &path)
+    {
+        const QByteArray name = path.toLocal8Bit();
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        if (size_t(name.size()) >= sizeof(address.sun_path))
+            return;
+        std::copy(name.begin(), name.end(), address.sun_path);
+        fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        if (fd >= 0 && (::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
+                        ::listen(fd, 1) != 0)) {
+            ::close(fd);
+            fd = -1;
+        }
+    }
+    ~SocketFile()
+    {
+        if (fd >= 0)
+            ::close(fd);
+    }
+};
+
+QByteArray id3v1(const QByteArray &title, const QByteArray &artist)
+{
+    QByteArray tag("TAG");
+    tag += title.leftJustified(30, ' ', true);
+    tag += artist.leftJustified(30, ' ', true);
+    tag += QByteArray(30, ' ') + QByteArray("2026") + QByteArray(30, ' ');
+    tag += char(0);
+    return tag;
+}
+
+// Real devices from the media engine module, silent (VELTO_AUDIO=null), on
+// media made for the suite.
+class PlaybackEngineTest : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        qputenv("VELTO_AUDIO", "null");
+        media = new TestMedia;
+        factory = new MediaDeviceFactory;
+        media->sineWav(QStringLiteral("a.wav"), 700, 440);
+        media->sineWav(QStringLiteral("b.wav"), 700, 660);
+        media->sineWav(QStringLiteral("one.wav"), 1000, 550);
+        media->silentWav(QStringLiteral("three.wav"), 3000);
+        media->silentWav(QStringLiteral("twelve.wav"), 12000);
+        media->encoded(QStringLiteral("tone.mp3"), 900);
+        media->encoded(QStringLiteral("tone.flac"), 900);
+        media->encoded(QStringLiteral("tone.ogg"), 900);
+        media->module(QStringLiteral("tune.mod"));
+        media->garbage(QStringLiteral("garbage.mp3"));
+        media->write(QStringLiteral("notes.txt"), "not media");
+        media->write(QStringLiteral("readme.txt"), "not media");
+        media->write(QStringLiteral("cover.bmp"), "BM");
+        media->write(QStringLiteral("Track05.cda"), "RIFF");
+        QFile mp3(media->file(QStringLiteral("tone.mp3")));
+        if (mp3.open(QIODevice::ReadOnly))
+            media->write(QStringLiteral("tagged.mp3"),
+                         mp3.readAll() + id3v1("Blue Tone", "Sine Quartet"));
+    }
+    static void TearDownTestSuite()
+    {
+        delete factory;
+        delete media;
+    }
+    static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
+
+    void SetUp() override
+    {
+        ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString();
+        engine = std::make_unique<PlaybackEngine>(playlist, flags, dialogs, random,
+                                                  [] { return factory->create(); });
+        engine->options = [this] { return options; };
+        engine->setLabel = [this](int n, const QString &text) { labels[n] = text; };
+        engine->SetDD = [this](int group, const QVariant &value) { groups[group] = value; };
+        engine->setTrayTip = [this](const QString &text) { trayTip = text; };
+        engine->setWindowTitle = [this](const QString &text) { windowTitle = text; };
+        engine->onTrackStarted = [this](const QString &f) { started << f; };
+        engine->LoadCover = [this](const QString &f) { covers << f; };
+        engine->selectEntry = [this](int row) { selected = row; };
+    }
+
+    void setList(std::initializer_list<const char *> names)
+    {
+        playlist.PlNames.clear();
+        playlist.PlPath.clear();
+        for (const char *name : names) {
+            playlist.PlNames << QString::fromLatin1(name);
+            playlist.PlPath << (QByteArray(name).contains(':') ? QString::fromLatin1(name)
+                                                               : file(name));
+        }
+        playlist.CurTrack = 1;
+    }
+
+    bool playingTrack(int track)
+    {
+        return waitFor([&] {
+            return playlist.CurTrack == track && engine->state().playing &&
+                   engine->state().PlayPos > 0;
+        });
+    }
+    bool stopped()
+    {
+        return waitFor([&] { return !engine->state().playing; });
+    }
+
+    static TestMedia *media;
+    static MediaDeviceFactory *factory;
+
+    PlaylistState playlist;
+    PlayerFlags flags;
+    FakeDialogs dialogs;
+    FakeRandom random;
+    PlaybackEngine::Options options;
+    std::unique_ptr<PlaybackEngine> engine;
+
+    QMap<int, QString> labels;
+    QMap<int, QVariant> groups;
+    QString trayTip, windowTitle;
+    QStringList started, covers;
+    int selected = -1;
+};
+
+TestMedia *PlaybackEngineTest::media = nullptr;
+MediaDeviceFactory *PlaybackEngineTest::factory = nullptr;
+
+TEST_F(PlaybackEngineTest, PlaysToTheEndAndOnToTheNextEntryThenStopsAtTheStart)
+{
+    setList({"a.wav", "tone.mp3"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    EXPECT_EQ(engine->state().CurDevice, QStringLiteral("MPEGVideo"));
+    EXPECT_EQ(labels[PlaybackEngine::kTypeLabel], QStringLiteral("WAV"));
+    ASSERT_TRUE(playingTrack(2));
+    EXPECT_EQ(labels[PlaybackEngine::kTypeLabel], QStringLiteral("MP3"));
+    EXPECT_EQ(labels[PlaybackEngine::kNameLabel], QStringLiteral("tone.mp3"));
+    EXPECT_EQ(labels[PlaybackEngine::kNumberLabel], QStringLiteral("2"));
+    EXPECT_EQ(labels[PlaybackEngine::kLengthLabel], QStringLiteral("0:00"));
+    EXPECT_EQ(groups[PlaybackEngine::kNumberGroup], QVariant(2));
+    EXPECT_EQ(groups[PlaybackEngine::kNameGroup], QVariant(QStringLiteral("tone.mp3")));
+    EXPECT_EQ(trayTip, QStringLiteral("Velto - tone.mp3"));
+    ASSERT_TRUE(stopped());
+    EXPECT_EQ(playlist.CurTrack, 1);
+    EXPECT_FALSE(engine->tickRunning());
+    EXPECT_EQ(started, QStringList({file("a.wav"), file("tone.mp3")}));
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+}
+
+TEST_F(PlaybackEngineTest, PlaysEachFormatOnItsDevice)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"one.wav", "MPEGVideo"},  {"tone.mp3", "MPEGVideo"}, {"tone.flac", "MPEGVideo"},
+        {"tone.ogg", "MPEGVideo"}, {"tune.mod", "M4W_MCI"},
+    };
+    for (const auto &[name, device] : cases) {
+        SCOPED_TRACE(name);
+        setList({name});
+        engine->PlayIt();
+        ASSERT_TRUE(playingTrack(1));
+        EXPECT_EQ(engine->state().CurDevice, QString::fromLatin1(device));
+        EXPECT_GT(engine->state().TrackLength, 500);
+        engine->StopIt();
+    }
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+}
+
+TEST_F(PlaybackEngineTest, OverlapStartsTheNextItemOnTheOtherDeviceAndLetsTheLastOneEnd)
+{
+    // A wide overlap, so a slow (sanitizer) build still sees both play at once.
+    options.PBOverlap = 500;
+    setList({"one.wav", "three.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    ASSERT_TRUE(waitFor([&] { return playlist.CurTrack == 2; }));
+    EXPECT_EQ(engine->state().CurMci, 1);
+    MediaDevice *first = engine->device(0);
+    MediaDevice *second = engine->device(1);
+    ASSERT_TRUE(first && second);
+    // The first item is still in its last moments when the second begins.
+    EXPECT_EQ(first->mode(), MediaDevice::Mode::Playing);
+    EXPECT_LT(first->position(), first->length());
+
+    qint64 secondAtFirstEnd = -1;
+    ASSERT_TRUE(waitFor([&] {
+        if (first->mode() != MediaDevice::Mode::Playing && secondAtFirstEnd < 0)
+            secondAtFirstEnd = second->position();
+        return secondAtFirstEnd >= 0;
+    }));
+    EXPECT_EQ(first->position(), first->length()) << "the first item was cut short";
+    EXPECT_GT(secondAtFirstEnd, 0) << "silence between the items";
+    EXPECT_EQ(second->mode(), MediaDevice::Mode::Playing);
+    ASSERT_TRUE(stopped());
+}
+
+TEST_F(PlaybackEngineTest, IntroScanMovesOnAfterTenSeconds)
+{
+    flags.IntroScan = true;
+    setList({"twelve.wav", "one.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    engine->PlayFrom(9600);
+    qint32 lastOfFirst = 0;
+    ASSERT_TRUE(waitFor([&] {
+        if (playlist.CurTrack == 1)
+            lastOfFirst = engine->state().PlayPos;
+        return playlist.CurTrack == 2;
+    }));
+    EXPECT_GE(lastOfFirst, 9600);
+    EXPECT_LT(lastOfFirst, 10001);
+    engine->StopIt();
+
+    // With an overlap the item left early does not play on under the next.
+    options.PBOverlap = 300;
+    playlist.CurTrack = 1;
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    engine->PlayFrom(9600);
+    ASSERT_TRUE(playingTrack(2));
+    EXPECT_EQ(engine->state().CurMci, 1);
+    EXPECT_NE(engine->device(0)->mode(), MediaDevice::Mode::Playing);
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, PictureCountsFiveSecondsOnTheTickThenMovesOn)
+{
+    setList({"cover.bmp", "notes.txt"});
+    engine->PlayIt();
+    EXPECT_EQ(engine->state().CurDevice, QStringLiteral("Delay"));
+    EXPECT_EQ(engine->state().TrackLength, 5000);
+    EXPECT_TRUE(engine->state().playing);
+    EXPECT_TRUE(engine->tickRunning());
+    EXPECT_EQ(covers, QStringList{file("cover.bmp")});
+    EXPECT_EQ(selected, 0);
+    // The tick is driven here by hand: no event loop runs, so no real tick interferes.
+    for (int tick = 1; tick < 50; ++tick)
+        engine->Timer1_Timer();
+    EXPECT_EQ(playlist.CurTrack, 1);
+    EXPECT_EQ(engine->state().PlayPos, 4900);
+    EXPECT_EQ(groups[PlaybackEngine::kTimeGroup], QVariant(4));
+    engine->Timer1_Timer();
+    // A document in the list halts playback on its entry.
+    EXPECT_EQ(playlist.CurTrack, 2);
+    EXPECT_EQ(engine->state().CurDevice, QStringLiteral("Delay"));
+    EXPECT_FALSE(engine->tickRunning());
+    EXPECT_TRUE(labels[PlaybackEngine::kNameLabel].isEmpty());
+}
+
+TEST_F(PlaybackEngineTest, RemainingTimeCountsDown)
+{
+    setList({"cover.bmp"});
+    engine->PlayIt();
+    engine->ToggleRemaining();
+    for (int tick = 0; tick < 12; ++tick)
+        engine->Timer1_Timer();
+    EXPECT_EQ(groups[PlaybackEngine::kTimeGroup], QVariant((5000 - 1200) / 1000));
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, LoopPointsSetTheStartThenTheEndThenClear)
+{
+    setList({"three.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 400; }));
+    engine->LoopPoint();
+    const qint32 start = engine->state().LoopStart;
+    EXPECT_GE(start, 400);
+    EXPECT_EQ(engine->state().LoopEnd, 0);
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= start + 600; }));
+    engine->LoopPoint();
+    const qint32 end = engine->state().LoopEnd;
+    EXPECT_GE(end, start + 600);
+
+    // Twice round the loop, never far past its end.
+    int returns = 0;
+    qint32 highest = 0, previous = end;
+    waitFor(
+        [&] {
+            const qint32 pos = engine->state().PlayPos;
+            highest = qMax(highest, pos);
+            if (pos < previous - 300)
+                ++returns;
+            previous = pos;
+            return returns >= 2;
+        },
+        6000);
+    EXPECT_GE(returns, 2);
+    // Without the loop the item would run on to 3000.
+    EXPECT_LE(highest, end + 600);
+    EXPECT_GE(previous, start);
+    EXPECT_EQ(playlist.CurTrack, 1);
+
+    engine->LoopPoint();
+    EXPECT_EQ(engine->state().LoopStart, 0);
+    EXPECT_EQ(engine->state().LoopEnd, 0);
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, SeeksAreClampedToTheItem)
+{
+    setList({"three.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    MediaDevice *device = engine->device(engine->state().CurMci);
+    ASSERT_TRUE(device);
+    const std::pair<qint32, qint64> cases[] = {
+        {-5000, 0}, {1500, 1500}, {99999, 2000}, {2999, 2999}, {3001, 2000}};
+    for (const auto &[asked, expected] : cases) {
+        engine->PlayFrom(asked);
+        EXPECT_EQ(device->position(), expected) << asked;
+    }
+    engine->PlayFrom(500);
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 700; }));
+    engine->Forward();
+    EXPECT_EQ(device->position(), 2000);
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 2100; }));
+    engine->Reverse();
+    EXPECT_EQ(device->position(), 0);
+    engine->StopIt();
+    const qint32 before = engine->state().PlayPos;
+    engine->Forward(); // only while playing
+    EXPECT_EQ(device->position(), 0);
+    EXPECT_EQ(engine->state().PlayPos, before);
+}
+
+TEST_F(PlaybackEngineTest, PauseHoldsThePositionAndPlayPauseResumes)
+{
+    setList({"three.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 300; }));
+    engine->PlayPause();
+    EXPECT_TRUE(engine->state().paused);
+    MediaDevice *device = engine->device(0);
+    const qint64 held = device->position();
+    waitFor([] { return false; }, 300);
+    EXPECT_EQ(device->position(), held);
+    EXPECT_EQ(device->mode(), MediaDevice::Mode::Paused);
+    engine->PlayPause();
+    EXPECT_FALSE(engine->state().paused);
+    EXPECT_TRUE(waitFor([&] { return device->position() > held + 100; }));
+    EXPECT_EQ(playlist.CurTrack, 1);
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, StopAfterItemStopsOnTheNextEntry)
+{
+    flags.StopAfterItem = true;
+    setList({"a.wav", "b.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    ASSERT_TRUE(waitFor([&] { return playlist.CurTrack == 2; }));
+    EXPECT_FALSE(engine->state().playing);
+    // The next entry opens and shows its titles, but nothing plays.
+    ASSERT_TRUE(waitFor([&] { return started.size() == 2; }));
+    EXPECT_EQ(labels[PlaybackEngine::kNameLabel], QStringLiteral("b.wav"));
+    waitFor([] { return false; }, 200);
+    EXPECT_FALSE(engine->state().playing);
+    EXPECT_FALSE(engine->tickRunning());
+    EXPECT_NE(engine->device(0)->mode(), MediaDevice::Mode::Playing);
+}
+
+TEST_F(PlaybackEngineTest, RandomPicksRangeOverOneToCountPlusOneRoundingHalvesToEven)
+{
+    setList({"notes.txt", "notes.txt", "notes.txt", "notes.txt"});
+    // r x 4 + 1, halves to the even neighbour.
+    const std::pair<double, int> cases[] = {
+        {0.0, 1}, {0.1, 1}, {0.125, 2}, {0.375, 2}, {0.625, 4}, {0.875, 4}, {0.9, 5}, {0.99, 5},
+    };
+    for (const auto &[r, track] : cases) {
+        random.values = {r};
+        engine->RndTrack();
+        EXPECT_EQ(playlist.CurTrack, track) << r;
+    }
+    // count + 1 ends playback and goes back to the first entry.
+    flags.Shuffle = true;
+    random.values = {0.99};
+    engine->NextTrack();
+    EXPECT_EQ(playlist.CurTrack, 1);
+    EXPECT_FALSE(engine->state().playing);
+}
+
+TEST_F(PlaybackEngineTest, EntryNumbersWrapAndTheEndStops)
+{
+    setList({"notes.txt", "readme.txt"});
+    labels[PlaybackEngine::kTypeLabel] = QStringLiteral("old");
+    playlist.CurTrack = 0;
+    engine->PlayIt();
+    EXPECT_EQ(playlist.CurTrack, 2);
+    EXPECT_EQ(engine->state().CurFile, file("readme.txt"));
+    EXPECT_EQ(engine->state().CurDevice, QStringLiteral("Delay"));
+    EXPECT_FALSE(engine->state().playing);
+
+    labels[PlaybackEngine::kTypeLabel] = QStringLiteral("old");
+    playlist.CurTrack = 3;
+    engine->PlayIt();
+    EXPECT_EQ(playlist.CurTrack, 1);
+    EXPECT_TRUE(labels[PlaybackEngine::kTypeLabel].isEmpty());
+    EXPECT_EQ(groups[PlaybackEngine::kTimeGroup], QVariant(0));
+
+    engine->PrevTrack(); // from 1 to the last
+    EXPECT_EQ(playlist.CurTrack, 2);
+    EXPECT_EQ(engine->device(0), nullptr) << "documents open no device";
+}
+
+TEST_F(PlaybackEngineTest, MissingFileIsMarkedOnceAndNothingOpens)
+{
+    setList({"gone.mp3"});
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        engine->PlayIt();
+        playlist.CurTrack = 1;
+    }
+    EXPECT_EQ(playlist.PlNames[0], QStringLiteral("gone.mp3 [FILE NOT FOUND]"));
+    EXPECT_EQ(playlist.PlPath[0], QString());
+    EXPECT_TRUE(engine->state().CurDevice.isEmpty());
+    EXPECT_EQ(engine->device(0), nullptr);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(PlaybackEngineTest, InternetAddressIsRefused)
+{
+    setList({"http://radio.example/stream.mp3"});
+    engine->PlayIt();
+    EXPECT_EQ(dialogs.messages, QStringList{QStringLiteral("Internet file!")});
+    EXPECT_EQ(engine->device(0), nullptr);
+    EXPECT_FALSE(engine->state().playing);
+}
+
+TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
+{
+    SocketFile socket(media->file(QStringLiteral("socket.mp3")));
+    ASSERT_GE(socket.fd, 0);
+    struct Case
+    {
+        const char *name;
+        const char *setting;
+        const char *head;
+        const char *explanation;
+    };
+    const Case cases[] = {
+        {"garbage.mp3", "0", "MCI Device: MPEGVideo",
+         "The File could not be opened.\rIt may be an unknown format, corrupt, or an "
+         "un-supported variation of a known format."},
+        {"Track05.cda", "0", "MCI Device: cdaudio",
+         "MCI driver is NOT installed.\rSee Velto documentation!"},
+        {"socket.mp3", "0", "MCI Device: MPEGVideo",
+         "Make sure you are using the Microsoft MPEGVideo driver!\rMPEG Video may have been "
+         "re-assigned to a DVD drive or card.\rYou may need to use the ActiveMovie driver (see "
+         "docs)!"},
+        {"socket.mp3", "2", "MCI Device: ActiveMovie",
+         "Try installing the latest MS MediaPlayer (formerly ActiveMovie)."},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        options.MCIDevice = QString::fromLatin1(c.setting);
+        dialogs.messages.clear();
+        setList({c.name});
+        engine->PlayIt();
+        ASSERT_TRUE(waitFor([&] { return !dialogs.messages.isEmpty(); }));
+        const QString box = dialogs.messages.value(0);
+        EXPECT_TRUE(box.startsWith(QString::fromLatin1(c.head) + QStringLiteral("\rFilename: ") +
+                                   file(c.name) + QStringLiteral("\r\rError: ")))
+            << box.toStdString();
+        EXPECT_TRUE(box.endsWith(QStringLiteral("\r\r") + QString::fromLatin1(c.explanation)))
+            << box.toStdString();
+        EXPECT_TRUE(engine->state().CurDevice.isEmpty());
+        EXPECT_FALSE(engine->state().playing);
+        EXPECT_FALSE(engine->tickRunning());
+        EXPECT_EQ(dialogs.messages.size(), 1);
+    }
+}
+
+TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
+{
+    setList({"tagged.mp3"});
+    engine->PlayIt();
+    ASSERT_TRUE(waitFor([&] { return started.size() == 1; }));
+    EXPECT_EQ(trayTip, QStringLiteral("Velto - [Sine Quartet] - Blue Tone"));
+    EXPECT_EQ(windowTitle, trayTip);
+    engine->StopIt();
+
+    playlist.PlNames = {QString(80, QLatin1Char('n'))};
+    playlist.PlPath = {file("one.wav")};
+    playlist.CurTrack = 1;
+    engine->PlayIt();
+    ASSERT_TRUE(waitFor([&] { return started.size() == 2; }));
+    EXPECT_EQ(trayTip, (QStringLiteral("Velto - ") + QString(80, QLatin1Char('n'))).left(64));
+    EXPECT_EQ(windowTitle, QStringLiteral("Velto - ") + QString(80, QLatin1Char('n')));
+    EXPECT_EQ(labels[PlaybackEngine::kLengthLabel], QStringLiteral("0:01"));
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, PlayFileAddsItAtTheEnd)
+{
+    setList({"notes.txt"});
+    engine->PlayFile(file("one.wav"));
+    EXPECT_EQ(playlist.PlPath.size(), 2);
+    EXPECT_EQ(playlist.PlPath[1], file("one.wav"));
+    EXPECT_EQ(playlist.PlNames[1], QStringLiteral("one.wav"));
+    EXPECT_EQ(playlist.CurTrack, 2);
+    ASSERT_TRUE(playingTrack(2));
+    engine->StopIt();
+}
+
+TEST_F(PlaybackEngineTest, JumpToTakesAnEntryOrATime)
+{
+    setList({"notes.txt", "three.wav"});
+    QStringList answers = {QStringLiteral("2"), QStringLiteral("0:02"), QStringLiteral("9"),
+                           QString()};
+    QString prompt;
+    engine->askText = [&](const QString &p) {
+        prompt = p;
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    };
+    engine->JumpTo();
+    EXPECT_TRUE(prompt.contains(QStringLiteral("1 to 2")));
+    EXPECT_EQ(playlist.CurTrack, 2);
+    ASSERT_TRUE(playingTrack(2));
+    engine->JumpTo();
+    EXPECT_EQ(engine->device(0)->position(), 2000);
+    engine->JumpTo(); // no entry 9: nothing happens
+    engine->JumpTo(); // cancelled
+    EXPECT_EQ(playlist.CurTrack, 2);
+    EXPECT_TRUE(engine->state().playing);
+    engine->StopIt();
+}
+
+TEST(PlaybackEngineJump, ReadsEntryNumbersAndTimes)
+{
+    using K = PlaybackEngine::JumpTarget::Kind;
+    const std::tuple<const char *, K, qint64> cases[] = {
+        {"7", K::Entry, 7},
+        {" 12 ", K::Entry, 12},
+        {"1:30", K::Time, 90000},
+        {"0:05", K::Time, 5000},
+        {"90:00", K::Time, 5400000},
+        {"1:02:03", K::Time, 3723000},
+        {"0:01.5", K::Time, 1500},
+        {"1:60", K::None, 0},
+        {"1:5", K::None, 0},
+        {"-3", K::None, 0},
+        {"", K::None, 0},
+        {"abc", K::None, 0},
+        {"123456", K::None, 0},
+        {"1:2:3:4", K::None, 0},
+    };
+    for (const auto &[text, kind, value] : cases) {
+        const auto target = PlaybackEngine::parseJump(QString::fromLatin1(text));
+        EXPECT_EQ(target.kind, kind) << text;
+        EXPECT_EQ(target.value, value) << text;
+    }
+}
+
+} // namespace

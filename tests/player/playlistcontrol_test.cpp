@@ -1,0 +1,372 @@
+#include "player/playlistcontrol.h"
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QListWidget>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Notes what the playlist asks of the player: the current entry at each PlayIt.
+class RecordingPlayer : public PlayerCommands
+{
+public:
+    explicit RecordingPlayer(const PlaylistState &state) : m_state(state) {}
+    QList<int> played;
+
+    void PlayIt() override { played << m_state.CurTrack; }
+    void StopIt() override {}
+    void PauseIt() override {}
+    void EjectIt() override {}
+    void PrevTrack() override {}
+    void NextTrack() override {}
+    void Reverse() override {}
+    void Forward() override {}
+    void PlayPause() override {}
+    void ToggleCDMode() override {}
+    void JumpTo() override {}
+    void ShowLights() override {}
+    qint32 currentPosition() const override { return 0; }
+    void ToggleRemaining() override {}
+    void VolumeStep(int) override {}
+    void ToggleMute() override {}
+    void PlSelAct(int) override {}
+    void LoopPoint() override {}
+
+private:
+    const PlaylistState &m_state;
+};
+
+class PlaylistControlTest : public ::testing::Test
+{
+protected:
+    PlaylistControlTest()
+    {
+        control.setList(&list);
+        control.showLabels = [this](const QString &name, int count) {
+            labelName = name;
+            labelCount = count;
+        };
+        control.savePath = [this](const QString &folder) { savedPaths << folder; };
+        control.showScanProgress = [this](int entries) {
+            progress << entries;
+            // The list shows every entry found whenever the count does.
+            EXPECT_EQ(list.count(), state.PlNames.size());
+        };
+        control.clearCover = [this] { ++coversCleared; };
+        control.cdMode = [this] { return cdMode; };
+    }
+
+    void waitForScan()
+    {
+        QElapsedTimer waited;
+        waited.start();
+        while (control.isScanning() && waited.elapsed() < 20000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        ASSERT_FALSE(control.isScanning());
+    }
+
+    QStringList shown() const
+    {
+        QStringList texts;
+        for (int i = 0; i < list.count(); ++i)
+            texts << list.item(i)->text();
+        return texts;
+    }
+
+    void setEntries(const QStringList &names)
+    {
+        state.PlNames = names;
+        state.PlPath.clear();
+        for (const QString &name : names)
+            state.PlPath << "/m/" + name.toLower() + ".mp3";
+        control.ShowPlaylist();
+    }
+
+    TempHome home;
+    PlaylistState state;
+    QString path = QStringLiteral("/start/");
+    qint16 clearFirst = 0;
+    qint16 autoPlay = 0;
+    qint16 friendly = 1;
+    QString validExt = QStringLiteral("mp3 wav");
+    FakeDialogs dialogs;
+    RecordingPlayer player{state};
+    PlaylistControl control{
+        state, {path, clearFirst, autoPlay, friendly, validExt}, dialogs, player};
+    QListWidget list;
+
+    QString labelName;
+    int labelCount = -1;
+    QStringList savedPaths;
+    QList<int> progress;
+    int coversCleared = 0;
+    bool cdMode = false;
+};
+
+} // namespace
+
+TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPath)
+{
+    home.write(QStringLiteral("music/top.mp3"), "");
+    home.write(QStringLiteral("music/notes.txt"), "");
+    home.write(QStringLiteral("music/a/01_-_One.mp3"), "");
+    home.write(QStringLiteral("music/a/Two.WAV"), "");
+    home.write(QStringLiteral("music/b/three.mp3"), "");
+    home.write(QStringLiteral("lists/.keep"), "");
+    const QString music = home.file(QStringLiteral("music/"));
+
+    dialogs.folderResult = home.file(QStringLiteral("music"));
+    control.AddFromDir();
+    waitForScan();
+    const QStringList found = {music + "top.mp3", music + "a/01_-_One.mp3", music + "a/Two.WAV",
+                               music + "b/three.mp3"};
+    EXPECT_EQ(state.PlPath, found);
+    EXPECT_EQ(state.PlNames, QStringList({"top", "One", "Two", "three"}));
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(labelCount, 4);
+    EXPECT_EQ(progress.value(progress.size() - 1), -1) << "the end of the scan is shown";
+
+    dialogs.saveResult = home.file(QStringLiteral("lists/mine"));
+    control.PlSaveAs();
+    EXPECT_TRUE(QFile::exists(home.file(QStringLiteral("lists/mine.m3u"))));
+    EXPECT_EQ(labelName, QStringLiteral("mine.m3u"));
+
+    control.PlClear();
+    EXPECT_TRUE(state.PlNames.isEmpty() && state.PlPath.isEmpty());
+    EXPECT_TRUE(shown().isEmpty());
+    EXPECT_EQ(state.CurTrack, 1);
+    EXPECT_EQ(labelName, QStringLiteral("untitled"));
+    EXPECT_EQ(labelCount, 0);
+    EXPECT_EQ(coversCleared, 1);
+
+    dialogs.openResults = {{home.file(QStringLiteral("lists/mine.m3u"))}};
+    control.PlLoad();
+    EXPECT_EQ(state.PlPath, found);
+    EXPECT_EQ(state.PlNames, QStringList({"top.mp3", "One.mp3", "Two.WAV", "three.mp3"}));
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(labelName, QStringLiteral("mine.m3u"));
+    EXPECT_EQ(list.currentRow(), 0) << "the current entry is selected";
+
+    // Each dialog starts where the last one ended, and "Path" is saved at once.
+    const QString lists = home.file(QStringLiteral("lists/"));
+    ASSERT_EQ(dialogs.calls.size(), 3);
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select Directory containing Media Files:"));
+    EXPECT_EQ(dialogs.calls[0].folder, QStringLiteral("/start/"));
+    EXPECT_EQ(dialogs.calls[1].title, QStringLiteral("Save Playlist"));
+    EXPECT_EQ(dialogs.calls[1].folder, music);
+    EXPECT_EQ(dialogs.calls[1].filter, QStringLiteral("MP3 Playlists (*.M3U)|*.M3U"));
+    EXPECT_EQ(dialogs.calls[2].title, QStringLiteral("Load Playlist"));
+    EXPECT_EQ(dialogs.calls[2].folder, lists);
+    EXPECT_EQ(savedPaths, QStringList({music, lists, lists}));
+    EXPECT_EQ(path, lists);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(PlaylistControlTest, CancelledDialogsChangeNothing)
+{
+    setEntries({"A", "B"});
+    const PlaylistState before = state;
+    control.PlLoad();
+    control.PlSaveAs();
+    control.OpenMedia();
+    control.AddFromDir();
+    EXPECT_EQ(dialogs.calls.size(), 4);
+    for (const FakeDialogs::Call &call : dialogs.calls)
+        EXPECT_EQ(call.folder, QStringLiteral("/start/")) << call.title.toStdString();
+    EXPECT_EQ(state.PlNames, before.PlNames);
+    EXPECT_EQ(state.PlPath, before.PlPath);
+    EXPECT_EQ(state.title, before.title);
+    EXPECT_EQ(path, QStringLiteral("/start/"));
+    EXPECT_TRUE(savedPaths.isEmpty());
+    EXPECT_TRUE(player.played.isEmpty());
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(PlaylistControlTest, OpenMediaOffersTheFilterGroupsAndStartsOnTheLastOneUsed)
+{
+    const QString picture = home.write(QStringLiteral("pics/Cover.JPG"), "");
+    const QString song = home.write(QStringLiteral("song.ogg"), "");
+    const QString pls = home.write(QStringLiteral("radio.pls"), "[playlist]\nFile1=x.mp3\n");
+    state.CurTrack = 0;
+    dialogs.chosenFilter = 3;
+    dialogs.openResults = {{picture}, {song}, {pls}};
+    control.OpenMedia();
+    dialogs.chosenFilter = 5;
+    control.OpenMedia();
+    control.OpenMedia();
+
+    ASSERT_EQ(dialogs.calls.size(), 3);
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Open Media file"));
+    EXPECT_EQ(dialogs.calls[0].filter,
+              QStringLiteral("MPEG Audio Files|*.MP?|ActiveMovie Files|*.MP?;*.MPEG;*.DAT;*.WAV;"
+                             "*.AU;*.MID;*.RMI;*.AIF?;*.MOV;*.QT;*.AVI;*.M1V;*.RA;*.RAM;*.RM;*.RMM|"
+                             "Music Modules|*.MOD;*.MTM;*FAR;*.669;*.OKT;*.STM;*.S3M;*.NST;*.WOW;"
+                             "*.XM|Bitmaps|*.BMP;*.GIF;*.JPG|Playlists|*.M3U;*.PLS|All Files|*.*"));
+    EXPECT_EQ(dialogs.calls[0].filterIndex, 0);
+    EXPECT_EQ(dialogs.calls[1].filterIndex, 3);
+    EXPECT_EQ(dialogs.calls[2].filterIndex, 5);
+    EXPECT_EQ(dialogs.calls[1].folder, home.file(QStringLiteral("pics/")));
+
+    EXPECT_EQ(state.PlNames, QStringList({"Cover.JPG (picture)", "song.ogg", "x.mp3"}));
+    EXPECT_EQ(state.PlPath, QStringList({picture, song, home.file(QStringLiteral("x.mp3"))}));
+    EXPECT_EQ(state.CurTrack, 1);
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(labelCount, 3);
+}
+
+TEST_F(PlaylistControlTest, LoadingClearsFirstAndPlaysWhenTheSettingsSaySo)
+{
+    const QString file = home.write(QStringLiteral("two.m3u"), "#EXTM3U\r\na.mp3\r\nb.mp3\r\n");
+    struct Case
+    {
+        qint16 clearFirst, autoPlay;
+        int entries;
+        QList<int> played;
+    };
+    const Case cases[] = {{0, 0, 3, {}}, {1, 0, 2, {}}, {0, 1, 3, {2}}, {1, 1, 2, {1}}};
+    for (const Case &c : cases) {
+        setEntries({"Old"});
+        state.CurTrack = 2;
+        player.played.clear();
+        clearFirst = c.clearFirst;
+        autoPlay = c.autoPlay;
+        dialogs.openResults = {{file}};
+        control.PlLoad();
+        EXPECT_EQ(state.PlPath.size(), c.entries) << c.clearFirst << c.autoPlay;
+        EXPECT_EQ(list.count(), c.entries);
+        EXPECT_EQ(player.played, c.played) << c.clearFirst << c.autoPlay;
+    }
+}
+
+TEST_F(PlaylistControlTest, MovesTheSelectedEntryAndTheSelectionFollows)
+{
+    setEntries({"A", "B", "C"});
+    state.CurTrack = 3;
+    list.setCurrentRow(0);
+    control.PlMoveEntry(+1);
+    EXPECT_EQ(state.PlNames, QStringList({"B", "A", "C"}));
+    EXPECT_EQ(state.PlPath, QStringList({"/m/b.mp3", "/m/a.mp3", "/m/c.mp3"}));
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(control.selectedIndex(), 1);
+    control.PlMoveEntry(-1);
+    control.PlMoveEntry(-1); // already at the top
+    EXPECT_EQ(shown(), QStringList({"A", "B", "C"}));
+    EXPECT_EQ(control.selectedIndex(), 0);
+    EXPECT_EQ(state.CurTrack, 3) << "the current entry stays by number";
+
+    cdMode = true;
+    control.PlMoveEntry(+1);
+    EXPECT_EQ(state.PlNames, QStringList({"A", "B", "C"}));
+    cdMode = false;
+    list.clearSelection();
+    control.PlMoveEntry(+1);
+    EXPECT_EQ(state.PlNames, QStringList({"A", "B", "C"}));
+}
+
+TEST_F(PlaylistControlTest, ListKeysAndDoubleClickRemoveAndPlayTheSelectedEntry)
+{
+    setEntries({"A", "B", "C"});
+    list.resize(200, 200);
+    list.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+    list.setCurrentRow(1);
+    QTest::keyClick(&list, Qt::Key_Delete);
+    EXPECT_EQ(state.PlNames, QStringList({"A", "C"}));
+    EXPECT_EQ(state.PlPath, QStringList({"/m/a.mp3", "/m/c.mp3"}));
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(labelCount, 2);
+    EXPECT_EQ(control.selectedIndex(), 1) << "the next entry is selected, ready for another Delete";
+
+    QTest::keyClick(&list, Qt::Key_Return);
+    QTest::keyClick(&list, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(player.played, QList<int>({2, 2}));
+
+    const QRect first = list.visualItemRect(list.item(0));
+    // A real double click: the first click, then the second.
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first.center());
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, first.center());
+    EXPECT_EQ(player.played, QList<int>({2, 2, 1}));
+    EXPECT_EQ(state.CurTrack, 1);
+
+    list.clearSelection();
+    QTest::keyClick(&list, Qt::Key_Delete);
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(state.PlNames.size(), 2) << "nothing selected, nothing removed";
+    EXPECT_EQ(player.played.size(), 3);
+}
+
+TEST_F(PlaylistControlTest, DropsAreAddedInTheOrderGivenWhileFoldersScan)
+{
+    for (int f = 0; f < 5; ++f)
+        for (int i = 0; i < 40; ++i)
+            home.write(QStringLiteral("drop/f%1/s%2.mp3").arg(f).arg(i, 2, 10, QLatin1Char('0')),
+                       "");
+    const QString single = home.write(QStringLiteral("single.wav"), "");
+    const QString m3u = home.write(QStringLiteral("l.m3u"), "x.mp3\n");
+
+    control.addPaths({home.file(QStringLiteral("drop")), single, m3u});
+    EXPECT_TRUE(control.isScanning());
+    EXPECT_TRUE(state.PlPath.isEmpty()) << "what follows a folder waits for its scan";
+    waitForScan();
+    ASSERT_EQ(state.PlPath.size(), 202);
+    EXPECT_EQ(state.PlPath.first(), home.file(QStringLiteral("drop/f0/s00.mp3")));
+    EXPECT_EQ(state.PlPath[199], home.file(QStringLiteral("drop/f4/s39.mp3")));
+    EXPECT_EQ(state.PlPath[200], single);
+    EXPECT_EQ(state.PlPath[201], home.file(QStringLiteral("x.mp3")));
+    EXPECT_EQ(state.PlNames[200], QStringLiteral("single.wav"));
+    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(labelCount, 202);
+
+    QMimeData drop;
+    drop.setUrls({QUrl::fromLocalFile(QStringLiteral("/music/a b.mp3")),
+                  QUrl(QStringLiteral("https://example.org/x.mp3")),
+                  QUrl::fromLocalFile(QStringLiteral("/music/folder/"))});
+    EXPECT_EQ(PlaylistControl::droppedPaths(drop),
+              QStringList({"/music/a b.mp3", "/music/folder/"}));
+    drop.setText(QStringLiteral("just text"));
+    drop.setUrls({});
+    EXPECT_TRUE(PlaylistControl::droppedPaths(drop).isEmpty());
+}
+
+TEST_F(PlaylistControlTest, ClearingOrCancellingEndsTheScanAndWhatWaitsForIt)
+{
+    for (int i = 0; i < 50; ++i)
+        home.write(QStringLiteral("d/s%1.mp3").arg(i), "");
+    const QString single = home.write(QStringLiteral("single.mp3"), "");
+
+    control.addPaths({home.file(QStringLiteral("d")), single});
+    control.cancelScan();
+    EXPECT_FALSE(control.isScanning());
+    QTest::qWait(50);
+    EXPECT_TRUE(state.PlPath.isEmpty());
+    EXPECT_EQ(progress.value(progress.size() - 1), -1);
+
+    control.addPaths({home.file(QStringLiteral("d")), single});
+    control.PlClear();
+    EXPECT_FALSE(control.isScanning());
+    QTest::qWait(50);
+    EXPECT_TRUE(state.PlPath.isEmpty());
+    EXPECT_TRUE(shown().isEmpty());
+
+    // A scan that ends normally lets what waited follow.
+    control.addPaths({home.file(QStringLiteral("d")), single});
+    waitForScan();
+    EXPECT_EQ(state.PlPath.size(), 51);
+    EXPECT_EQ(state.PlPath.last(), single);
+}
+
+TEST_F(PlaylistControlTest, SaveFailureShowsTheMessageAndKeepsTheName)
+{
+    setEntries({"A"});
+    dialogs.saveResult = home.file(QStringLiteral("no/such/folder/list.m3u"));
+    control.PlSaveAs();
+    EXPECT_EQ(dialogs.messages, QStringList({"Unable to write Playlist! Is the file read-only?"}));
+    EXPECT_EQ(state.title, QStringLiteral("untitled"));
+    EXPECT_FALSE(QFile::exists(dialogs.saveResult));
+}

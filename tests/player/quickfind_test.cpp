@@ -1,0 +1,127 @@
+#include "player/quickfind.h"
+#include "support/printers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A few hundred names, with the ones the cases look for among them.
+QStringList someNames()
+{
+    QStringList names;
+    for (int i = 0; i < 300; ++i)
+        names << QStringLiteral("Track %1").arg(i, 3, 10, QLatin1Char('0'));
+    names << QStringLiteral("beatles - help") << QStringLiteral("Bee Gees")
+          << QStringLiteral("BEAR") << QStringLiteral("apple") << QStringLiteral("Zebra")
+          << QStringLiteral("Émile") << QStringLiteral("Café") << QStringLiteral("CAFE DEL MAR")
+          << QString() << QStringLiteral("Strauß");
+    return names;
+}
+
+QString nameAt(const QuickFind &find, int row)
+{
+    return row < 0 ? QStringLiteral("<none>") : find.names().value(row);
+}
+
+} // namespace
+
+TEST(QuickFind, FoldsCaseAndAccents)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"Café", "CAFE"},   {"naïve", "NAIVE"}, {"Ærø", "AERO"},    {"straße", "STRASSE"},
+        {"Łódź", "LODZ"},   {"ﬁle", "FILE"},    {"abc 1", "ABC 1"}, {"", ""},
+        {"Ñandú", "NANDU"}, {"日本", "日本"},   {"Þór", "THOR"},    {"Œuvre", "OEUVRE"},
+    };
+    for (const auto &[text, folded] : cases)
+        EXPECT_EQ(QuickFind::fold(QString::fromUtf8(text)), QString::fromUtf8(folded)) << text;
+}
+
+TEST(QuickFind, PrefixSearchSelectsTheFirstNameNotBelowTheText)
+{
+    const QuickFind find(someNames());
+    const std::pair<const char *, const char *> cases[] = {
+        {"be", "BEAR"}, // the first that starts with BE, in any case
+        {"BEAT", "beatles - help"},
+        {"bec", "Bee Gees"}, // none starts so: the first after where it would stand
+        {"emi", "Émile"},    // accents are ignored
+        {"track 1", "Track 100"},
+        {"0", "apple"},  // below every name: the first
+        {"zz", "Zebra"}, // past the end: the last
+        {"cafe d", "CAFE DEL MAR"},
+        {"strauss", "Strauß"},
+    };
+    for (const auto &[typed, expected] : cases)
+        EXPECT_EQ(nameAt(find, find.FindMatch(QString::fromUtf8(typed))),
+                  QString::fromUtf8(expected))
+            << typed;
+    EXPECT_EQ(find.FindMatch(QString()), -1) << "an empty text changes nothing";
+    EXPECT_EQ(QuickFind({}).FindMatch(QStringLiteral("a")), -1);
+}
+
+TEST(QuickFind, PrefixSearchAgreesWithAWalkFromTheTop)
+{
+    // The walk the search stands for, over every prefix of every name.
+    const QuickFind find(someNames());
+    QStringList keys;
+    for (const QString &name : find.names())
+        keys << QuickFind::fold(name);
+    for (const QString &key : keys) {
+        for (int length = 1; length <= key.size(); ++length) {
+            // A prefix of a name, and a text just past it that no name starts with.
+            const QString prefix = key.left(length);
+            const QString past = prefix.chopped(1) + QChar(prefix.back().unicode() + 1);
+            for (const QString &typed : {prefix, past}) {
+                int walked = int(keys.size()) - 1;
+                for (int row = 0; row < keys.size(); ++row) {
+                    if (keys[row].left(typed.size()) >= typed) {
+                        walked = row;
+                        break;
+                    }
+                }
+                ASSERT_EQ(find.FindMatch(typed), walked) << typed.toStdString();
+            }
+        }
+    }
+}
+
+TEST(QuickFind, SubstringSearchListsMatchesInListOrder)
+{
+    const QuickFind find(someNames());
+    auto matches = [&find](const char *typed) {
+        QStringList found;
+        for (const int row : find.FindAny(QString::fromUtf8(typed)))
+            found << find.names()[row];
+        return found;
+    };
+    EXPECT_EQ(matches("cafe"), QStringList({"Café", "CAFE DEL MAR"}));
+    EXPECT_EQ(matches("CAFÉ"), QStringList({"Café", "CAFE DEL MAR"}));
+    EXPECT_EQ(matches("ee g"), QStringList({"Bee Gees"}));
+    EXPECT_EQ(matches("track 01").size(), 10);
+    EXPECT_TRUE(matches("xyz").isEmpty());
+    const QStringList every = matches("");
+    EXPECT_EQ(every.size(), someNames().size() - 1) << "every name that is not empty";
+    EXPECT_FALSE(every.contains(QString()));
+}
+
+TEST(QuickFind, RowsLeadBackToTheirOwnPlaylistEntries)
+{
+    const QuickFind find({QStringLiteral("b"), QStringLiteral("A"), QStringLiteral("B")});
+    EXPECT_EQ(find.names(), QStringList({"A", "b", "B"})) << "equal names keep playlist order";
+    EXPECT_EQ(find.entryOf(0), 1);
+    EXPECT_EQ(find.entryOf(1), 0);
+    EXPECT_EQ(find.entryOf(2), 2);
+    EXPECT_EQ(find.entryOf(3), -1);
+    EXPECT_EQ(find.entryOf(-1), -1);
+}
+
+TEST(QuickFind, HandlesAFullPlaylist)
+{
+    QStringList names;
+    for (int i = 0; i < 32766; ++i)
+        names << QStringLiteral("%1 Artist %2 - Song").arg(i % 97).arg(i);
+    const QuickFind find(names);
+    EXPECT_EQ(find.FindAny(QStringLiteral("artist 3276")).size(), 7); // 3276, 32760 to 32765
+    EXPECT_EQ(nameAt(find, find.FindMatch(QStringLiteral("96 artist 9"))),
+              QStringLiteral("96 Artist 9020 - Song"));
+    EXPECT_EQ(find.FindAny(QString()).size(), names.size());
+}

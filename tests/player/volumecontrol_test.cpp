@@ -1,0 +1,201 @@
+#include "platform/nullmediadevice.h"
+#include "platform/wavevolume.h"
+#include "player/volumecontrol.h"
+#include "support/printers.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <vector>
+
+namespace {
+
+struct Fixture
+{
+    WaveVolume wave;
+    VolumeControl volume{wave};
+    QString caption;
+
+    Fixture()
+    {
+        volume.showBalance = [this](const QString &text) { caption = text; };
+    }
+    quint32 left() const { return wave.waveOutGetVolume() & 0xffff; }
+    quint32 right() const { return wave.waveOutGetVolume() >> 16; }
+};
+
+TEST(VolumeControl, BalanceCaptionsAndChannelsAtFullVolume)
+{
+    struct Case
+    {
+        float balance;
+        QString caption;
+        quint32 left, right;
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const Case cases[] = {
+        {0.5f, QStringLiteral("Centre"), 0xffff, 0xffff},
+        // The dead zone: both ends of it are still the centre.
+        {0.45f, QStringLiteral("Centre"), 0xffff, 0xffff},
+        {0.55f, QStringLiteral("Centre"), 0xffff, 0xffff},
+        {0.0f, QStringLiteral("100% left"), 0xffff, 0},
+        {1.0f, QStringLiteral("100% right"), 0, 0xffff},
+        // 65535 x 0.88 = 57670.8: 57671, which is 0xE147 as a signed word.
+        {0.44f, QStringLiteral("12% left"), 0xffff, 0xe147},
+        {0.56f, QStringLiteral("12% right"), 0xe147, 0xffff},
+        {0.449f, QStringLiteral("10% left"), 0xffff, 58850},
+        // 32767.5 rounds to the even 32768, which the word holds as -32768.
+        {0.75f, QStringLiteral("50% right"), 0x8000, 0xffff},
+        {0.3f, QStringLiteral("40% left"), 0xffff, 39321},
+        // Out of range, the balance is held at its ends; no number is the centre.
+        {2.0f, QStringLiteral("100% right"), 0, 0xffff},
+        {-1.0f, QStringLiteral("100% left"), 0xffff, 0},
+        {nan, QStringLiteral("Centre"), 0xffff, 0xffff},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.balance);
+        Fixture f;
+        f.volume.setVolumeLevel(1);
+        f.volume.SetBalance(c.balance);
+        EXPECT_EQ(f.caption, c.caption);
+        EXPECT_EQ(f.left(), c.left);
+        EXPECT_EQ(f.right(), c.right);
+    }
+}
+
+TEST(VolumeControl, VolumeLevelWritesBothChannelsAtTheCentre)
+{
+    struct Case
+    {
+        float level;
+        quint32 word;
+    };
+    const Case cases[] = {
+        {1.0f, 0xffffffffu},  {0.0f, 0x00000000u}, {0.5f, 0x80008000u},
+        {0.25f, 0x40004000u}, {0.1f, 0x199a199au}, {1.5f, 0xffffffffu},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.level);
+        Fixture f;
+        f.volume.setVolumeLevel(c.level);
+        EXPECT_EQ(f.wave.waveOutGetVolume(), c.word);
+    }
+}
+
+TEST(VolumeControl, ReadsTheLouderChannelBackWithTheOneStepLoss)
+{
+    struct Case
+    {
+        quint32 word;
+        int level; // of 65535
+    };
+    const Case cases[] = {
+        {0xffffffffu, 65534}, // full reads one step low
+        {0x80008000u, 32767}, {0x00000000u, 0},      {0x7fff0000u, 32767},
+        {0x0000ffffu, 65534}, {0x12345678u, 0x5678}, {0x0001ffffu, 65534},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.word);
+        Fixture f;
+        f.wave.waveOutSetVolume(c.word);
+        EXPECT_EQ(f.volume.ReadVolume(), float(c.level / 65535.0));
+        EXPECT_EQ(f.wave.waveOutGetVolume(), c.word) << "reading changes nothing";
+    }
+}
+
+TEST(VolumeControl, StartsAtTheLevelTheOutputReportsWithoutWritingIt)
+{
+    Fixture f;
+    EXPECT_EQ(f.volume.volumeLevel(), float(65534 / 65535.0));
+    EXPECT_EQ(f.volume.balance(), 0.5f);
+    EXPECT_EQ(f.wave.waveOutGetVolume(), WaveVolume::Full);
+}
+
+TEST(VolumeControl, GainsReachEveryRegisteredDevice)
+{
+    Fixture f;
+    NullMediaDevice first, second, late;
+    f.wave.addDevice(&first);
+    f.wave.addDevice(&second);
+    f.volume.setVolumeLevel(1);
+    f.volume.SetBalance(0.44f);
+    for (const MediaDevice *d : {&first, &second}) {
+        EXPECT_EQ(d->leftGain(), 1.0);
+        EXPECT_EQ(d->rightGain(), 57671 / 65535.0);
+    }
+    // A device added later starts with the gains in force.
+    f.wave.addDevice(&late);
+    EXPECT_EQ(late.rightGain(), 57671 / 65535.0);
+
+    f.volume.ToggleMute();
+    EXPECT_TRUE(f.volume.muted());
+    EXPECT_EQ(first.leftGain(), 0.0);
+    EXPECT_EQ(late.rightGain(), 0.0);
+    EXPECT_EQ(f.volume.ReadVolume(), float(65534 / 65535.0)) << "muting keeps the level";
+    f.volume.ToggleMute();
+    EXPECT_EQ(first.leftGain(), 1.0);
+
+    // A removed device hears no more changes.
+    f.wave.removeDevice(&second);
+    f.volume.SetBalance(0.5f);
+    EXPECT_EQ(first.rightGain(), 1.0);
+    EXPECT_EQ(second.rightGain(), 57671 / 65535.0);
+}
+
+TEST(VolumeControl, StepsAndTheWheelMoveOnTwentieths)
+{
+    struct Case
+    {
+        const char *name;
+        float start;
+        std::vector<int> wheel; // angle deltas; 120 is one notch
+        float level;
+    };
+    const Case cases[] = {
+        {"a notch up from a full output stays full", 65534 / 65535.0f, {120}, 1.0f},
+        {"a notch down", 1.0f, {-120}, 0.95f},
+        {"half notches add up", 0.5f, {60, 60}, 0.55f},
+        {"fine wheels add up", 0.5f, {15, 15, 15, 15, 15, 15, 15, 15, 15}, 0.55f},
+        {"back and forth", 0.5f, {100, -100, -100}, 0.5f},
+        {"from between two steps", 0.512f, {-120}, 0.45f},
+        {"never below silence", 0.05f, {-360}, 0.0f},
+        {"a huge turn ends at full, at once", 0.0f, {std::numeric_limits<int>::max()}, 1.0f},
+        {"a huge turn down ends silent", 1.0f, {std::numeric_limits<int>::min()}, 0.0f},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        Fixture f;
+        f.volume.setVolumeLevel(c.start);
+        float shown = f.volume.volumeLevel();
+        f.volume.showVolume = [&](float level) { shown = level; };
+        for (int delta : c.wheel)
+            f.volume.wheel(delta);
+        EXPECT_FLOAT_EQ(f.volume.volumeLevel(), c.level);
+        EXPECT_FLOAT_EQ(shown, c.level);
+    }
+}
+
+TEST(VolumeControl, AnyVolumeChangeEndsAMute)
+{
+    Fixture f;
+    const std::function<void(VolumeControl &)> changes[] = {
+        [](VolumeControl &v) { v.VolumeStep(+1); },
+        [](VolumeControl &v) { v.VolumeStep(-1); },
+        [](VolumeControl &v) { v.setVolumeLevel(0.3f); },
+        [](VolumeControl &v) { v.ToggleMute(); },
+    };
+    for (const auto &change : changes) {
+        f.volume.setMuted(true);
+        EXPECT_EQ(f.wave.leftGain(), 0.0);
+        change(f.volume);
+        EXPECT_FALSE(f.volume.muted());
+        EXPECT_GT(f.wave.leftGain(), 0.0);
+    }
+    // The balance alone leaves the mute alone.
+    f.volume.setMuted(true);
+    f.volume.SetBalance(0.2f);
+    EXPECT_TRUE(f.volume.muted());
+}
+
+} // namespace

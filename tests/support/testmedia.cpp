@@ -1,0 +1,167 @@
+#include "testmedia.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+#include <QtEndian>
+
+#include <cmath>
+
+namespace {
+
+void putLe(QByteArray &out, quint32 value, int bytes)
+{
+    for (int i = 0; i < bytes; ++i)
+        out.append(char((value >> (8 * i)) & 0xff));
+}
+
+void putBe16(QByteArray &out, quint16 value)
+{
+    out.append(char(value >> 8));
+    out.append(char(value & 0xff));
+}
+
+} // namespace
+
+TestMedia::TestMedia() = default;
+
+QString TestMedia::file(const QString &name) const
+{
+    return m_dir.filePath(name);
+}
+
+QString TestMedia::write(const QString &name, const QByteArray &bytes) const
+{
+    QFile out(file(name));
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
+        return QString();
+    return out.fileName();
+}
+
+QByteArray TestMedia::wavBytes(const QByteArray &pcm, int sampleRate, int bitsPerSample)
+{
+    const int blockAlign = bitsPerSample / 8;
+    QByteArray out;
+    out += "RIFF";
+    putLe(out, quint32(36 + pcm.size()), 4);
+    out += "WAVEfmt ";
+    putLe(out, 16, 4);
+    putLe(out, 1, 2); // PCM
+    putLe(out, 1, 2); // mono
+    putLe(out, quint32(sampleRate), 4);
+    putLe(out, quint32(sampleRate * blockAlign), 4);
+    putLe(out, quint32(blockAlign), 2);
+    putLe(out, quint32(bitsPerSample), 2);
+    out += "data";
+    putLe(out, quint32(pcm.size()), 4);
+    out += pcm;
+    return out;
+}
+
+QString TestMedia::sineWav(const QString &name, int ms, int frequency, int sampleRate) const
+{
+    const qint64 samples = qint64(sampleRate) * ms / 1000;
+    QByteArray pcm;
+    pcm.reserve(samples * 2);
+    for (qint64 i = 0; i < samples; ++i) {
+        const double v = std::sin(2.0 * M_PI * frequency * double(i) / sampleRate);
+        putLe(pcm, quint16(qint16(std::lround(v * 12000.0))), 2);
+    }
+    return write(name, wavBytes(pcm, sampleRate, 16));
+}
+
+QString TestMedia::silentWav(const QString &name, int ms, int sampleRate) const
+{
+    const qint64 samples = qint64(sampleRate) * ms / 1000;
+    return write(name, wavBytes(QByteArray(samples, char(0x80)), sampleRate, 8));
+}
+
+bool TestMedia::haveFfmpeg()
+{
+    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty();
+}
+
+QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs,
+                           int frequency) const
+{
+    if (!haveFfmpeg())
+        return QString();
+    const QString source = QStringLiteral("sine=frequency=%1:duration=%2")
+                               .arg(frequency)
+                               .arg(double(ms) / 1000.0, 0, 'f', 3);
+    QStringList args{QStringLiteral("-loglevel"),
+                     QStringLiteral("error"),
+                     QStringLiteral("-y"),
+                     QStringLiteral("-f"),
+                     QStringLiteral("lavfi"),
+                     QStringLiteral("-i"),
+                     source,
+                     QStringLiteral("-ac"),
+                     QStringLiteral("1")};
+    args << extraArgs << file(name);
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"), args);
+    if (!ffmpeg.waitForFinished(30000) || ffmpeg.exitStatus() != QProcess::NormalExit ||
+        ffmpeg.exitCode() != 0 || !QFile::exists(file(name)))
+        return QString();
+    return file(name);
+}
+
+QByteArray TestMedia::modBytes()
+{
+    // One sample: a 64-byte square wave, looped whole.
+    constexpr int sampleBytes = 64;
+    QByteArray mod;
+    mod += QByteArray("velto test tune").leftJustified(20, '\0');
+    for (int s = 1; s <= 31; ++s) {
+        mod += (s == 1 ? QByteArray("square") : QByteArray()).leftJustified(22, '\0');
+        putBe16(mod, s == 1 ? sampleBytes / 2 : 0); // length in words
+        mod.append(char(0));                        // finetune
+        mod.append(char(s == 1 ? 64 : 0));          // volume
+        putBe16(mod, 0);                            // loop start
+        putBe16(mod, s == 1 ? sampleBytes / 2 : 1); // loop length
+    }
+    mod.append(char(1));   // one position
+    mod.append(char(127)); // restart byte
+    QByteArray order(128, '\0');
+    mod += order;
+    mod += "M.K.";
+
+    // Pattern 0: speed 3, a note on each beat, a break after row 15, so the
+    // song lasts 16 rows of 60 ms.
+    auto cell = [](int sample, int period, int effect, int param) {
+        QByteArray c(4, '\0');
+        c[0] = char((sample & 0xf0) | ((period >> 8) & 0x0f));
+        c[1] = char(period & 0xff);
+        c[2] = char(((sample & 0x0f) << 4) | (effect & 0x0f));
+        c[3] = char(param);
+        return c;
+    };
+    for (int row = 0; row < 64; ++row) {
+        for (int channel = 0; channel < 4; ++channel) {
+            if (channel == 0 && row % 4 == 0)
+                mod += cell(1, row % 8 == 0 ? 428 : 320, row == 0 ? 0xF : 0, row == 0 ? 3 : 0);
+            else if (channel == 1 && row == 15)
+                mod += cell(0, 0, 0xD, 0);
+            else
+                mod += cell(0, 0, 0, 0);
+        }
+    }
+    for (int i = 0; i < sampleBytes; ++i)
+        mod.append(char(i < sampleBytes / 2 ? 60 : -60));
+    return mod;
+}
+
+QString TestMedia::module(const QString &name) const
+{
+    return write(name, modBytes());
+}
+
+QString TestMedia::garbage(const QString &name, int bytes) const
+{
+    QByteArray data(bytes / 4 * 4, Qt::Uninitialized);
+    QRandomGenerator random(7);
+    random.fillRange(reinterpret_cast<quint32 *>(data.data()), data.size() / 4);
+    return write(name, data);
+}

@@ -1,0 +1,150 @@
+#include "support/fakes.h"
+#include "tools/mixer.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Two folders for a PATH, filled with stand-in programs.
+struct SearchPath
+{
+    QTemporaryDir first, second;
+
+    QString path() const { return first.path() + QStringLiteral("::") + second.path(); }
+
+    // A shell script that records its arguments in `marker`, or a file that
+    // is not executable.
+    static void add(const QTemporaryDir &folder, const QString &name, bool executable = true,
+                    const QString &marker = QString())
+    {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\n");
+        if (!marker.isEmpty())
+            file.write(QStringLiteral("echo \"$@\" > '%1'\n").arg(marker).toUtf8());
+        file.close();
+        if (executable)
+            file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
+    }
+};
+
+TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
+{
+    struct Case
+    {
+        const char *name;
+        QStringList inFirst, inSecond;
+        QString program; // the file name found, empty for none
+        QStringList arguments;
+    };
+    const auto alsamixerIn = [](const SearchPath &p) {
+        return p.second.filePath(QStringLiteral("alsamixer"));
+    };
+    const Case cases[] = {
+        {"pavucontrol before all others",
+         {QStringLiteral("alsamixer"), QStringLiteral("xterm")},
+         {QStringLiteral("gnome-control-center"), QStringLiteral("pavucontrol-qt"),
+          QStringLiteral("pavucontrol")},
+         QStringLiteral("pavucontrol"),
+         {}},
+        {"then its Qt twin",
+         {QStringLiteral("gnome-control-center")},
+         {QStringLiteral("pavucontrol-qt")},
+         QStringLiteral("pavucontrol-qt"),
+         {}},
+        {"then GNOME's sound settings",
+         {QStringLiteral("xterm")},
+         {QStringLiteral("alsamixer"), QStringLiteral("gnome-control-center")},
+         QStringLiteral("gnome-control-center"),
+         {QStringLiteral("sound")}},
+        {"alsamixer in the desktop's terminal",
+         {QStringLiteral("xterm"), QStringLiteral("x-terminal-emulator")},
+         {QStringLiteral("alsamixer")},
+         QStringLiteral("x-terminal-emulator"),
+         {QStringLiteral("-e"), QStringLiteral("ALSAMIXER")}},
+        {"alsamixer in xterm",
+         {QStringLiteral("xterm")},
+         {QStringLiteral("alsamixer")},
+         QStringLiteral("xterm"),
+         {QStringLiteral("-e"), QStringLiteral("ALSAMIXER")}},
+        {"alsamixer without a terminal is no mixer",
+         {},
+         {QStringLiteral("alsamixer")},
+         QString(),
+         {}},
+        {"nothing at all", {}, {}, QString(), {}},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        SearchPath p;
+        for (const QString &name : c.inFirst)
+            SearchPath::add(p.first, name);
+        for (const QString &name : c.inSecond)
+            SearchPath::add(p.second, name);
+        const auto found = Mixer::findMixer(p.path());
+        if (c.program.isEmpty()) {
+            EXPECT_FALSE(found.has_value());
+            continue;
+        }
+        ASSERT_TRUE(found.has_value());
+        EXPECT_EQ(QFileInfo(found->program).fileName(), c.program);
+        QStringList expected = c.arguments;
+        expected.replaceInStrings(QStringLiteral("ALSAMIXER"), alsamixerIn(p));
+        EXPECT_EQ(found->arguments, expected);
+    }
+}
+
+TEST(Mixer, SkipsFilesThatCannotRunAndFoldersOfTheEmptyPath)
+{
+    SearchPath p;
+    SearchPath::add(p.first, QStringLiteral("pavucontrol"), false);
+    SearchPath::add(p.second, QStringLiteral("pavucontrol-qt"));
+    const auto found = Mixer::findMixer(p.path());
+    ASSERT_TRUE(found.has_value());
+    EXPECT_EQ(found->program, p.second.filePath(QStringLiteral("pavucontrol-qt")));
+
+    // An empty PATH, or one of empty entries, never means the current folder.
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(p.second.path()));
+    EXPECT_FALSE(Mixer::findMixer(QString()).has_value());
+    EXPECT_FALSE(Mixer::findMixer(QStringLiteral("::")).has_value());
+    QDir::setCurrent(before);
+}
+
+TEST(Mixer, StartsTheMixerAsAProgramOfItsOwn)
+{
+    SearchPath p;
+    QTemporaryDir scratch;
+    const QString marker = scratch.filePath(QStringLiteral("started"));
+    SearchPath::add(p.first, QStringLiteral("gnome-control-center"), true, marker);
+    FakeDialogs dialogs;
+    Mixer mixer(dialogs, p.path());
+    mixer.ShowMixer();
+    QDeadlineTimer deadline(5000);
+    while (QFileInfo(marker).size() == 0 && !deadline.hasExpired())
+        QThread::msleep(10);
+    QFile started(marker);
+    ASSERT_TRUE(started.open(QIODevice::ReadOnly));
+    EXPECT_EQ(started.readAll(), QByteArray("sound\n"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST(Mixer, SaysWhatToInstallWhenThereIsNoMixer)
+{
+    SearchPath p;
+    FakeDialogs dialogs;
+    Mixer mixer(dialogs, p.path());
+    mixer.ShowMixer();
+    EXPECT_EQ(dialogs.messages,
+              QStringList{QStringLiteral("No volume mixer was found.\r"
+                                         "Install pavucontrol (or pavucontrol-qt, GNOME's sound "
+                                         "settings, or alsamixer and a terminal) to set the "
+                                         "volume of your sound devices.")});
+}
+
+} // namespace
