@@ -1,28 +1,39 @@
 #include "frmneorb.h"
 
+#include "app/frmprefs.h"
+#include "app/frmqfind.h"
 #include "core/keys.h"
 #include "core/snap.h"
 #include "player/autolist.h"
 #include "skin/lights.h"
 #include "skin/skinlistarea.h"
+#include "skin/skinsliderwidget.h"
 #include "platform/dialogs.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QLinearGradient>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
+#include <QWheelEvent>
 #include <QWindow>
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
@@ -32,17 +43,27 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
                    m_folder},
                   m_settings, m_playlist, *this),
       m_skin(*this, platform.dialogs, platform.clock),
+      m_engine(m_playlist, m_flags, platform.dialogs, platform.random,
+               [this] { return m_mediaDevices.create(); }),
+      m_playlistControl(m_playlist,
+                        {m_settings.Path, m_settings.ClearPLFirst, m_settings.AutoPlay,
+                         m_settings.FriendlyNames, m_settings.ValidExt},
+                        platform.dialogs, m_engine),
       m_dispatcher({*this, m_engine, m_playlistControl, m_calculator, m_stopwatches, m_notepad,
                     m_fm, m_web, m_webRadio, m_mixer, m_flags, m_markPos, m_wrPresetIdx,
                     m_linkList}),
-      m_clockTick(platform.clock, m_settings, m_autoList, clockActions())
+      m_clockTick(platform.clock, m_settings, m_autoList, clockActions()), m_fade(platform.clock)
 {
     setWindowTitle(QStringLiteral("Velto"));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     resize(400, 160);
     connect(&m_skin, &SkinLoader::command, this, &frmNeOrb::DoIt);
-    m_engine.showLights = [this] { refreshLights(); };
+    setAcceptDrops(true);
+    connectPlaylist();
+    wireEngine();
+    wireTrackInfo();
+    wireVolume();
     m_stopwatches.setLabelFn([this](int n, const QString &text) { m_skin.setLabel(n, text); });
     m_stopwatches.setDisplayFn([this](const QString &) {
         const int t = m_stopwatches.current();
@@ -67,21 +88,28 @@ ClockTick::Actions frmNeOrb::clockActions()
     a.switchOn = [this](int preset) { switchOn(preset); };
     a.switchOff = [this] { switchOff(); };
     a.snoozeAction = [this] { switchOff(); };
-    a.endOfTick = [this](const QDateTime &now) { m_stopwatches.tick(now); };
+    a.endOfTick = [this](const QDateTime &now) {
+        m_stopwatches.tick(now);
+        m_fade.tick();
+    };
     return a;
 }
 
 void frmNeOrb::switchOn(int preset)
 {
-    Q_UNUSED(preset); // presets 1-9 pick a radio station once the radio modes exist
+    // Presets 1-9 pick a radio station once the radio modes exist; until then
+    // every alarm plays the playlist, which is better than a silent one.
+    Q_UNUSED(preset);
     showNormal();
     raise();
     activateWindow();
+    m_fade.fadeIn(); // silent first, so the first note is not at full volume
     DoIt(12);
 }
 
 void frmNeOrb::switchOff()
 {
+    m_fade.finish(); // the next play must not start at a fraction of the volume
     DoIt(10);
     if (m_settings.SnoozeHide == 1)
         showMinimized();
@@ -99,6 +127,107 @@ void frmNeOrb::InitTimers()
     m_timer2.start();
 }
 
+void frmNeOrb::wireEngine()
+{
+    PlaybackEngine &e = m_engine;
+    e.options = [this] {
+        return PlaybackEngine::Options{m_settings.MCIDevice, m_settings.PBOverlap,
+                                       m_settings.UseTagCover, m_settings.FriendlyNames > 0};
+    };
+    e.showLights = [this] { refreshLights(); };
+    e.setLabel = [this](int n, const QString &text) { m_skin.setLabel(n, text); };
+    e.SetDD = [this](int group, const QVariant &value) { m_skin.SetDD(group, value); };
+    e.setTrayTip = [this](const QString &tip) { m_tray.setToolTip(tip); };
+    e.setWindowTitle = [this](const QString &title) { setWindowTitle(title); };
+    e.repaint = [this] { update(); };
+    e.playlistChanged = [this] { ShowPlaylist(); };
+    e.selectEntry = [this](int row) {
+        if (SkinListArea *list = m_skin.list(1); list && row < list->count())
+            list->setCurrentRow(row);
+    };
+    e.showPositionSlider = [this](bool visible) { showPositionSlider(visible); };
+    e.showPosition = [this](qint64 pos, qint64 length) {
+        SkinSliderWidget *slider = m_skin.slider(1);
+        if (!slider || slider->dragging() || length <= 0)
+            return;
+        // Moved only when the knob moves a pixel: every repaint costs CPU time.
+        const double value = qBound(0.0, double(pos) / double(length), 1.0);
+        const int travel = slider->vertical() ? slider->height() : slider->width();
+        if (qRound(value * travel) != qRound(slider->value() * travel))
+            slider->setValue(value);
+    };
+    e.askText = [this](const QString &prompt) {
+        return QInputDialog::getText(this, QStringLiteral("Velto"), prompt);
+    };
+    connect(&m_skin, &SkinLoader::sliderReleased, this, [this](int number, double value) {
+        if (number == 1)
+            m_engine.PlayFrom(qint32(value * m_engine.state().TrackLength));
+    });
+    // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
+    connect(this, &frmNeOrb::firstFramePainted, this, [this] { m_mediaDevices.preload(); });
+}
+
+// Frame information, cover and lyrics follow the item the engine plays.
+void frmNeOrb::wireTrackInfo()
+{
+    PlaybackEngine &e = m_engine;
+    e.onMp3Info = [this](const Mp3Info &info) { m_trackInfo.ShowMp3Info(info); };
+    e.LoadTagCover = [this](const QString &album, const QString &artist) {
+        m_trackInfo.LoadTagCover(m_engine.state().CurFile, album, artist);
+    };
+    e.LoadCover = [this](const QString &file) { m_trackInfo.LoadCover(file); };
+    e.onTrackStarted = [this](const QString &file) { m_trackInfo.TrackStarted(file); };
+    e.onTick = [this](qint64 pos) { m_trackInfo.Tick(pos); };
+    m_trackInfo.currentFile = [this] { return m_engine.state().CurFile; };
+    m_trackInfo.seek = [this](qint64 pos) { m_engine.PlayFrom(qint32(pos)); };
+    m_trackInfo.lightsChanged = [this] { refreshLights(); };
+}
+
+// Slider 1 shows the position while something plays, where the skin has it.
+void frmNeOrb::showPositionSlider(bool visible)
+{
+    const QList<SkinSlider> &sliders = m_skin.skin().sliders;
+    const bool placed = std::any_of(sliders.begin(), sliders.end(),
+                                    [](const SkinSlider &s) { return s.number == 1; });
+    if (SkinSliderWidget *slider = m_skin.slider(1))
+        slider->setVisible(visible && placed);
+}
+
+// Slider 2 is the volume, slider 3 the balance with its caption on label 25;
+// the engine's devices and the volume commands reach the volume control.
+void frmNeOrb::wireVolume()
+{
+    const auto showKnob = [this](int number, double value) {
+        if (SkinSliderWidget *slider = m_skin.slider(number); slider && !slider->dragging())
+            slider->setValue(value);
+    };
+    m_volume.showBalance = [this](const QString &caption) { m_skin.setLabel(25, caption); };
+    m_volume.showVolume = [showKnob](float level) { showKnob(2, level); };
+    m_engine.deviceCreated = [this](MediaDevice &device) { m_waveVolume.addDevice(&device); };
+    m_engine.volumeStep = [this](int direction) {
+        m_fade.cancel(); // the user took over
+        m_volume.VolumeStep(direction);
+    };
+    m_engine.toggleMute = [this] { m_volume.ToggleMute(); };
+    connect(&m_skin, &SkinLoader::sliderChanged, this, [this](int number, double value) {
+        if (number == 2) {
+            m_fade.cancel();
+            m_volume.setVolumeLevel(float(value));
+        } else if (number == 3) {
+            m_volume.SetBalance(float(value));
+        }
+    });
+    // The fade counts in steps of the word's channels.
+    m_fade.setReader([this] { return int(std::lround(m_volume.volumeLevel() * 65535.0)); });
+    m_fade.setSetter([this, showKnob](int level) {
+        m_volume.setVolumeLevel(float(level / 65535.0));
+        showKnob(2, m_volume.volumeLevel());
+    });
+    showKnob(2, m_volume.volumeLevel());
+    showKnob(3, m_volume.balance());
+    m_skin.setLabel(25, m_volume.balanceCaption());
+}
+
 void frmNeOrb::refreshLights()
 {
     PlayerSwitches s;
@@ -106,12 +235,16 @@ void frmNeOrb::refreshLights()
     s.stopAfterItem = m_flags.StopAfterItem;
     s.repeatItem = m_flags.RepeatItem;
     s.shuffle = m_flags.Shuffle;
+    s.playing = m_engine.state().playing && !m_engine.state().paused;
+    s.paused = m_engine.state().paused;
+    s.abLoop = m_engine.state().LoopStart != 0;
     s.continuousPlay = m_settings.ContPB != 0;
     s.scheduleAuto = m_settings.Auto != 0;
     s.snooze = m_settings.Snooze != 0;
     s.ledSign = m_settings.ExEnable == 1;
     s.onTop = isOnTop(m_settings.WinOnTop);
     s.twentyFourHour = m_settings.TimeFmt != 0;
+    s.lyrics = m_trackInfo.lyricsLoaded();
     m_skin.ShowLights(::ShowLights(s));
 }
 
@@ -123,17 +256,84 @@ void frmNeOrb::Load(const QStringList &names, const QString &workingFolder)
     ShowPlaylist();
 }
 
-// The playlist list, its name (label 8) and its count (label 13), as the shipped skins lay them out.
+void frmNeOrb::DoIt(qint16 cmd)
+{
+    // Stop also ends a folder scan.
+    if (cmd == 10)
+        m_playlistControl.cancelScan();
+    m_dispatcher.DoIt(cmd);
+}
+
 void frmNeOrb::ShowPlaylist()
 {
-    if (SkinListArea *list = m_skin.list(1)) {
-        list->clear();
-        list->addItems(m_playlist.PlNames);
-        if (m_playlist.CurTrack >= 1 && m_playlist.CurTrack <= list->count())
-            list->setCurrentRow(m_playlist.CurTrack - 1);
+    m_playlistControl.setList(m_skin.list(1));
+    m_playlistControl.ShowPlaylist();
+}
+
+// The playlist's name (label 8) and count (label 13), as the shipped skins lay them out.
+void frmNeOrb::connectPlaylist()
+{
+    m_playlistControl.showLabels = [this](const QString &name, int count) {
+        m_skin.setLabel(8, name);
+        m_skin.setLabel(13, QString::number(count));
+    };
+    m_playlistControl.showScanProgress = [this](int entries) { showScanProgress(entries); };
+    m_playlistControl.cdMode = [this] { return m_engine.state().CDMode; };
+    m_playlistControl.clearCover = [this] { m_trackInfo.cover().PlaylistCleared(); };
+    m_playlistControl.savePath = [this](const QString &path) {
+        m_config.SaveStr(QStringLiteral("Path"), path);
+        m_config.flush();
+    };
+}
+
+// A scan counts in the title and in the name group (2); what they showed comes
+// back after it unless something else wrote there meanwhile.
+void frmNeOrb::showScanProgress(int entries)
+{
+    const QString titlePrefix = QStringLiteral("Velto - ");
+    if (entries < 0) {
+        if (!m_scanShown)
+            return;
+        m_scanShown = false;
+        if (windowTitle() == titlePrefix + m_scanText)
+            setWindowTitle(m_titleBeforeScan);
+        if (m_skin.display().value(2).toString() == m_scanText)
+            m_skin.SetDD(2, m_nameBeforeScan);
+        return;
     }
-    m_skin.setLabel(8, m_playlist.title);
-    m_skin.setLabel(13, QString::number(m_playlist.PlNames.size()));
+    if (!m_scanShown) {
+        m_scanShown = true;
+        m_titleBeforeScan = windowTitle();
+        m_nameBeforeScan = m_skin.display().value(2);
+    }
+    m_scanText = QStringLiteral("Scanning %1").arg(entries);
+    setWindowTitle(titlePrefix + m_scanText);
+    m_skin.SetDD(2, m_scanText);
+}
+
+void frmNeOrb::ShowQuickFind()
+{
+    if (!m_qfind)
+        m_qfind = std::make_unique<frmQFind>(m_playlist, m_engine, m_settings.AutoCloseQF, this);
+    m_qfind->Form_Load();
+    m_qfind->show();
+    m_qfind->raise();
+    m_qfind->activateWindow();
+}
+
+void frmNeOrb::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!PlaylistControl::droppedPaths(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void frmNeOrb::dropEvent(QDropEvent *event)
+{
+    const QStringList paths = PlaylistControl::droppedPaths(*event->mimeData());
+    if (paths.isEmpty())
+        return;
+    event->acceptProposedAction();
+    m_playlistControl.addPaths(paths);
 }
 
 void frmNeOrb::Unload(bool interactive)
@@ -171,6 +371,44 @@ void frmNeOrb::SelectSkin()
         QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
     if (!chosen.isEmpty())
         LoadSkin(chosen.first());
+}
+
+// Not modal: the player goes on while the dialog is open, and OK takes over
+// only what the user changed in it.
+void frmNeOrb::ShowPrefs()
+{
+    if (!m_prefs) {
+        auto *dialog = new frmPrefs(m_settings, m_autoList, m_platform.dialogs, this);
+        connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
+            if (result == QDialog::Accepted)
+                applyPrefs(*dialog);
+            dialog->deleteLater();
+            m_prefs.clear();
+        });
+        m_prefs = dialog;
+    }
+    m_prefs->show();
+    m_prefs->raise();
+    m_prefs->activateWindow();
+}
+
+void frmNeOrb::applyPrefs(const frmPrefs &prefs)
+{
+    const bool wasOnTop = isOnTop(m_settings.WinOnTop);
+    prefs.applyTo(m_settings);
+    if (prefs.autoListChanged()) {
+        m_autoList = prefs.autoList();
+        // Written at once: an alarm set tonight must survive a crash before morning.
+        if (!SaveAutoList(m_folder.file(QStringLiteral("autolist.txt")), m_autoList))
+            m_platform.dialogs.message(
+                QStringLiteral("Unable to write the schedule list! Is the file read-only?"));
+    }
+    if (isOnTop(m_settings.WinOnTop) != wasOnTop)
+        SetOnTop(*this, isOnTop(m_settings.WinOnTop));
+    if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
+        LoadSkin(skin);
+    refreshLights();
+    m_clockTick.ShowTime();
 }
 
 void frmNeOrb::WebLink(const QString &url)
@@ -220,6 +458,10 @@ void frmNeOrb::keyPressEvent(QKeyEvent *event)
     if (event->matches(QKeySequence::Quit) ||
         (event->key() == Qt::Key_Q && event->modifiers() == Qt::ControlModifier)) {
         close();
+        return;
+    }
+    if (event->key() == Qt::Key_Escape && m_playlistControl.isScanning()) {
+        m_playlistControl.cancelScan();
         return;
     }
     if (const auto media = mediaKeyCommand(event->key())) {
@@ -282,6 +524,17 @@ void frmNeOrb::mouseReleaseEvent(QMouseEvent *event)
     m_dragging = false;
     if (m_settings.WinSnap != 0)
         snapToScreenEdges();
+}
+
+void frmNeOrb::wheelEvent(QWheelEvent *event)
+{
+    // Lists and text areas scroll; past their ends the wheel must not turn into volume.
+    for (QWidget *w = childAt(event->position().toPoint()); w && w != this; w = w->parentWidget())
+        if (qobject_cast<QAbstractScrollArea *>(w))
+            return event->ignore();
+    m_fade.cancel();
+    m_volume.wheel(event->angleDelta().y());
+    event->accept();
 }
 
 void frmNeOrb::snapToScreenEdges()

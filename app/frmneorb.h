@@ -2,6 +2,7 @@
 
 #include "app/frmicon.h"
 #include "app/popupmenu.h"
+#include "app/trackinfo.h"
 #include "app/windowflags.h"
 #include "core/clocktick.h"
 #include "core/commandtargets.h"
@@ -10,9 +11,13 @@
 #include "core/menumodel.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "platform/mediadevicefactory.h"
+#include "platform/wavevolume.h"
 #include "player/playbackengine.h"
 #include "player/playlist.h"
 #include "player/playlistcontrol.h"
+#include "player/volumecontrol.h"
+#include "player/volumefade.h"
 #include "radio/fmtuner.h"
 #include "radio/webbrowser.h"
 #include "radio/webradio.h"
@@ -24,11 +29,16 @@
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
+#include <memory>
+
 class Clock;
+class frmPrefs;
 class Dialogs;
+class frmQFind;
 class QPainter;
 class Random;
 class Screens;
@@ -55,13 +65,15 @@ public:
     void Load(const QStringList &names, const QString &workingFolder);
     // Shut-down without closing, for the end of the desktop session.
     void Unload(bool interactive);
-    void DoIt(qint16 cmd) { m_dispatcher.DoIt(cmd); }
+    void DoIt(qint16 cmd);
 
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
     const SkinLoader &skin() const { return m_skin; }
     SkinLoader &skin() { return m_skin; }
     frmIcon &tray() { return m_tray; }
+    // Its setter is the volume control; a switch-on fades up to the level in use.
+    VolumeFade &volumeFade() { return m_fade; }
 
     // LifecycleHost
     QPoint windowPos() const override { return pos(); }
@@ -80,10 +92,10 @@ public:
     void InitTimers() override;
     void AddOpened(const QString &path) override;
     void PlayIt() override { m_engine.PlayIt(); }
-    QString currentCover() const override { return m_cover; }
-    void SetCover(const QString &file) override { m_cover = file; }
+    QString currentCover() const override { return m_trackInfo.cover().CoverFile; }
+    void SetCover(const QString &file) override { m_trackInfo.LoadCover(file); }
     void MuteFmTuner() override {}
-    void CloseDevices() override {}
+    void CloseDevices() override { m_engine.CloseDevices(); }
 
     // WindowCommands
     // Closing a window hidden in the tray runs the shut-down but would not end the program.
@@ -93,14 +105,14 @@ public:
             QCoreApplication::quit();
     }
     void Minimise() override { showMinimized(); }
-    void ShowPrefs() override {}
+    void ShowPrefs() override;
     void SelectSkin() override;
-    void ShowAux16() override {}
+    void ShowAux16() override { m_trackInfo.ShowAux16(); }
     void ToggleAux() override {}
     void ShowVisSelect() override {}
     void ShowMenu() override { m_popup.popup(QCursor::pos()); }
-    void ShowTrackInfo() override {}
-    void ShowQuickFind() override {}
+    void ShowTrackInfo() override { m_trackInfo.ShowTrackInfo(); }
+    void ShowQuickFind() override;
     void LoadSkin(const QString &file) override; // also LifecycleHost
     QString currentSkinFile() const override { return m_skin.file(); }
     void WebLink(const QString &url) override;
@@ -112,17 +124,27 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
     void paintPlaceholder(QPainter &p);
     void refreshLights();
     void ShowPlaylist();
+    void connectPlaylist();
+    void showScanProgress(int entries);
     ClockTick::Actions clockActions();
+    void wireEngine();
+    void wireTrackInfo();
+    void wireVolume();
+    void showPositionSlider(bool visible);
     void switchOn(int preset);
     void switchOff();
+    void applyPrefs(const frmPrefs &prefs);
     void snapToScreenEdges();
 
     Platform m_platform;
@@ -133,7 +155,13 @@ private:
     Lifecycle m_lifecycle;
     SkinLoader m_skin;
 
+    PlayerFlags m_flags;
+    // Loads the media engine module after the first frame (or at the first play).
+    MediaDeviceFactory m_mediaDevices;
     PlaybackEngine m_engine;
+    // After the engine: it holds the engine's devices, so it must go first.
+    WaveVolume m_waveVolume;
+    VolumeControl m_volume{m_waveVolume};
     PlaylistControl m_playlistControl;
     Calculator m_calculator;
     Stopwatches m_stopwatches;
@@ -141,8 +169,7 @@ private:
     FmTuner m_fm;
     WebBrowser m_web;
     WebRadio m_webRadio;
-    Mixer m_mixer;
-    PlayerFlags m_flags;
+    Mixer m_mixer{m_platform.dialogs};
     qint32 m_markPos = 0;
     qint16 m_wrPresetIdx = 0;
     QStringList m_linkList = QStringList(21);
@@ -156,9 +183,18 @@ private:
     QStringList m_autoList;
     ClockTick m_clockTick;
     QTimer m_timer2;
+    // Raises the volume after a scheduled switch-on; Timer2 drives it.
+    VolumeFade m_fade;
+    QPointer<frmPrefs> m_prefs;
 
-    QString m_cover;
+    TrackInfo m_trackInfo{{m_skin, m_platform.dialogs, m_settings, m_playlist,
+                           m_folder.file(QStringLiteral("nocover.bmp")), this}};
     QPoint m_dragOffset; // mouse position within the window while dragging
     bool m_dragging = false;
     bool m_painted = false;
+
+    std::unique_ptr<frmQFind> m_qfind;
+    QString m_titleBeforeScan, m_scanText;
+    QVariant m_nameBeforeScan;
+    bool m_scanShown = false;
 };

@@ -1,0 +1,153 @@
+#include "app/frminfo.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray readAll(const QString &path)
+{
+    QFile in(path);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+
+// Audio-like bytes with a frame header and no "tag" in any letter case.
+QByteArray audio(int size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (int i = 0; i < size; ++i)
+        bytes[i] = char(0x80 + (i * 7) % 0x70);
+    bytes.replace(0, 4, "\xFF\xFB\x90\x44");
+    return bytes;
+}
+
+struct InfoWindow
+{
+    InfoWindow()
+        : window(dialogs,
+                 frmInfo::Source{
+                     [this] { return current; }, {}, {}, [this](const QString &f) { saved << f; }})
+    {
+    }
+    QLineEdit *edit(const char *name) { return window.findChild<QLineEdit *>(name); }
+    QComboBox *genre() { return window.findChild<QComboBox *>("cboGenre"); }
+    void click(const char *name) { window.findChild<QPushButton *>(name)->click(); }
+    // As typed: the field's length limit applies.
+    void type(const char *name, const QString &text) { edit(name)->setText(text); }
+
+    TempHome home;
+    FakeDialogs dialogs;
+    QString current;
+    QStringList saved;
+    frmInfo window;
+};
+
+} // namespace
+
+TEST(frmInfo, SavesTheTagTwiceAndLeavesTheAudioUntouched)
+{
+    InfoWindow w;
+    const QByteArray original = audio(4000);
+    w.current = w.home.write("a.mp3", original);
+    w.window.GetInfo();
+    EXPECT_EQ(w.edit("txtFileName")->text(), w.current);
+    EXPECT_EQ(w.edit("txtTrack")->text(), "00");
+    EXPECT_EQ(w.genre()->currentText(), "Hard Rock") << "an untagged file shows the initial genre";
+    EXPECT_EQ(w.window.findChild<QLabel *>("lblFrame")->text(), "128 kbit/s, 44 kHz, jstereo");
+
+    w.type("txtTitle", QStringLiteral("A title that is far longer than thirty characters"));
+    w.type("txtArtist", QStringLiteral("Caf\u00e9 Band"));
+    w.type("txtYear", "19999");
+    w.type("txtTrack", "7");
+    w.genre()->setCurrentIndex(1);
+    w.click("cmdSave");
+    EXPECT_EQ(w.dialogs.messages, QStringList{"Tag Added!"});
+    const QByteArray once = readAll(w.current);
+    ASSERT_EQ(once.size(), original.size() + 128);
+    EXPECT_EQ(once.left(original.size()), original);
+    EXPECT_EQ(once.mid(original.size(), 33), "TAGA title that is far longer tha");
+    EXPECT_EQ(w.saved, QStringList{w.current});
+
+    w.window.GetInfo();
+    EXPECT_EQ(w.edit("txtTitle")->text(), "A title that is far longer tha");
+    EXPECT_EQ(w.edit("txtArtist")->text(), QStringLiteral("Caf\u00e9 Band"));
+    EXPECT_EQ(w.edit("txtYear")->text(), "1999");
+    EXPECT_EQ(w.edit("txtTrack")->text(), "07");
+    EXPECT_EQ(w.genre()->currentText(), "Blues") << "stored as 1, one above the usual numbering";
+
+    w.type("txtComment", "second");
+    w.click("cmdSave");
+    EXPECT_EQ(w.dialogs.messages.last(), "Tag Updated!");
+    const QByteArray twice = readAll(w.current);
+    ASSERT_EQ(twice.size(), once.size());
+    EXPECT_EQ(twice.left(original.size() + 97), once.left(original.size() + 97));
+}
+
+TEST(frmInfo, ReportsAFileThatVanishedOrATrackThatIsNoByte)
+{
+    InfoWindow w;
+    w.current = w.home.write("b.mp3", audio(1000));
+    w.window.GetInfo();
+    w.type("txtTrack", "300");
+    w.click("cmdSave");
+    EXPECT_EQ(readAll(w.current), audio(1000));
+
+    w.type("txtTrack", "3");
+    QFile::remove(w.current);
+    w.click("cmdSave");
+    EXPECT_EQ(w.dialogs.messages, QStringList({"Error writing tag (is file in use?)!",
+                                               "Error writing tag (is file in use?)!"}));
+    EXPECT_FALSE(QFile::exists(w.current)) << "no bare tag is left behind";
+    EXPECT_TRUE(w.saved.isEmpty());
+}
+
+TEST(frmInfo, HelpersForTaggingAnAlbum)
+{
+    InfoWindow w;
+    w.current = w.home.write("05_My_Song.mp3", audio(500));
+    w.window.GetInfo();
+    w.click("cmdSetTitle");
+    EXPECT_EQ(w.edit("txtTitle")->text(), "05 My Song.mp3");
+
+    w.type("txtArtist", "Band");
+    w.type("txtAlbum", "Record");
+    w.type("txtYear", "2001");
+    w.click("cmdMem");
+    w.current = w.home.write("06.mp3", audio(500));
+    w.window.GetInfo();
+    EXPECT_EQ(w.edit("txtArtist")->text(), "");
+    w.click("cmdCpy");
+    EXPECT_EQ(w.edit("txtArtist")->text(), "Band");
+    EXPECT_EQ(w.edit("txtAlbum")->text(), "Record");
+    EXPECT_EQ(w.edit("txtYear")->text(), "2001");
+}
+
+TEST(frmInfo, FollowsTheCurrentItemUnlessEditIsChecked)
+{
+    InfoWindow w;
+    const QString first = w.home.write("one.mp3", audio(500));
+    const QString second = w.home.write("two.mp3", audio(500));
+    const QString chosen = w.home.write("chosen.mp3", audio(500));
+    w.current = first;
+    w.window.GetInfo(chosen); // an entry picked in the list, not the playing one
+    w.window.Timer1_Timer();
+    EXPECT_EQ(w.edit("txtFileName")->text(), chosen) << "stays until the current item changes";
+
+    w.current = second;
+    w.window.findChild<QCheckBox *>("cbEdit")->setChecked(true);
+    w.window.Timer1_Timer();
+    EXPECT_EQ(w.edit("txtFileName")->text(), chosen);
+
+    w.window.findChild<QCheckBox *>("cbEdit")->setChecked(false);
+    w.window.Timer1_Timer();
+    EXPECT_EQ(w.edit("txtFileName")->text(), second);
+}

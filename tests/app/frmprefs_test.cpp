@@ -1,0 +1,512 @@
+#include "app/frmneorb.h"
+#include "app/frmprefs.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSet>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimeEdit>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+// Everything the shut-down would write for these settings, key by key.
+QMap<QString, QString> stored(const Settings &s)
+{
+    MemoryStore store;
+    ConfigStore(store).WriteAll(s);
+    return store.values;
+}
+
+QMap<QString, QString> differences(const Settings &before, const Settings &after)
+{
+    const QMap<QString, QString> a = stored(before), b = stored(after);
+    QMap<QString, QString> diff;
+    for (auto it = b.begin(); it != b.end(); ++it)
+        if (a.value(it.key()) != it.value())
+            diff[it.key()] = it.value();
+    return diff;
+}
+
+template<typename W> W *child(QObject &parent, const QString &name)
+{
+    return parent.findChild<W *>(name);
+}
+
+using Change = std::function<void(QWidget *)>;
+
+Change flip()
+{
+    return [](QWidget *w) {
+        auto *box = qobject_cast<QCheckBox *>(w);
+        box->setChecked(!box->isChecked());
+    };
+}
+Change pick(int index)
+{
+    return [index](QWidget *w) { qobject_cast<QComboBox *>(w)->setCurrentIndex(index); };
+}
+Change type(const char *text)
+{
+    return [text](QWidget *w) { qobject_cast<QLineEdit *>(w)->setText(QString::fromUtf8(text)); };
+}
+Change spin(int value)
+{
+    return [value](QWidget *w) { qobject_cast<QSpinBox *>(w)->setValue(value); };
+}
+
+TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
+{
+    const struct
+    {
+        const char *input;
+        Change change;
+        const char *key;    // as velto.ini holds it after shut-down
+        const char *stored; // the value written there
+    } cases[] = {
+        {"StartMd", pick(2), "config/startmd", "2"},
+        {"StartFile", type("/music/wake up.m3u"), "config/startfile", "/music/wake up.m3u"},
+        {"StartMin", flip(), "config/startmin", "1"},
+        {"StartMute", flip(), "config/startmute", "1"},
+        {"WinOnTop", flip(), "config/winontop", "1"},
+        {"WinSnap", flip(), "config/winsnap", "1"},
+        {"WinSavePos", flip(), "config/winsavepos", "1"},
+        {"NoRMB", flip(), "config/normb", "1"},
+        {"ExitMode", pick(1), "config/exitmode", "1"},
+        {"MCIDevice", pick(2), "config/mcidevice", "2"},
+        {"PBOverlap", spin(300), "config/pboverlap", "300"},
+        {"AutoPlay", flip(), "config/autoplay", "1"},
+        {"ClearPLFirst", flip(), "config/clearplfirst", "1"},
+        {"ScrollName", flip(), "config/scrollname", "1"},
+        {"FriendlyNames", flip(), "config/friendlynames", "0"},
+        {"ValidExt", type("*.mp3, .FLAC;ogg  wav"), "config/validext", "mp3 FLAC ogg wav"},
+        {"AutoCloseQF", flip(), "config/autocloseqf", "1"},
+        {"VisPLPath", type("/music/lists"), "config/visplpath", "/music/lists"},
+        {"UseTagCover", flip(), "config/usetagcover", "1"},
+        {"AutoCover", flip(), "config/autocover", "1"},
+        {"UseSkinBrowser", flip(), "config/useskinbrowser", "0"},
+        {"FavSkin4", type("/skins/clock.skin"), "config/favskin4", "/skins/clock.skin"},
+        {"Auto", flip(), "config/auto", "1"},
+        {"Snooze", flip(), "config/snooze", "1"},
+        {"SnoozeMode", pick(1), "config/snoozemode", "1"},
+        {"SnoozeTime", [](QWidget *w) { qobject_cast<QTimeEdit *>(w)->setTime(QTime(6, 45)); },
+         "config/snoozetime", "06:45"},
+        {"SnoozeHide", flip(), "config/snoozehide", "1"},
+        {"TimeFmt", flip(), "config/timefmt", "1"},
+        {"UseCDP", flip(), "config/usecdp", "0"},
+        {"UseCDDB", flip(), "config/usecddb", "0"},
+        {"CDDBcmd", type("http://cddb.example/~cddb/cddb.cgi/?cmd="), "config/cddbcmd",
+         "http://cddb.example/~cddb/cddb.cgi/?cmd="},
+        {"EmailID", type("ann@desk.example"), "config/emailid", "ann@desk.example"},
+        {"FMEnable", flip(), "config/fmenable", "1"},
+        {"CardType", pick(2), "config/cardtype", "2"},
+        {"CardPort", pick(1), "config/cardport", "1"},
+        {"StartPreset", spin(5), "config/startpreset", "5"},
+        {"StartFreq", [](QWidget *w) { qobject_cast<QDoubleSpinBox *>(w)->setValue(101.5); },
+         "config/startfreq", "101.5"},
+        {"ExEnable", flip(), "config/exenable", "1"},
+        {"ExDev", pick(1), "config/exdev", "1"},
+        {"ExPort", spin(2), "config/export", "2"},
+        {"ExParm", type("19200,N,8,1"), "config/exparm", "19200,N,8,1"},
+    };
+    FakeDialogs dialogs;
+    for (const auto &c : cases) {
+        const Settings before;
+        frmPrefs prefs(before, {}, dialogs);
+        QWidget *input = child<QWidget>(prefs, QLatin1String(c.input));
+        ASSERT_NE(input, nullptr) << c.input;
+        c.change(input);
+        Settings after = before;
+        prefs.applyTo(after);
+        const QMap<QString, QString> expected{{QLatin1String(c.key), QString::fromUtf8(c.stored)}};
+        QMap<QString, QString> diff = differences(before, after);
+        if (after.WinSavePos == 1) { // the writer adds the position it now remembers
+            diff.remove(QStringLiteral("config/x"));
+            diff.remove(QStringLiteral("config/y"));
+        }
+        EXPECT_EQ(diff, expected) << c.input;
+        EXPECT_FALSE(prefs.autoListChanged()) << c.input;
+        EXPECT_TRUE(prefs.chosenSkin().isEmpty()) << c.input;
+    }
+}
+
+TEST(PrefsDialog, OkWithoutChangesKeepsValuesNoInputCanShow)
+{
+    Settings odd;
+    odd.ExitMode = 7;
+    odd.MCIDevice = QStringLiteral("5");
+    odd.WinOnTop = -1;
+    odd.StartMd = 9;
+    odd.SnoozeMode = -1;
+    odd.SnoozeTime = QStringLiteral("soon");
+    odd.PBOverlap = -20;
+    odd.StartFreq = QStringLiteral("tuned");
+    odd.CardType = 12;
+    odd.CardPort = 5;
+    odd.ExDev = 3;
+    odd.ExPort = 999;
+    odd.StartPreset = -4;
+    odd.FriendlyNames = -1;
+    odd.NoRMB = 2;
+    odd.ValidExt = QStringLiteral("  MP3,,ogg ");
+    odd.Skin = QStringLiteral("gone.skin");
+    odd.SkinPath = QStringLiteral("/nowhere");
+    const QStringList list{QStringLiteral("X 99:99 ab:cd zz"), QStringLiteral("E 07:30 08:00 03")};
+    FakeDialogs dialogs;
+    frmPrefs prefs(odd, list, dialogs);
+    Settings after = odd;
+    prefs.applyTo(after);
+    EXPECT_TRUE(differences(odd, after).isEmpty())
+        << differences(odd, after).firstKey().toStdString();
+    EXPECT_EQ(prefs.autoList(), list);
+    EXPECT_FALSE(prefs.autoListChanged());
+    EXPECT_TRUE(prefs.chosenSkin().isEmpty());
+}
+
+TEST(PrefsDialog, ScheduleEntriesAreAddedByTheirLayoutAndRemoved)
+{
+    FakeDialogs dialogs;
+    frmPrefs prefs(Settings(), {QStringLiteral("E 07:30 08:00 03")}, dialogs);
+    auto *day = child<QComboBox>(prefs, QStringLiteral("AutoDay"));
+    auto *on = child<QTimeEdit>(prefs, QStringLiteral("AutoOn"));
+    auto *off = child<QTimeEdit>(prefs, QStringLiteral("AutoOff"));
+    auto *preset = child<QSpinBox>(prefs, QStringLiteral("AutoPreset"));
+    auto *list = child<QListWidget>(prefs, QStringLiteral("AutoList"));
+    auto *note = child<QLabel>(prefs, QStringLiteral("AutoNote"));
+    ASSERT_TRUE(day && on && off && preset && list && note);
+
+    const struct
+    {
+        int dayIndex;
+        QTime on, off;
+        int preset;
+        const char *added; // nullptr: refused
+    } cases[] = {
+        {1, QTime(7, 30), QTime(0, 0), 0, "D 07:30 00:00 00"},
+        {8, QTime(9, 5), QTime(11, 0), 9, "S 09:05 11:00 09"},
+        {9, QTime(0, 0), QTime(0, 0), 1, nullptr},
+        {6, QTime(0, 0), QTime(0, 1), 0, "R 00:00 00:01 00"},
+        {2, QTime(23, 59), QTime(0, 0), 2, "N 23:59 00:00 02"},
+    };
+    QStringList expected = prefs.autoList();
+    for (const auto &c : cases) {
+        day->setCurrentIndex(c.dayIndex);
+        on->setTime(c.on);
+        off->setTime(c.off);
+        preset->setValue(c.preset);
+        QTest::mouseClick(child<QPushButton>(prefs, QStringLiteral("AutoAdd")), Qt::LeftButton);
+        if (c.added)
+            expected << QString::fromLatin1(c.added);
+        EXPECT_EQ(prefs.autoList(), expected) << c.dayIndex;
+        EXPECT_EQ(note->text().isEmpty(), c.added != nullptr) << "the page says why it refused";
+    }
+    EXPECT_TRUE(prefs.autoListChanged());
+
+    list->setCurrentRow(0);
+    QTest::mouseClick(child<QPushButton>(prefs, QStringLiteral("AutoDelete")), Qt::LeftButton);
+    expected.removeFirst();
+    EXPECT_EQ(prefs.autoList(), expected);
+
+    list->setCurrentRow(1);
+    QTest::keyClick(list, Qt::Key_Delete);
+    expected.removeAt(1);
+    EXPECT_EQ(prefs.autoList(), expected);
+
+    list->clearSelection();
+    prefs.deleteEntry();
+    EXPECT_EQ(prefs.autoList(), expected) << "nothing selected, nothing removed";
+}
+
+TEST(PrefsDialog, ExtensionListsAreTidiedForTheFolderScan)
+{
+    const struct
+    {
+        const char *typed;
+        const char *kept;
+    } cases[] = {
+        {"mp3 ogg", "mp3 ogg"},
+        {"*.mp3;*.ogg", "mp3 ogg"},
+        {" .flac,, .opus ", "flac opus"},
+        {"", ""},
+        {" , ; ", ""},
+        {"..wav\tmid", "wav mid"},
+        {"*.", ""},
+        {"MP3", "MP3"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(normaliseExtensions(QString::fromLatin1(c.typed)), QString::fromLatin1(c.kept))
+            << c.typed;
+}
+
+QChar mnemonic(const QString &text)
+{
+    for (qsizetype i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] != QLatin1Char('&'))
+            continue;
+        if (text[i + 1] != QLatin1Char('&'))
+            return text[i + 1].toUpper();
+        ++i;
+    }
+    return {};
+}
+
+TEST(PrefsDialog, EveryInputHasATipAKeyboardPathAndNoSharedMnemonic)
+{
+    FakeDialogs dialogs;
+    frmPrefs prefs(Settings(), {}, dialogs);
+    auto *tabs = child<QTabWidget>(prefs, QStringLiteral("tabs"));
+    ASSERT_NE(tabs, nullptr);
+
+    QSet<QChar> tabKeys;
+    for (int i = 0; i < tabs->count(); ++i) {
+        const QChar key = mnemonic(tabs->tabText(i));
+        EXPECT_FALSE(key.isNull() || tabKeys.contains(key)) << tabs->tabText(i).toStdString();
+        tabKeys << key;
+    }
+
+    QSet<QWidget *> buddies;
+    for (QLabel *label : prefs.findChildren<QLabel *>())
+        if (label->buddy())
+            buddies << label->buddy();
+
+    for (int i = 0; i < tabs->count(); ++i) {
+        QSet<QChar> keys = tabKeys;
+        QWidget *page = tabs->widget(i);
+        for (QWidget *w : page->findChildren<QWidget *>()) {
+            if (w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")))
+                continue;
+            const std::string name = w->objectName().toStdString();
+            const bool input = qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w) ||
+                               qobject_cast<QAbstractSpinBox *>(w) ||
+                               qobject_cast<QListWidget *>(w);
+            if (!input && !qobject_cast<QAbstractButton *>(w))
+                continue;
+            EXPECT_FALSE(w->toolTip().isEmpty()) << name;
+            EXPECT_TRUE(w->focusPolicy() & Qt::TabFocus) << name;
+            if (input) {
+                EXPECT_TRUE(buddies.contains(w)) << name << " has no label to reach it by";
+            }
+        }
+        QStringList texts;
+        for (QLabel *label : page->findChildren<QLabel *>())
+            texts << label->text();
+        for (QAbstractButton *button : page->findChildren<QAbstractButton *>())
+            texts << button->text();
+        for (const QString &text : texts) {
+            const QChar key = mnemonic(text);
+            if (key.isNull())
+                continue;
+            EXPECT_FALSE(keys.contains(key))
+                << text.toStdString() << " on " << tabs->tabText(i).toStdString();
+            keys << key;
+        }
+    }
+}
+
+// The real main window on the shipped skins, with a scripted clock.
+class PrefsWindow : public ::testing::Test
+{
+protected:
+    PrefsWindow() { start(); }
+    ~PrefsWindow() override { qunsetenv("VELTO_DATA_DIR"); }
+
+    void start()
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        window = std::make_unique<frmNeOrb>(
+            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
+        window->Load({}, home.path());
+        window->volumeFade().setReader([] { return 50000; });
+        window->volumeFade().setSetter([this](int level) { levels << level; });
+    }
+
+    frmPrefs *openPrefs()
+    {
+        window->DoIt(5);
+        auto *prefs = window->findChild<frmPrefs *>();
+        EXPECT_NE(prefs, nullptr);
+        EXPECT_TRUE(prefs && prefs->isVisible());
+        return prefs;
+    }
+
+    void press(frmPrefs *prefs, QDialogButtonBox::StandardButton which)
+    {
+        QTest::mouseClick(prefs->findChild<QDialogButtonBox *>()->button(which), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    // Lets the window's 250 ms clock timer see the scripted time.
+    void at(const QTime &time)
+    {
+        clock.time = QDateTime(clock.time.date(), time);
+        QTest::qWait(300);
+    }
+
+    QString autoListFile() const { return home.file(QStringLiteral("data/velto/autolist.txt")); }
+
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock; // Monday 23 November 2026
+    FakeRandom random;
+    FakeScreens screens;
+    std::unique_ptr<frmNeOrb> window;
+    QList<int> levels;
+};
+
+TEST_F(PrefsWindow, WeekdayAlarmSetInPreferencesWakesWithAFadeIn)
+{
+    frmPrefs *prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    child<QCheckBox>(*prefs, QStringLiteral("Auto"))->setChecked(true);
+    child<QComboBox>(*prefs, QStringLiteral("AutoDay"))->setCurrentIndex(1); // weekdays
+    child<QTimeEdit>(*prefs, QStringLiteral("AutoOn"))->setTime(QTime(7, 30));
+    child<QTimeEdit>(*prefs, QStringLiteral("AutoOff"))->setTime(QTime(8, 30));
+    QTest::mouseClick(child<QPushButton>(*prefs, QStringLiteral("AutoAdd")), Qt::LeftButton);
+    press(prefs, QDialogButtonBox::Ok);
+    EXPECT_EQ(window->findChild<frmPrefs *>(), nullptr);
+
+    EXPECT_EQ(window->settings().Auto, 1);
+    QFile file(autoListFile());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << "the list is written at once";
+    EXPECT_EQ(file.readAll(), QByteArray("D 07:30 08:30 00\n"));
+
+    window->show();
+    window->showMinimized();
+    at(QTime(7, 29, 59));
+    EXPECT_TRUE(window->isMinimized());
+    EXPECT_TRUE(levels.isEmpty());
+    at(QTime(7, 30, 0));
+    EXPECT_FALSE(window->isMinimized()) << "the alarm brings the window up";
+    ASSERT_FALSE(levels.isEmpty());
+    EXPECT_EQ(levels.first(), 0);
+    at(QTime(7, 30, 4));
+    EXPECT_GT(levels.last(), 0);
+    EXPECT_LT(levels.last(), 50000);
+    at(QTime(7, 30, 9));
+    EXPECT_EQ(levels.last(), 50000) << "the fade ends at the volume in use";
+
+    // Saturday: a weekday entry stays quiet.
+    levels.clear();
+    clock.time = QDateTime(QDate(2026, 11, 27), QTime(23, 59, 59));
+    QTest::qWait(300);
+    clock.time = QDateTime(QDate(2026, 11, 28), QTime(0, 0, 0));
+    QTest::qWait(300);
+    at(QTime(7, 29, 59));
+    at(QTime(7, 30, 0));
+    EXPECT_TRUE(levels.isEmpty());
+
+    window->close();
+    EXPECT_EQ(store.values.value("config/auto"), QStringLiteral("1"));
+}
+
+TEST_F(PrefsWindow, CancelForgetsAndOkReachesTheStoreOnlyAtShutDown)
+{
+    frmPrefs *prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    child<QCheckBox>(*prefs, QStringLiteral("WinSnap"))->setChecked(true);
+    press(prefs, QDialogButtonBox::Cancel);
+    EXPECT_EQ(window->settings().WinSnap, 0);
+
+    prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    EXPECT_FALSE(child<QCheckBox>(*prefs, QStringLiteral("WinSnap"))->isChecked());
+    child<QCheckBox>(*prefs, QStringLiteral("WinSnap"))->setChecked(true);
+    child<QCheckBox>(*prefs, QStringLiteral("TimeFmt"))->setChecked(true);
+    press(prefs, QDialogButtonBox::Ok);
+    EXPECT_EQ(window->settings().WinSnap, 1);
+    EXPECT_EQ(window->settings().TimeFmt, 1);
+    EXPECT_FALSE(store.values.contains("config/winsnap")) << "nothing is stored before shut-down";
+    EXPECT_FALSE(QFile::exists(autoListFile())) << "an untouched schedule is not rewritten";
+
+    window->close();
+    EXPECT_EQ(store.values.value("config/winsnap"), QStringLiteral("1"));
+    EXPECT_EQ(store.values.value("config/timefmt"), QStringLiteral("1"));
+}
+
+TEST_F(PrefsWindow, KeyboardAloneSwitchesTheScheduleOn)
+{
+    frmPrefs *prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    prefs->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(prefs));
+    auto *tabs = child<QTabWidget>(*prefs, QStringLiteral("tabs"));
+    QTest::keyClick(prefs, Qt::Key_O, Qt::AltModifier);
+    EXPECT_EQ(tabs->currentIndex(), 4);
+    QTest::keyClick(prefs, Qt::Key_W, Qt::AltModifier);
+    auto *box = child<QCheckBox>(*prefs, QStringLiteral("Auto"));
+    EXPECT_TRUE(QTest::qWaitFor([box] { return box->isChecked(); }, 2000))
+        << "a mnemonic clicks its box after the button's short animation";
+    QTest::keyClick(prefs->focusWidget(), Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(window->findChild<frmPrefs *>(), nullptr);
+    EXPECT_EQ(window->settings().Auto, 1);
+}
+
+TEST_F(PrefsWindow, SnoozeAtATimeSetInPreferencesStopsAndMinimises)
+{
+    frmPrefs *prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    child<QCheckBox>(*prefs, QStringLiteral("Snooze"))->setChecked(true);
+    child<QComboBox>(*prefs, QStringLiteral("SnoozeMode"))->setCurrentIndex(1);
+    child<QTimeEdit>(*prefs, QStringLiteral("SnoozeTime"))->setTime(QTime(22, 15));
+    child<QCheckBox>(*prefs, QStringLiteral("SnoozeHide"))->setChecked(true);
+    press(prefs, QDialogButtonBox::Ok);
+    EXPECT_EQ(window->settings().SnoozeTime, QStringLiteral("22:15"));
+
+    window->show();
+    at(QTime(22, 14, 59));
+    EXPECT_FALSE(window->isMinimized());
+    at(QTime(22, 15, 0));
+    EXPECT_TRUE(window->isMinimized());
+    EXPECT_EQ(window->settings().Snooze, 1) << "a time-of-day snooze stays on for tomorrow";
+}
+
+TEST_F(PrefsWindow, ASkinChosenInPreferencesIsLoaded)
+{
+    const QString calculator = home.file(QStringLiteral("data/velto/skins/calculator.skin"));
+    ASSERT_TRUE(QFile::exists(calculator));
+    frmPrefs *prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    dialogs.openResults.push_back({calculator});
+    QTest::mouseClick(child<QPushButton>(*prefs, QStringLiteral("SkinChoose")), Qt::LeftButton);
+    EXPECT_EQ(child<QLineEdit>(*prefs, QStringLiteral("Skin"))->text(), calculator);
+    press(prefs, QDialogButtonBox::Ok);
+    EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"));
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+
+    prefs = openPrefs();
+    ASSERT_NE(prefs, nullptr);
+    child<QLineEdit>(*prefs, QStringLiteral("Skin"))->setText(home.file(QStringLiteral("no.skin")));
+    press(prefs, QDialogButtonBox::Ok);
+    EXPECT_FALSE(dialogs.messages.isEmpty()) << "the loader says why";
+    EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"))
+        << "the skin in use stays";
+}
+
+TEST_F(PrefsWindow, OpeningTwiceShowsTheOneDialog)
+{
+    frmPrefs *first = openPrefs();
+    frmPrefs *second = openPrefs();
+    EXPECT_EQ(first, second);
+    EXPECT_EQ(window->findChildren<frmPrefs *>().size(), 1);
+}
+
+} // namespace

@@ -1,0 +1,267 @@
+#include "app/frmneorb.h"
+#include "app/frmqfind.h"
+#include "skin/skinlistarea.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+#include <QRadioButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Notes the current entry at each PlayIt.
+class RecordingPlayer : public PlayerCommands
+{
+public:
+    explicit RecordingPlayer(const PlaylistState &state) : m_state(state) {}
+    QList<int> played;
+
+    void PlayIt() override { played << m_state.CurTrack; }
+    void StopIt() override {}
+    void PauseIt() override {}
+    void EjectIt() override {}
+    void PrevTrack() override {}
+    void NextTrack() override {}
+    void Reverse() override {}
+    void Forward() override {}
+    void PlayPause() override {}
+    void ToggleCDMode() override {}
+    void JumpTo() override {}
+    void ShowLights() override {}
+    qint32 currentPosition() const override { return 0; }
+    void ToggleRemaining() override {}
+    void VolumeStep(int) override {}
+    void ToggleMute() override {}
+    void PlSelAct(int) override {}
+    void LoopPoint() override {}
+
+private:
+    const PlaylistState &m_state;
+};
+
+class QuickFindWindow : public ::testing::Test
+{
+protected:
+    QuickFindWindow()
+    {
+        state.PlNames = {"Zebra", "Café del Mar", "Bear", "beatles - help", "", "CAFE noir", "Bee"};
+        window.Form_Load();
+        window.show();
+        text = window.findChild<QLineEdit *>(QStringLiteral("Text1"));
+        list1 = window.findChild<QListView *>(QStringLiteral("List1"));
+        list2 = window.findChild<QListView *>(QStringLiteral("List2"));
+        for (QRadioButton *option : window.findChildren<QRadioButton *>())
+            (option->text() == QStringLiteral("&Starts with") ? startsWith : anywhere) = option;
+    }
+
+    static QString selected(const QListView *list)
+    {
+        return list->currentIndex().data().toString();
+    }
+
+    PlaylistState state;
+    RecordingPlayer player{state};
+    qint16 autoClose = 0;
+    frmQFind window{state, player, autoClose};
+    QLineEdit *text = nullptr;
+    QListView *list1 = nullptr;
+    QListView *list2 = nullptr;
+    QRadioButton *anywhere = nullptr;
+    QRadioButton *startsWith = nullptr;
+};
+
+} // namespace
+
+TEST_F(QuickFindWindow, AnywhereListsMatchesAndTheArrowsStayInsideThem)
+{
+    ASSERT_TRUE(text && list1 && list2 && anywhere && startsWith);
+    EXPECT_TRUE(list2->isVisible());
+    EXPECT_FALSE(list1->isVisible());
+    EXPECT_EQ(list2->model()->rowCount(), 6) << "an empty text lists every name that is not empty";
+
+    QTest::keyClicks(text, QStringLiteral("cafe"));
+    ASSERT_EQ(list2->model()->rowCount(), 2);
+    EXPECT_EQ(selected(list2), QStringLiteral("Café del Mar"));
+    QTest::keyClick(text, Qt::Key_Up);
+    EXPECT_EQ(selected(list2), QStringLiteral("Café del Mar"));
+    QTest::keyClick(text, Qt::Key_Down);
+    QTest::keyClick(text, Qt::Key_Down);
+    EXPECT_EQ(selected(list2), QStringLiteral("CAFE noir"));
+
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(player.played, QList<int>({6}));
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(QuickFindWindow, StartsWithSelectsTheFirstNameNotBelowTheText)
+{
+    startsWith->click();
+    EXPECT_TRUE(list1->isVisible());
+    EXPECT_FALSE(list2->isVisible());
+    EXPECT_EQ(list1->model()->rowCount(), 7);
+    const std::pair<const char *, const char *> cases[] = {
+        {"be", "Bear"}, {"bee", "Bee"}, {"bf", "Café del Mar"}, {"zz", "Zebra"}};
+    for (const auto &[typed, expected] : cases) {
+        text->setText(QString::fromUtf8(typed));
+        EXPECT_EQ(selected(list1), QString::fromUtf8(expected)) << typed;
+    }
+    text->setText(QStringLiteral("bea"));
+    QTest::keyClick(text, Qt::Key_Down);
+    QTest::keyClick(text, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(player.played, QList<int>({4})) << "beatles - help is the fourth entry";
+
+    anywhere->click();
+    EXPECT_EQ(selected(list2), QStringLiteral("Bear")) << "switching modes searches again";
+}
+
+TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
+{
+    autoClose = 1;
+    const QRect first = list2->visualRect(list2->model()->index(1, 0));
+    QTest::mouseClick(list2->viewport(), Qt::LeftButton, {}, first.center());
+    QTest::mouseDClick(list2->viewport(), Qt::LeftButton, {}, first.center());
+    EXPECT_EQ(player.played, QList<int>({4})) << "the second name in order is beatles - help";
+    EXPECT_FALSE(window.isVisible());
+
+    window.Form_Load();
+    window.show();
+    EXPECT_TRUE(text->text().isEmpty());
+    QTest::keyClicks(text, QStringLiteral("zeb"));
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(player.played.size(), 1);
+}
+
+TEST_F(QuickFindWindow, AnEntryGoneFromThePlaylistIsFoundByItsName)
+{
+    QTest::keyClicks(text, QStringLiteral("zebra"));
+    state.PlNames.removeFirst(); // "Zebra" was entry 1
+    state.PlNames << QStringLiteral("Zebra");
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(player.played, QList<int>({7}));
+    state.PlNames.removeLast();
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(player.played.size(), 1) << "a name no longer in the list plays nothing";
+}
+
+namespace {
+
+// The real main window on the shipped skins, for the parts of the playlist it wires.
+class MainWindowPlaylist : public ::testing::Test
+{
+protected:
+    MainWindowPlaylist()
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        window = std::make_unique<frmNeOrb>(
+            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
+        window->Load({}, home.path());
+    }
+    ~MainWindowPlaylist() override { qunsetenv("VELTO_DATA_DIR"); }
+
+    void waitUntil(const std::function<bool()> &done)
+    {
+        QElapsedTimer waited;
+        waited.start();
+        while (!done() && waited.elapsed() < 20000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    FakeRandom random;
+    FakeScreens screens;
+    std::unique_ptr<frmNeOrb> window;
+};
+
+} // namespace
+
+TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
+{
+    for (int i = 0; i < 30; ++i)
+        home.write(QStringLiteral("music/album/%1_Song.mp3").arg(i + 10), "");
+    const QString single = home.write(QStringLiteral("one.mp3"), "");
+    QMimeData data;
+    data.setUrls(
+        {QUrl::fromLocalFile(home.file(QStringLiteral("music"))), QUrl::fromLocalFile(single)});
+    // Qt lets a drop through only while a real drag runs, so the events go to
+    // the window's own handler.
+    QObject *target = window.get();
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    target->event(&enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    target->event(&drop);
+    EXPECT_TRUE(drop.isAccepted());
+
+    QMimeData text;
+    text.setText(QStringLiteral("not a file"));
+    QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    target->event(&refused);
+    EXPECT_FALSE(refused.isAccepted());
+    waitUntil([&] { return window->playlist().PlPath.size() == 31; });
+
+    ASSERT_EQ(window->playlist().PlPath.size(), 31);
+    EXPECT_EQ(window->playlist().PlPath.last(), single);
+    const SkinListArea *list = window->skin().list(1);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->count(), 31);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("10 Song"));
+    EXPECT_EQ(window->skin().label(13), QStringLiteral("31"));
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Velto")) << "the scan's count is gone";
+}
+
+TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScan)
+{
+    for (int i = 0; i < 20; ++i)
+        home.write(QStringLiteral("music/%1.mp3").arg(i), "");
+    dialogs.folderResult = home.file(QStringLiteral("music"));
+    window->DoIt(24);
+    window->DoIt(10);
+    QTest::qWait(50);
+    EXPECT_TRUE(window->playlist().PlPath.isEmpty());
+
+    window->DoIt(24);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    QTest::qWait(50);
+    EXPECT_TRUE(window->playlist().PlPath.isEmpty());
+
+    window->DoIt(24);
+    waitUntil([&] { return window->playlist().PlPath.size() == 20; });
+    EXPECT_EQ(window->playlist().PlPath.size(), 20);
+}
+
+TEST_F(MainWindowPlaylist, CommandsReachThePlaylistAndQuickFind)
+{
+    const QString song = home.write(QStringLiteral("songs/Café.mp3"), "");
+    dialogs.openResults = {{song}};
+    window->DoIt(23);
+    EXPECT_EQ(window->playlist().PlNames, QStringList({"Café.mp3"}));
+    EXPECT_EQ(store.values.value(QStringLiteral("config/path")),
+              home.file(QStringLiteral("songs/")))
+        << "the folder is saved at once";
+
+    window->DoIt(150);
+    auto *find = window->findChild<frmQFind *>();
+    ASSERT_NE(find, nullptr);
+    EXPECT_TRUE(find->isVisible());
+    auto *matches = find->findChild<QListView *>(QStringLiteral("List2"));
+    ASSERT_NE(matches, nullptr);
+    EXPECT_EQ(matches->model()->rowCount(), 1);
+
+    window->DoIt(20);
+    EXPECT_TRUE(window->playlist().PlNames.isEmpty());
+    EXPECT_EQ(window->skin().label(8), QStringLiteral("untitled"));
+    EXPECT_EQ(window->skin().label(13), QStringLiteral("0"));
+}

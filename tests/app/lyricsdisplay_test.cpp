@@ -1,0 +1,83 @@
+#include "app/lyricsdisplay.h"
+
+#include "support/temphome.h"
+
+#include <QListWidget>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Karaoke
+{
+    Karaoke(const QByteArray &file)
+    {
+        list.show();
+        display.LoadLyrics(home.write(QStringLiteral("song.lyr"), file));
+    }
+    // The rows selected while the position runs from `from` to `to` in ticks of 100 ms.
+    QList<int> play(qint64 from, qint64 to)
+    {
+        QList<int> rows;
+        for (qint64 pos = from; pos <= to; pos += 100) {
+            display.ShowLyrics(pos);
+            if (rows.isEmpty() || rows.last() != list.currentRow())
+                rows << list.currentRow();
+        }
+        return rows;
+    }
+
+    TempHome home;
+    QListWidget list;
+    LyricsDisplay display{list};
+};
+
+} // namespace
+
+TEST(LyricsDisplay, SelectsEachLineAsThePositionReachesIt)
+{
+    Karaoke k(
+        "VELTO LYRIC\n(intro)\n:000001000: one\n:000002000: two\nbridge\n:000003050: three\n");
+    EXPECT_EQ(k.list.count(), 5);
+    EXPECT_TRUE(k.display.LyricsLoaded());
+    // Before the first line its row is already marked; the untimed rows are passed over.
+    EXPECT_EQ(k.play(0, 4000), QList<int>({1, 2, 4}));
+    EXPECT_EQ(k.display.LyricLine(), 3);
+}
+
+TEST(LyricsDisplay, FindsTheLineAgainAfterASeekBackwards)
+{
+    Karaoke k("; TITLE x\n000000010one\n000000020two\n000000030three\n000000040four\n");
+    k.play(0, 3500);
+    EXPECT_EQ(k.list.currentRow(), 2);
+    EXPECT_EQ(k.play(1200, 1200), QList<int>({0}));
+    EXPECT_EQ(k.play(1300, 4100), QList<int>({0, 1, 2, 3}));
+}
+
+TEST(LyricsDisplay, HiddenListOrUntimedWordsAreLeftAlone)
+{
+    Karaoke hidden("VELTO LYRIC\n:000000500: one\n:000001000: two\n");
+    hidden.list.hide();
+    EXPECT_EQ(hidden.play(0, 2000), QList<int>({-1}));
+
+    Karaoke untimed("just words\nno times\n");
+    EXPECT_FALSE(untimed.display.LyricsLoaded());
+    EXPECT_EQ(untimed.play(0, 2000), QList<int>({-1}));
+
+    QListWidget list;
+    LyricsDisplay none(list);
+    none.LoadLyrics(QStringLiteral("/nonexistent/song.lyr"));
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_EQ(list.item(0)->text(), QStringLiteral("No Lyrics"));
+    EXPECT_FALSE(none.LyricsLoaded());
+}
+
+TEST(LyricsDisplay, DoubleClickSeeksAndFollowsFromThere)
+{
+    Karaoke k("VELTO LYRIC\n:000001000: one\n:000002000: two\n:000003000: three\n");
+    EXPECT_EQ(k.display.Lyrics_DblClick(2), 3000);
+    EXPECT_EQ(k.display.LyricLine(), 3);
+    EXPECT_EQ(k.play(3000, 3000), QList<int>({2}));
+    EXPECT_EQ(k.display.Lyrics_DblClick(600), -1);
+    EXPECT_EQ(k.display.LyricLine(), 3) << "an impossible row changes nothing";
+}

@@ -1,0 +1,229 @@
+#include "app/frmalbum.h"
+#include "app/frminfo.h"
+#include "app/frmneorb.h"
+#include "app/trackinfo.h"
+#include "core/settings.h"
+#include "player/mp3info.h"
+#include "player/playlist.h"
+#include "skin/skinareawidget.h"
+#include "skin/skinlistarea.h"
+#include "skin/skinloader.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QBuffer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray png(QRgb colour)
+{
+    QImage image(6, 4, QImage::Format_RGB32);
+    image.fill(colour);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+QByteArray mp3()
+{
+    QByteArray bytes(2000, '\x95');
+    bytes.replace(0, 4, "\xFF\xFB\x90\x44");
+    return bytes;
+}
+
+// A FLAC file whose only picture is in a PICTURE block.
+QByteArray flacWithPicture(const QByteArray &image)
+{
+    auto be32 = [](quint32 v) {
+        QByteArray b(4, '\0');
+        for (int i = 0; i < 4; ++i)
+            b[i] = char(v >> (24 - 8 * i));
+        return b;
+    };
+    const QByteArray block = be32(3) + be32(9) + "image/png" + be32(0) + QByteArray(16, '\0') +
+                             be32(quint32(image.size())) + image;
+    return "fLaC" + QByteArray("\x86", 1) + be32(quint32(block.size())).mid(1) + block;
+}
+
+// The real skin loader on a plain window, the shipped skins, scripted dialogs.
+struct Rig
+{
+    explicit Rig(const char *skin)
+    {
+        loader.LoadSkin(QStringLiteral(VELTO_DATA_DIR "/skins/") + QLatin1String(skin));
+        info.lightsChanged = [this] { ++lightsChanged; };
+        info.seek = [this](qint64 ms) { seeks << ms; };
+    }
+
+    TempHome home;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    QWidget window;
+    SkinLoader loader{window, dialogs, clock};
+    Settings settings;
+    PlaylistState playlist;
+    TrackInfo info{{loader, dialogs, settings, playlist, home.file("velto/nocover.bmp"), &window}};
+    int lightsChanged = 0;
+    QList<qint64> seeks;
+};
+
+} // namespace
+
+TEST(TrackInfo, KaraokeSkinShowsFrameInformationAndFollowsTheWords)
+{
+    Rig rig("karaoke.skin");
+    const QString song = rig.home.write("m/song.mp3", mp3());
+    rig.home.write("m/SONG.LYR", "VELTO LYRIC\n:000001000: one\n:000002000: two\n");
+
+    rig.info.ShowMp3Info(GetMP3Info(song));
+    EXPECT_EQ(rig.loader.label(10), "128");
+    EXPECT_EQ(rig.loader.label(11), "44");
+    EXPECT_EQ(rig.loader.label(12), "jstereo");
+    rig.info.ShowMp3Info(Mp3Info()); // a file too short to read
+    EXPECT_EQ(rig.loader.label(12), "jstereo");
+
+    rig.info.TrackStarted(song);
+    SkinListArea *words = rig.loader.list(4);
+    ASSERT_EQ(words->count(), 2);
+    EXPECT_TRUE(rig.info.lyricsLoaded());
+    EXPECT_EQ(rig.lightsChanged, 1);
+    rig.info.Tick(2100);
+    EXPECT_EQ(words->currentRow(), 1);
+
+    emit words->itemDoubleClicked(words->item(0));
+    EXPECT_EQ(rig.seeks, QList<qint64>{1000});
+    rig.info.Tick(1000);
+    EXPECT_EQ(words->currentRow(), 0);
+}
+
+TEST(TrackInfo, CoverReachesTheSkinAndTheAlbumWindow)
+{
+    Rig rig("default.skin");
+    rig.settings.AutoCover = 1;
+    const QString blue = rig.home.write("m/Blue.GIF", png(0xff0000ff));
+    rig.info.LoadCover(blue);
+    SkinAreaWidget *area = rig.loader.area(1);
+    ASSERT_FALSE(area->picture().isNull());
+    EXPECT_EQ(area->picture().pixel(0, 0), 0xff0000ffu);
+    EXPECT_EQ(area->toolTip(), "Blue.GIF");
+    ASSERT_TRUE(rig.info.albumWindow());
+    EXPECT_TRUE(rig.info.albumWindow()->isVisible()) << "AutoCover opens the album window";
+
+    // The album window's picture goes to the track information window.
+    rig.info.ShowTrackInfo();
+    QLabel *infoCover = rig.info.infoWindow()->findChild<QLabel *>("imgCover");
+    rig.info.infoWindow()->setPicture(QImage());
+    frmAlbum *album = rig.info.albumWindow();
+    QTest::mouseDClick(album, Qt::LeftButton, {}, album->pictureRect().center());
+    EXPECT_FALSE(infoCover->pixmap().isNull());
+
+    // Double-clicking the cover area picks a picture.
+    const QString red = rig.home.write("m/red.png", png(0xffff0000));
+    rig.dialogs.openResults.push_back({red});
+    emit rig.loader.areaDoubleClicked(1);
+    EXPECT_EQ(rig.dialogs.calls.last().title, "Select Cover");
+    EXPECT_EQ(rig.info.cover().CoverFile, red);
+    EXPECT_EQ(album->picture().pixel(0, 0), 0xffff0000u);
+
+    rig.info.cover().PlaylistCleared();
+    EXPECT_TRUE(area->picture().isNull());
+    EXPECT_TRUE(album->picture().isNull());
+}
+
+TEST(TrackInfo, OtherMediaFilesShowTheirOwnPictureOnlyWithTagCovers)
+{
+    for (const qint16 useTagCover : {0, 1}) {
+        SCOPED_TRACE(useTagCover);
+        Rig rig("default.skin");
+        rig.settings.UseTagCover = useTagCover;
+        const QString flac = rig.home.write("m/a.flac", flacWithPicture(png(0xff00ff00)));
+        rig.info.TrackStarted(flac);
+        EXPECT_EQ(rig.info.cover().CoverFile, useTagCover ? flac : QString());
+        EXPECT_EQ(rig.loader.list(4)->item(0)->text(), "No Lyrics");
+    }
+}
+
+TEST(TrackInfo, InformationWindowOpensForThePlayingOrSelectedEntry)
+{
+    Rig rig("default.skin");
+    const QString a = rig.home.write("m/a.mp3", mp3());
+    const QString b = rig.home.write("m/b.mp3", mp3());
+    rig.playlist.PlNames = {"a", "b"};
+    rig.playlist.PlPath = {a, b};
+    rig.playlist.CurTrack = 1;
+    rig.loader.list(1)->addItems(rig.playlist.PlNames);
+    rig.loader.list(1)->setCurrentRow(1);
+    QString playing;
+    rig.info.currentFile = [&] { return playing; };
+
+    rig.info.ShowTrackInfo();
+    auto shown = [&] {
+        return rig.info.infoWindow()->findChild<QLineEdit *>("txtFileName")->text();
+    };
+    EXPECT_EQ(shown(), b) << "nothing plays: the selected entry";
+    playing = a;
+    rig.info.ShowTrackInfo();
+    EXPECT_EQ(shown(), a);
+    EXPECT_TRUE(rig.info.infoWindow()->isVisible());
+}
+
+TEST(TrackInfo, MainWindowRestoresTheCoverAndOpensBothWindows)
+{
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    FakeRandom random;
+    FakeScreens screens;
+    const QString last = home.write("m/Last.BMP", png(0xff00ffff));
+    store.values["config/lastcover"] = last;
+    store.values["config/startmd"] = "1"; // start with the last playlist and cover
+    qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+    ProgramFolder folder(ProgramFolder::defaultPath());
+    folder.prepare(ProgramFolder::shippedDataPath());
+    frmNeOrb window({store, dialogs, clock, random, screens}, folder);
+    window.Load({}, home.path());
+    qunsetenv("VELTO_DATA_DIR");
+
+    SkinAreaWidget *area = window.skin().area(1);
+    ASSERT_FALSE(area->picture().isNull()) << "the cover shown at the last quit";
+    EXPECT_EQ(window.currentCover(), last);
+
+    window.DoIt(16);
+    frmAlbum *album = window.findChild<frmAlbum *>();
+    ASSERT_TRUE(album && album->isVisible());
+    EXPECT_EQ(album->picture().pixel(0, 0), 0xff00ffffu);
+    window.DoIt(3);
+    frmInfo *info = window.findChild<frmInfo *>();
+    ASSERT_TRUE(info && info->isVisible());
+
+    window.DoIt(20); // clearing the playlist clears the cover
+    EXPECT_TRUE(area->picture().isNull());
+    EXPECT_TRUE(album->picture().isNull());
+    EXPECT_TRUE(window.currentCover().isEmpty());
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+}
+
+TEST(frmAlbum, PictureKeepsItsShapeCentredInTheWindow)
+{
+    struct Case
+    {
+        QSize picture;
+        QRect area, expected;
+    } cases[] = {
+        {{200, 100}, {0, 0, 300, 300}, {0, 75, 300, 150}},
+        {{100, 200}, {0, 0, 300, 300}, {75, 0, 150, 300}},
+        {{50, 50}, {0, 0, 400, 200}, {100, 0, 200, 200}},
+        {{0, 0}, {0, 0, 100, 100}, {}},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(frmAlbum::fitted(c.picture, c.area), c.expected) << c.picture.width();
+}

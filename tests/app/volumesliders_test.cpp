@@ -1,0 +1,111 @@
+#include "app/frmneorb.h"
+#include "skin/skinlistarea.h"
+#include "skin/skinsliderwidget.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The real main window on the shipped player skin: its volume slider (2),
+// balance slider (3) with label 25, the wheel and the volume commands.
+class VolumeSliders : public ::testing::Test
+{
+protected:
+    VolumeSliders()
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        window = std::make_unique<frmNeOrb>(
+            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
+        window->Load({}, home.path());
+    }
+    ~VolumeSliders() override { qunsetenv("VELTO_DATA_DIR"); }
+
+    double knob(int slider) { return window->skin().slider(slider)->value(); }
+
+    void wheel(QPoint at, int delta)
+    {
+        QWheelEvent event(at, window->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(window.get(), &event);
+    }
+
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    FakeRandom random;
+    FakeScreens screens;
+    std::unique_ptr<frmNeOrb> window;
+};
+
+TEST_F(VolumeSliders, TheBalanceSliderSetsTheCaptionAndADoubleClickCentresIt)
+{
+    EXPECT_EQ(window->skin().label(25), QStringLiteral("Centre"));
+    SkinSliderWidget *balance = window->skin().slider(3);
+    ASSERT_TRUE(balance->isVisibleTo(window.get()));
+    const int y = balance->height() / 2;
+    struct Case
+    {
+        int x;
+        QString caption;
+    };
+    const Case cases[] = {
+        {0, QStringLiteral("100% left")},
+        {balance->width() - 1, QStringLiteral("100% right")},
+        {balance->width() / 2, QStringLiteral("Centre")},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.x);
+        QTest::mousePress(balance, Qt::LeftButton, {}, QPoint(c.x, y));
+        QTest::mouseRelease(balance, Qt::LeftButton, {}, QPoint(c.x, y));
+        EXPECT_EQ(window->skin().label(25), c.caption);
+    }
+    QTest::mousePress(balance, Qt::LeftButton, {}, QPoint(0, y));
+    QTest::mouseRelease(balance, Qt::LeftButton, {}, QPoint(0, y));
+    QTest::mouseDClick(balance, Qt::LeftButton, {}, QPoint(0, y));
+    EXPECT_EQ(window->skin().label(25), QStringLiteral("Centre"));
+    EXPECT_EQ(knob(3), 0.5);
+}
+
+TEST_F(VolumeSliders, TheWheelAndTheVolumeCommandsMoveTheVolumeKnob)
+{
+    EXPECT_NEAR(knob(2), 1.0, 0.001) << "a fresh output is at full";
+    const QPoint clear(4, 4); // the skin's picture, no element
+    struct Step
+    {
+        const char *what;
+        std::function<void()> act;
+        double level;
+    };
+    const Step steps[] = {
+        {"a notch down", [&] { wheel(clear, -120); }, 0.95},
+        {"two half notches down", [&] { wheel(clear, -60), wheel(clear, -60); }, 0.90},
+        {"command 7", [&] { window->DoIt(7); }, 0.95},
+        {"command 8", [&] { window->DoIt(8); }, 0.90},
+        {"a notch up", [&] { wheel(clear, 120); }, 0.95},
+    };
+    for (const Step &s : steps) {
+        SCOPED_TRACE(s.what);
+        s.act();
+        EXPECT_NEAR(knob(2), s.level, 1e-6);
+    }
+}
+
+TEST_F(VolumeSliders, TheWheelOverTheListScrollsItInstead)
+{
+    SkinListArea *list = window->skin().list(1);
+    ASSERT_TRUE(list && list->isVisibleTo(window.get()));
+    const double before = knob(2);
+    wheel(list->geometry().center(), -120);
+    EXPECT_EQ(knob(2), before);
+}
+
+} // namespace
