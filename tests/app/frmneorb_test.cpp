@@ -3,6 +3,7 @@
 #include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
+#include "support/shippedwindow.h"
 #include "support/temphome.h"
 
 #include <QTest>
@@ -11,35 +12,16 @@
 namespace {
 
 // The real main window on the shipped skins, with scripted dialogs and clock.
-class MainWindow : public ::testing::Test
+class MainWindow : public ::testing::Test, protected ShippedWindow
 {
 protected:
     MainWindow() { start(); }
-
-    void start()
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        window = std::make_unique<frmNeOrb>(
-            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
-        window->Load({}, home.path());
-    }
-    ~MainWindow() override { qunsetenv("VELTO_DATA_DIR"); }
 
     bool lightShown(int n) const
     {
         const SkinLightWidget *light = window->skin().light(n);
         return light && light->isVisibleTo(window.get());
     }
-
-    TempHome home;
-    MemoryStore store;
-    FakeDialogs dialogs;
-    FakeClock clock;
-    FakeRandom random;
-    FakeScreens screens;
-    std::unique_ptr<frmNeOrb> window;
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "app/frmprefs.h"
 
 #include "support/fakes.h"
+#include "support/shippedwindow.h"
 #include "support/temphome.h"
 
 #include <QAbstractSpinBox>
@@ -319,20 +320,14 @@ TEST(PrefsDialog, EveryInputHasATipAKeyboardPathAndNoSharedMnemonic)
 }
 
 // The real main window on the shipped skins, with a scripted clock.
-class PrefsWindow : public ::testing::Test
+class PrefsWindow : public ::testing::Test, protected ShippedWindow
 {
 protected:
     PrefsWindow() { start(); }
-    ~PrefsWindow() override { qunsetenv("VELTO_DATA_DIR"); }
 
     void start()
     {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        window = std::make_unique<frmNeOrb>(
-            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
-        window->Load({}, home.path());
+        ShippedWindow::start();
         window->volumeFade().setReader([] { return 50000; });
         window->volumeFade().setSetter([this](int level) { levels << level; });
     }
@@ -361,13 +356,6 @@ protected:
 
     QString autoListFile() const { return home.file(QStringLiteral("data/velto/autolist.txt")); }
 
-    TempHome home;
-    MemoryStore store;
-    FakeDialogs dialogs;
-    FakeClock clock; // Monday 23 November 2026
-    FakeRandom random;
-    FakeScreens screens;
-    std::unique_ptr<frmNeOrb> window;
     QList<int> levels;
 };
 

@@ -3,6 +3,8 @@
 #include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
+#include "support/recordingplayer.h"
+#include "support/shippedwindow.h"
 #include "support/temphome.h"
 
 #include <QDropEvent>
@@ -15,36 +17,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// Notes the current entry at each PlayIt.
-class RecordingPlayer : public PlayerCommands
-{
-public:
-    explicit RecordingPlayer(const PlaylistState &state) : m_state(state) {}
-    QList<int> played;
-
-    void PlayIt() override { played << m_state.CurTrack; }
-    void StopIt() override {}
-    void PauseIt() override {}
-    void EjectIt() override {}
-    void PrevTrack() override {}
-    void NextTrack() override {}
-    void Reverse() override {}
-    void Forward() override {}
-    void PlayPause() override {}
-    void ToggleCDMode() override {}
-    void JumpTo() override {}
-    void ShowLights() override {}
-    qint32 currentPosition() const override { return 0; }
-    void ToggleRemaining() override {}
-    void VolumeStep(int) override {}
-    void ToggleMute() override {}
-    void PlSelAct(int) override {}
-    void LoopPoint() override {}
-
-private:
-    const PlaylistState &m_state;
-};
 
 class QuickFindWindow : public ::testing::Test
 {
@@ -154,19 +126,10 @@ TEST_F(QuickFindWindow, AnEntryGoneFromThePlaylistIsFoundByItsName)
 namespace {
 
 // The real main window on the shipped skins, for the parts of the playlist it wires.
-class MainWindowPlaylist : public ::testing::Test
+class MainWindowPlaylist : public ::testing::Test, protected ShippedWindow
 {
 protected:
-    MainWindowPlaylist()
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        window = std::make_unique<frmNeOrb>(
-            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
-        window->Load({}, home.path());
-    }
-    ~MainWindowPlaylist() override { qunsetenv("VELTO_DATA_DIR"); }
+    MainWindowPlaylist() { start(); }
 
     void waitUntil(const std::function<bool()> &done)
     {
@@ -175,14 +138,6 @@ protected:
         while (!done() && waited.elapsed() < 20000)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
-
-    TempHome home;
-    MemoryStore store;
-    FakeDialogs dialogs;
-    FakeClock clock;
-    FakeRandom random;
-    FakeScreens screens;
-    std::unique_ptr<frmNeOrb> window;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "skin/skinsliderwidget.h"
 
 #include "support/fakes.h"
+#include "support/shippedwindow.h"
 #include "support/temphome.h"
 
 #include <QApplication>
@@ -14,19 +15,10 @@ namespace {
 
 // The real main window on the shipped player skin: its volume slider (2),
 // balance slider (3) with label 25, the wheel and the volume commands.
-class VolumeSliders : public ::testing::Test
+class VolumeSliders : public ::testing::Test, protected ShippedWindow
 {
 protected:
-    VolumeSliders()
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        window = std::make_unique<frmNeOrb>(
-            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
-        window->Load({}, home.path());
-    }
-    ~VolumeSliders() override { qunsetenv("VELTO_DATA_DIR"); }
+    VolumeSliders() { start(); }
 
     double knob(int slider) { return window->skin().slider(slider)->value(); }
 
@@ -36,14 +28,6 @@ protected:
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(window.get(), &event);
     }
-
-    TempHome home;
-    MemoryStore store;
-    FakeDialogs dialogs;
-    FakeClock clock;
-    FakeRandom random;
-    FakeScreens screens;
-    std::unique_ptr<frmNeOrb> window;
 };
 
 TEST_F(VolumeSliders, TheBalanceSliderSetsTheCaptionAndADoubleClickCentresIt)

@@ -1,5 +1,6 @@
 #include "player/playlistcontrol.h"
 #include "support/fakes.h"
+#include "support/recordingplayer.h"
 #include "support/temphome.h"
 
 #include <QElapsedTimer>
@@ -11,36 +12,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// Notes what the playlist asks of the player: the current entry at each PlayIt.
-class RecordingPlayer : public PlayerCommands
-{
-public:
-    explicit RecordingPlayer(const PlaylistState &state) : m_state(state) {}
-    QList<int> played;
-
-    void PlayIt() override { played << m_state.CurTrack; }
-    void StopIt() override {}
-    void PauseIt() override {}
-    void EjectIt() override {}
-    void PrevTrack() override {}
-    void NextTrack() override {}
-    void Reverse() override {}
-    void Forward() override {}
-    void PlayPause() override {}
-    void ToggleCDMode() override {}
-    void JumpTo() override {}
-    void ShowLights() override {}
-    qint32 currentPosition() const override { return 0; }
-    void ToggleRemaining() override {}
-    void VolumeStep(int) override {}
-    void ToggleMute() override {}
-    void PlSelAct(int) override {}
-    void LoopPoint() override {}
-
-private:
-    const PlaylistState &m_state;
-};
 
 class PlaylistControlTest : public ::testing::Test
 {

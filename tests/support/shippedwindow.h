@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/frmneorb.h"
+#include "core/programfolder.h"
+
+#include "support/fakes.h"
+#include "support/temphome.h"
+
+#include <memory>
+
+// The real main window on the shipped skins in a temporary home, with scripted
+// dialogs, clock, random numbers and screens. Window tests derive from it.
+class ShippedWindow
+{
+protected:
+    ~ShippedWindow() { qunsetenv("VELTO_DATA_DIR"); }
+
+    void start()
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        window = std::make_unique<frmNeOrb>(
+            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
+        window->Load({}, home.path());
+    }
+
+    TempHome home;
+    MemoryStore store;
+    FakeDialogs dialogs;
+    FakeClock clock;
+    FakeRandom random;
+    FakeScreens screens;
+    std::unique_ptr<frmNeOrb> window;
+};
