@@ -290,12 +290,11 @@ void frmNeOrb::connectPlaylist()
 // back after it unless something else wrote there meanwhile.
 void frmNeOrb::showScanProgress(int entries)
 {
-    const QString titlePrefix = QStringLiteral("Velto - ");
     if (entries < 0) {
         if (!m_scanShown)
             return;
         m_scanShown = false;
-        if (windowTitle() == titlePrefix + m_scanText)
+        if (windowTitle() == m_scanText)
             setWindowTitle(m_titleBeforeScan);
         if (m_skin.display().value(2).toString() == m_scanText)
             m_skin.SetDD(2, m_nameBeforeScan);
@@ -307,7 +306,7 @@ void frmNeOrb::showScanProgress(int entries)
         m_nameBeforeScan = m_skin.display().value(2);
     }
     m_scanText = QStringLiteral("Scanning %1").arg(entries);
-    setWindowTitle(titlePrefix + m_scanText);
+    setWindowTitle(m_scanText);
     m_skin.SetDD(2, m_scanText);
 }
 

@@ -512,11 +512,12 @@ void PlaybackEngine::ShowTitles()
     call(SetDD, kNameGroup, QVariant(name));
 
     const TagFields fields = fieldsFromRecord(m_tag);
-    const QString tip = fields.title.isEmpty() ? QStringLiteral("Velto - ") + name
-                                               : QStringLiteral("Velto - [") + fields.artist +
-                                                     QStringLiteral("] - ") + fields.title;
-    call(setTrayTip, tip.left(64));
-    call(setWindowTitle, tip);
+    const QString what = fields.title.isEmpty() ? name
+                                                : QLatin1Char('[') + fields.artist +
+                                                      QStringLiteral("] - ") + fields.title;
+    call(setTrayTip, (QStringLiteral("Velto - ") + what).left(64));
+    // The desktop adds the program's name to every window title itself.
+    call(setWindowTitle, what);
 }
 
 void PlaybackEngine::ShowLights()

@@ -511,7 +511,7 @@ TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
     engine->PlayIt();
     ASSERT_TRUE(waitFor([&] { return started.size() == 1; }));
     EXPECT_EQ(trayTip, QStringLiteral("Velto - [Sine Quartet] - Blue Tone"));
-    EXPECT_EQ(windowTitle, trayTip);
+    EXPECT_EQ(windowTitle, QStringLiteral("[Sine Quartet] - Blue Tone"));
     engine->StopIt();
 
     playlist.PlNames = {QString(80, QLatin1Char('n'))};
@@ -520,7 +520,7 @@ TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
     engine->PlayIt();
     ASSERT_TRUE(waitFor([&] { return started.size() == 2; }));
     EXPECT_EQ(trayTip, (QStringLiteral("Velto - ") + QString(80, QLatin1Char('n'))).left(64));
-    EXPECT_EQ(windowTitle, QStringLiteral("Velto - ") + QString(80, QLatin1Char('n')));
+    EXPECT_EQ(windowTitle, QString(80, QLatin1Char('n'))) << "the title is not cut";
     EXPECT_EQ(labels[PlaybackEngine::kLengthLabel], QStringLiteral("0:01"));
     engine->StopIt();
 }
