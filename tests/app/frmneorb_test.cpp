@@ -96,3 +96,16 @@ TEST_F(MainWindow, TheRestoredPlaylistShowsInTheSkinsList)
     EXPECT_EQ(list->item(1)->text(), QStringLiteral("Evening Song.mp3"));
     EXPECT_EQ(list->currentRow(), 1) << "the last track is the current one";
 }
+
+TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)
+{
+    const QString a = home.write(QStringLiteral("music/a.mp3"), "x");
+    const QString b = home.write(QStringLiteral("music/b.mp3"), "x");
+    const QString list =
+        home.write(QStringLiteral("music/list.m3u"), (a + "\n" + b + "\n").toUtf8());
+    window->AddOpened(list);
+    EXPECT_EQ(window->playlist().CurTrack, 1) << "not the last entry";
+    window->playlist().CurTrack = 2;
+    window->AddOpened(a);
+    EXPECT_EQ(window->playlist().CurTrack, 2) << "an entry already current stays so";
+}
