@@ -4,11 +4,11 @@
 #include "app/frmqfind.h"
 #include "core/keys.h"
 #include "core/snap.h"
+#include "platform/dialogs.h"
 #include "player/autolist.h"
 #include "skin/lights.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinsliderwidget.h"
-#include "platform/dialogs.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -39,9 +39,9 @@
 frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     : QWidget(parent, Qt::FramelessWindowHint | Qt::Window), m_platform(platform),
       m_folder(std::move(folder)), m_config(platform.store),
-      m_lifecycle({m_config, platform.dialogs, platform.random, platform.clock, platform.screens,
-                   m_folder},
-                  m_settings, m_playlist, *this),
+      m_lifecycle(
+          {m_config, platform.dialogs, platform.random, platform.clock, platform.screens, m_folder},
+          m_settings, m_playlist, *this),
       m_skin(*this, platform.dialogs, platform.clock),
       m_engine(m_playlist, m_flags, platform.dialogs, platform.random,
                [this] { return m_mediaDevices.create(); }),
@@ -276,6 +276,12 @@ void frmNeOrb::connectPlaylist()
     m_playlistControl.showLabels = [this](const QString &name, int count) {
         m_skin.setLabel(8, name);
         m_skin.setLabel(13, QString::number(count));
+        // A list read from a file brings its picture along as the cover.
+        if (m_playlist.file != m_coverListFile) {
+            m_coverListFile = m_playlist.file;
+            if (!m_coverListFile.isEmpty())
+                m_trackInfo.cover().PlaylistLoaded(m_coverListFile);
+        }
     };
     m_playlistControl.showScanProgress = [this](int entries) { showScanProgress(entries); };
     m_playlistControl.cdMode = [this] { return m_engine.state().CDMode; };

@@ -195,6 +195,7 @@ private:
 
     std::unique_ptr<frmQFind> m_qfind;
     QString m_titleBeforeScan, m_scanText;
+    QString m_coverListFile; // the playlist whose picture was last looked for
     QVariant m_nameBeforeScan;
     bool m_scanShown = false;
 };

@@ -71,6 +71,7 @@ void Playlist::PlClear()
     m_state.PlPath.clear();
     m_state.CurTrack = 1;
     m_state.title = QStringLiteral("untitled");
+    m_state.file.clear();
 }
 
 void Playlist::append(const QString &display, const QString &path)
@@ -156,6 +157,7 @@ void Playlist::PlRead(const QString &file)
     if (!in.open(QIODevice::ReadOnly))
         return;
     m_state.title = FriendlyName(file, friendlyNames);
+    m_state.file = file;
     const ListType type = typeOf(file);
     if (type == ListType::None || in.size() > kMaxListBytes)
         return;

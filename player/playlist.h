@@ -13,6 +13,7 @@ struct PlaylistState
     QStringList PlPath;  // full paths, same index; empty once found missing
     int CurTrack = 0;    // 1-based; 0 when nothing is chosen
     QString title = QStringLiteral("untitled");
+    QString file; // the playlist file last read; its picture is the list's cover
 };
 
 // Reading and writing playlist files into a PlaylistState, and the edits the

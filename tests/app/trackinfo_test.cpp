@@ -209,6 +209,13 @@ TEST(TrackInfo, MainWindowRestoresTheCoverAndOpensBothWindows)
     EXPECT_TRUE(area->picture().isNull());
     EXPECT_TRUE(album->picture().isNull());
     EXPECT_TRUE(window.currentCover().isEmpty());
+
+    // A playlist read from a file brings the picture named like it.
+    const QString party = home.write("m/Party.JPG", png(0xffffff00));
+    dialogs.openResults.push_back({home.write("m/Party.m3u", "song.mp3\n")});
+    window.DoIt(21);
+    EXPECT_EQ(window.currentCover(), party);
+    EXPECT_EQ(album->picture().pixel(0, 0), 0xffffff00u);
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
 }
 
