@@ -112,19 +112,8 @@ protected:
 
     static DigitGroup group(qint16 sheetType, qint16 mode, qint16 gap = 0)
     {
-        DigitGroup g;
-        g.faceX = sheetType == 3 ? 0 : 2;
-        g.faceY = sheetType == 0 ? 1 : sheetType == 3 ? 60 : 10;
-        g.width = W;
-        g.height = H;
-        g.narrow = N;
-        g.sheetType = sheetType;
-        g.gap = gap;
-        g.mode = mode;
-        g.x = 10;
-        g.y = 5;
-        g.visible = true;
-        return g;
+        const qint16 faceY = sheetType == 0 ? 1 : sheetType == 3 ? 60 : 10;
+        return {qint16(sheetType == 3 ? 0 : 2), faceY, W, H, N, sheetType, gap, mode, 10, 5, true};
     }
 
     // Draws into a clean canvas, and checks that nothing changed outside what
@@ -382,20 +371,18 @@ TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsConvertedAndEditsAreSeen)
 
 TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
 {
-    const QVariant values[] = {
-        0,
-        -1,
-        1e300,
-        -1e300,
-        std::numeric_limits<double>::infinity(),
-        QString(),
-        QStringLiteral("abc"),
-        QString(5000, u'9'),
-        123.456,
-        std::numeric_limits<qint64>::min(),
-        std::numeric_limits<quint64>::max(),
-        QVariant(),
-    };
+    const QVariant values[] = {0,
+                               -1,
+                               1e300,
+                               -1e300,
+                               std::numeric_limits<double>::infinity(),
+                               QString(),
+                               QStringLiteral("abc"),
+                               QString(5000, u'9'),
+                               123.456,
+                               std::numeric_limits<qint64>::min(),
+                               std::numeric_limits<quint64>::max(),
+                               QVariant()};
     quint32 seed = 12345;
     auto next = [&seed](int lo, int hi) {
         seed = seed * 1664525u + 1013904223u;

@@ -10,6 +10,7 @@
 #include "support/fakes.h"
 #include "support/temphome.h"
 
+#include "testpictures.h"
 #include <QApplication>
 #include <QDir>
 #include <QFontInfo>
@@ -20,7 +21,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QWidget>
-#include "testpictures.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,6 @@
 #include <memory>
 
 namespace {
-
 
 // The main window as far as the skin is concerned: painted through the loader,
 // noting the mouse presses its elements pass on.
@@ -58,8 +57,6 @@ struct Rig
     Window window;
     SkinLoader loader{window, dialogs, clock};
     std::vector<qint16> commands;
-    QImage main{120, 80, QImage::Format_RGB32};
-    QImage resource{128, 64, QImage::Format_RGB32};
 
     explicit Rig(int scale = 1)
     {
@@ -67,15 +64,7 @@ struct Rig
         loader.setScale(scale);
         QObject::connect(&loader, &SkinLoader::command,
                          [this](qint16 cmd) { commands.push_back(cmd); });
-        for (int y = 0; y < main.height(); ++y)
-            for (int x = 0; x < main.width(); ++x)
-                main.setPixel(x, y, mainPixel(x, y));
-        for (int y = 0; y < resource.height(); ++y)
-            for (int x = 0; x < resource.width(); ++x)
-                resource.setPixel(x, y, resourcePixel(x, y));
-        QDir().mkpath(home.file(QStringLiteral("skin")));
-        main.save(home.file(QStringLiteral("skin/main.png")));
-        resource.save(home.file(QStringLiteral("skin/res.png")));
+        saveTestPictures(home.file(QStringLiteral("skin")));
     }
 
     bool load(const QString &records, int hoverStyle = 0)
@@ -430,6 +419,7 @@ TEST(SkinSlider, DoubleClickCentresOnlySlidersThreeAndFive)
 
 TEST(SkinLabel, FontRuleColourAndScale)
 {
+    // How the fields are read is the reader's; here the widget must apply them.
     const struct
     {
         const char *record;
@@ -439,9 +429,7 @@ TEST(SkinLabel, FontRuleColourAndScale)
         bool bold, italic, underline;
     } cases[] = {
         {"L1,0,0,90,20,1,2,3,-10,\"Arial:bi\",\"~\"", 1, "Arial", 10, true, true, false},
-        {"L1,0,0,90,20,1,2,3,12,\"Courier New\",\"~\"", 1, "Courier New", 12, false, false, false},
         {"L1,0,0,90,20,1,2,3,9,\" Times :U\",\"~\"", 1, "Times", 9, false, false, true},
-        {"L1,0,0,90,20,1,2,3,9,\":b\",\"~\"", 1, "Arial", 9, true, false, false},
         {"L1,0,0,90,20,1,2,3,9,\"DejaVu Sans:b\",\"~\"", 2, "DejaVu Sans", 18, true, false, false},
     };
     for (const auto &c : cases) {

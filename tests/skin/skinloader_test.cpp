@@ -12,13 +12,13 @@
 #include "support/fakes.h"
 #include "support/temphome.h"
 
+#include "testpictures.h"
 #include <QApplication>
 #include <QDir>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
 #include <QWidget>
-#include "testpictures.h"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,6 @@
 namespace {
 
 const QString Shipped = QStringLiteral(VELTO_DATA_DIR "/skins/");
-
 
 // The main window as far as the skin is concerned: it paints through the
 // loader and notes every spot it was asked to repaint.
@@ -60,17 +59,7 @@ struct Rig
     {
         window.loader = &loader;
         loader.setScale(scale);
-        QImage main(120, 80, QImage::Format_RGB32);
-        for (int y = 0; y < main.height(); ++y)
-            for (int x = 0; x < main.width(); ++x)
-                main.setPixel(x, y, x >= 110 && y >= 70 ? qRgb(255, 0, 255) : mainPixel(x, y));
-        QImage resource(128, 64, QImage::Format_RGB32);
-        for (int y = 0; y < resource.height(); ++y)
-            for (int x = 0; x < resource.width(); ++x)
-                resource.setPixel(x, y, resourcePixel(x, y));
-        QDir().mkpath(home.file(QStringLiteral("skin")));
-        main.save(home.file(QStringLiteral("skin/main.png")));
-        resource.save(home.file(QStringLiteral("skin/res.png")));
+        saveTestPictures(home.file(QStringLiteral("skin")));
     }
 
     QString write(const QString &name, const QString &records) const
@@ -109,15 +98,6 @@ struct Rig
         return window.painted;
     }
 };
-
-std::string describe(const QRegion &region)
-{
-    std::string s;
-    for (const QRect &r : region)
-        s += " (" + std::to_string(r.x()) + "," + std::to_string(r.y()) + " " +
-             std::to_string(r.width()) + "x" + std::to_string(r.height()) + ")";
-    return s.empty() ? " nothing" : s;
-}
 
 QList<QWidget *> elements(QWidget &window)
 {
