@@ -212,9 +212,8 @@ void PlaybackEngine::openCurrent()
     // Asked for now, so sound starts the moment the file is open; the rest
     // of the start waits for the device in deviceOpened().
     device.play();
-    // Tracker modules once needed a wait for an outside player and a key
-    // press; they play here like any file, so nothing waits: the tick starts
-    // when the device reports the file open.
+    // Tracker modules play through the same device as any file, so nothing
+    // waits here: the tick starts when the device reports the file open.
 }
 
 void PlaybackEngine::deviceOpened(int index)
