@@ -12,6 +12,8 @@
 
 #include <csignal>
 
+#include <gtest/gtest.h>
+
 VeltoProcess::VeltoProcess()
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -30,6 +32,8 @@ VeltoProcess::~VeltoProcess()
     if (m_process.state() != QProcess::NotRunning) {
         m_process.kill();
         m_process.waitForFinished(3000);
+    } else if (m_process.exitStatus() == QProcess::CrashExit) {
+        ADD_FAILURE() << "velto crashed: " << m_process.readAllStandardError().toStdString();
     }
 }
 
@@ -56,6 +60,13 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
     qWarning() << "velto shows no window; state" << m_process.state() << "exit code"
                << m_process.exitCode() << m_process.readAllStandardError();
     return {};
+}
+
+void VeltoProcess::signal(int signo)
+{
+    const qint64 pid = m_process.processId();
+    if (pid > 0 && m_process.state() == QProcess::Running)
+        ::kill(pid_t(pid), signo);
 }
 
 bool VeltoProcess::waitForExit(int timeoutMs)
@@ -99,14 +110,14 @@ QGuiApplication &guiApp()
 class Backdrop::Window : public QRasterWindow
 {
 public:
-    explicit Window(QColor colour) : m_colour(colour)
-    {
-        setFlags(Qt::FramelessWindowHint);
-    }
+    explicit Window(QColor colour) : m_colour(colour) { setFlags(Qt::FramelessWindowHint); }
     int clicks = 0;
 
 protected:
-    void paintEvent(QPaintEvent *) override { QPainter(this).fillRect(QRect(QPoint(), size()), m_colour); }
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
+    }
     void mousePressEvent(QMouseEvent *) override { ++clicks; }
 
 private:

@@ -19,6 +19,9 @@ public:
     // margins are wide: a sanitizer build on a busy machine starts slowly.
     QString waitForWindow(int timeoutMs = 20000);
     bool waitForExit(int timeoutMs = 20000);
+    // Sends the signal while velto runs. Never kill() the pid blindly: once the
+    // process has gone its pid reads 0, and kill(0, ...) hits our whole group.
+    void signal(int signo);
     qint64 pid() const { return m_process.processId(); }
     QString home(const QString &relative) const { return m_home.path() + '/' + relative; }
     QByteArray output() { return m_process.readAllStandardOutput(); }

@@ -11,14 +11,15 @@ namespace {
 
 // Every option the program writes when it ends normally.
 const char *const kWrittenAtExit[] = {
-    "MCIDevice", "ContPB", "Skin", "SkinPath", "SkinImport", "WinOnTop", "WinSnap",
-    "WinSavePos", "Auto", "Snooze", "SnoozeMode", "SnoozeTime", "SnoozeHide", "ExitMode",
-    "StartMd", "StartMin", "StartMute", "StartFile", "TimeFmt", "VisPLPath", "ClearPlFirst",
-    "AutoPlay", "ValidExt", "PBOverlap", "ScrollName", "UseTagCover", "FriendlyNames",
-    "UseSkinBrowser", "NoRMB", "AutoCloseQF", "AutoCover", "UseCDP", "UseCDDB", "CDDBcmd",
-    "EmailID", "StartPMd", "LastPMd", "ExEnable", "ExDev", "ExPort", "ExParm", "CvtFile",
-    "Freq", "FMVolume", "FMEnable", "CardType", "CardPort", "FMTuneMd", "StartPreset",
-    "StartFreq", "LastTrack", "LastCover"};
+    "MCIDevice",   "ContPB",      "Skin",          "SkinPath",       "SkinImport", "WinOnTop",
+    "WinSnap",     "WinSavePos",  "Auto",          "Snooze",         "SnoozeMode", "SnoozeTime",
+    "SnoozeHide",  "ExitMode",    "StartMd",       "StartMin",       "StartMute",  "StartFile",
+    "TimeFmt",     "VisPLPath",   "ClearPlFirst",  "AutoPlay",       "ValidExt",   "PBOverlap",
+    "ScrollName",  "UseTagCover", "FriendlyNames", "UseSkinBrowser", "NoRMB",      "AutoCloseQF",
+    "AutoCover",   "UseCDP",      "UseCDDB",       "CDDBcmd",        "EmailID",    "StartPMd",
+    "LastPMd",     "ExEnable",    "ExDev",         "ExPort",         "ExParm",     "CvtFile",
+    "Freq",        "FMVolume",    "FMEnable",      "CardType",       "CardPort",   "FMTuneMd",
+    "StartPreset", "StartFreq",   "LastTrack",     "LastCover"};
 
 void expectEverythingSaved(const VeltoProcess &velto)
 {
@@ -66,7 +67,7 @@ TEST_F(Lifecycle, TerminationSignalsRunTheSameShutDown)
         VeltoProcess velto;
         ASSERT_TRUE(velto.start());
         ASSERT_FALSE(velto.waitForWindow().isEmpty());
-        ::kill(pid_t(velto.pid()), signo);
+        velto.signal(signo);
         ASSERT_TRUE(velto.waitForExit()) << "signal " << signo;
         expectEverythingSaved(velto);
     }
@@ -78,6 +79,6 @@ TEST_F(Lifecycle, UnknownFileOnTheCommandLineStillStarts)
     ASSERT_TRUE(velto.start({QStringLiteral("/no/such/file.mp3")}));
     // The message box is the first window; the program keeps running behind it.
     ASSERT_FALSE(velto.waitForWindow().isEmpty());
-    ::kill(pid_t(velto.pid()), SIGTERM);
+    velto.signal(SIGTERM);
     EXPECT_TRUE(velto.waitForExit());
 }

@@ -26,14 +26,16 @@ ShippedPlayer shippedPlayer()
     if (!file.open(QIODevice::ReadOnly))
         return p;
     const QString text = QString::fromUtf8(file.readAll());
-    const auto main = QRegularExpression(QStringLiteral("\"Main\"\\s*,\\s*\"([^\"]+)\"")).match(text);
-    const auto colour = QRegularExpression(QStringLiteral("(?m)^O\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
-                            .match(text);
+    const auto main =
+        QRegularExpression(QStringLiteral("\"Main\"\\s*,\\s*\"([^\"]+)\"")).match(text);
+    const auto colour =
+        QRegularExpression(QStringLiteral("(?m)^O\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
+            .match(text);
     if (!main.hasMatch() || !colour.hasMatch())
         return p;
     p.main = QImage(folder + main.captured(1)).convertToFormat(QImage::Format_RGB32);
-    p.transparent = qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(),
-                         colour.captured(3).toInt());
+    p.transparent =
+        qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(), colour.captured(3).toInt());
     // A pixel whose whole 3x3 neighbourhood is of one kind, so a one-pixel
     // difference in placement cannot blur the check.
     auto uniform = [&](int x, int y, bool cut) {
@@ -90,7 +92,7 @@ TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
     processEvents(300);
     EXPECT_EQ(backdrop.clicks(), before + 1) << "a click on the skin stays with Velto";
 
-    ::kill(pid_t(velto.pid()), SIGTERM);
+    velto.signal(SIGTERM);
     EXPECT_TRUE(velto.waitForExit());
 }
 
@@ -101,8 +103,10 @@ TEST(ShapedWindow, ClickingTheSkinsCloseButtonEndsVelto)
     QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/default.skin"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     // B1,x,y,w,h,...: the button bound to command 1.
-    const auto close = QRegularExpression(QStringLiteral("(?m)^B1\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
-                           .match(QString::fromUtf8(file.readAll()));
+    const auto close =
+        QRegularExpression(
+            QStringLiteral("(?m)^B1\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
+            .match(QString::fromUtf8(file.readAll()));
     ASSERT_TRUE(close.hasMatch()) << "the player skin has no close button";
     const QRect button(close.captured(1).toInt(), close.captured(2).toInt(),
                        close.captured(3).toInt(), close.captured(4).toInt());
@@ -199,7 +203,7 @@ TEST(ShapedWindow, DraggingTheSkinMovesTheWindowAndSnapsItToEdges)
     // 10 pixels from the left edge is inside the snapping distance.
     EXPECT_EQ(drag(window, grip, {-440, 0}), QPoint(0, 300));
 
-    ::kill(pid_t(velto.pid()), SIGTERM);
+    velto.signal(SIGTERM);
     EXPECT_TRUE(velto.waitForExit());
 }
 
