@@ -39,6 +39,7 @@ VeltoProcess::~VeltoProcess()
 
 bool VeltoProcess::start(const QStringList &args)
 {
+    m_args = args;
     m_process.start(QStringLiteral(VELTO_BINARY), args);
     return m_process.waitForStarted(5000);
 }
@@ -47,7 +48,18 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
 {
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < timeoutMs && m_process.state() == QProcess::Running) {
+    int retries = 3;
+    while (clock.elapsed() < timeoutMs) {
+        if (m_process.state() != QProcess::Running) {
+            // Xvfb resets when its last client leaves and refuses clients
+            // meanwhile: a start in that instant is the server's fault, not velto's.
+            const QByteArray error = m_process.readAllStandardError();
+            if (retries-- > 0 && error.contains("could not connect to display") && start(m_args))
+                continue;
+            qWarning() << "velto ended without a window; exit code" << m_process.exitCode()
+                       << error;
+            return {};
+        }
         const QString ids = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
                                      QStringLiteral("--pid"), QString::number(pid())},
                                     5000);
@@ -56,9 +68,7 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
         // Also notices an early exit, which a plain sleep would hide.
         m_process.waitForFinished(50);
     }
-    // Say why: an early exit is otherwise silent.
-    qWarning() << "velto shows no window; state" << m_process.state() << "exit code"
-               << m_process.exitCode() << m_process.readAllStandardError();
+    qWarning() << "velto shows no window" << m_process.readAllStandardError();
     return {};
 }
 

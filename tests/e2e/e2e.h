@@ -29,6 +29,7 @@ public:
 private:
     QTemporaryDir m_home;
     QProcess m_process;
+    QStringList m_args;
 };
 
 // A plain window of one colour covering the screen, beneath everything started
