@@ -2,7 +2,7 @@
 // player it is compared with: how soon a PlayIt is heard, what a tick costs,
 // the silence between two items, and CPU time and memory of the real program
 // playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
-#include "platform/dialogs.h"
+#include "bench/benchsupport.h"
 #include "platform/mediadevice.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/random.h"
@@ -25,16 +25,6 @@
 #include <unistd.h>
 
 namespace {
-
-class SilentDialogs : public Dialogs
-{
-public:
-    void message(const QString &) override {}
-    bool askYesNo(const QString &) override { return true; }
-    QStringList openFiles(const QString &, const QString &, const QString &) override { return {}; }
-    QString saveFile(const QString &, const QString &, const QString &) override { return {}; }
-    QString selectFolder(const QString &, const QString &) override { return {}; }
-};
 
 // Sine tones made by ffmpeg, once per run.
 struct Media
@@ -74,7 +64,7 @@ struct Rig
 {
     PlaylistState playlist;
     PlayerFlags flags;
-    SilentDialogs dialogs;
+    QuietDialogs dialogs;
     SystemRandom random;
     PlaybackEngine engine{playlist, flags, dialogs, random, [] { return factory().create(); }};
     qint64 shown = 0;
@@ -371,15 +361,8 @@ BENCHMARK(BM_PlayingMp3CpuAgainstMpv)
 
 int main(int argc, char **argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     // Silent but timed, as the reference player is run.
     if (!qEnvironmentVariableIsSet("VELTO_AUDIO"))
         qputenv("VELTO_AUDIO", "null");
-    QApplication app(argc, argv);
-    setlocale(LC_NUMERIC, "C");
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runWithWidgets(argc, argv);
 }

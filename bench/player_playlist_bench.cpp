@@ -1,10 +1,21 @@
+// Reading, writing, scanning and showing playlists. Aims: a full list read
+// and shown in under 150 ms; 20,000 files in 2,000 folders scanned in under
+// 1 s with the window free at least every 100 ms.
+#include "bench/benchsupport.h"
 #include "player/folderscan.h"
 #include "player/playlist.h"
+#include "player/playlistcontrol.h"
+#include "tests/support/recordingplayer.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QListWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <benchmark/benchmark.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -37,6 +48,25 @@ ListFixture &listFixture()
     return fixture;
 }
 
+// 2000 folders, ten files each, three levels deep.
+const QTemporaryDir &twentyThousandFiles()
+{
+    static const QTemporaryDir dir;
+    static const bool made = [] {
+        for (int a = 0; a < 20; ++a)
+            for (int b = 0; b < 100; ++b) {
+                const QString folder = QStringLiteral("%1/%2/%3").arg(dir.path()).arg(a).arg(b);
+                QDir().mkpath(folder);
+                for (int i = 0; i < 10; ++i)
+                    QFile(QStringLiteral("%1/%2.mp3").arg(folder).arg(i))
+                        .open(QIODevice::WriteOnly);
+            }
+        return true;
+    }();
+    Q_UNUSED(made);
+    return dir;
+}
+
 void ReadFullM3u(benchmark::State &state)
 {
     ListFixture &f = listFixture();
@@ -61,15 +91,7 @@ BENCHMARK(WriteFullM3u)->Unit(benchmark::kMillisecond);
 
 void ScanTwentyThousandFiles(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    // 2000 folders, ten files each, three levels deep.
-    for (int a = 0; a < 20; ++a)
-        for (int b = 0; b < 100; ++b) {
-            const QString folder = QStringLiteral("%1/%2/%3").arg(dir.path()).arg(a).arg(b);
-            QDir().mkpath(folder);
-            for (int i = 0; i < 10; ++i)
-                QFile(QStringLiteral("%1/%2.mp3").arg(folder).arg(i)).open(QIODevice::WriteOnly);
-        }
+    const QTemporaryDir &dir = twentyThousandFiles();
     for (auto _ : state) {
         PlaylistState list;
         FolderScan::scanAll(list, dir.path(), QStringLiteral("mp3"));
@@ -78,6 +100,68 @@ void ScanTwentyThousandFiles(benchmark::State &state)
 }
 BENCHMARK(ScanTwentyThousandFiles)->Unit(benchmark::kMillisecond);
 
+// A playlist part with its list on screen, as in the window.
+struct Window
+{
+    PlaylistState state;
+    QString path;
+    qint16 clearFirst = 1, autoPlay = 0, friendly = 1;
+    QString validExt = QStringLiteral("mp3");
+    QuietDialogs dialogs;
+    RecordingPlayer player{state};
+    PlaylistControl control{
+        state, {path, clearFirst, autoPlay, friendly, validExt}, dialogs, player};
+    QListWidget list;
+
+    Window()
+    {
+        list.setUniformItemSizes(true);
+        list.resize(300, 400);
+        list.show();
+        control.setList(&list);
+    }
+};
+
+void LoadAndShowFullList(benchmark::State &state)
+{
+    Window window;
+    window.dialogs.answer = listFixture().list;
+    for (auto _ : state) {
+        window.control.PlLoad();           // clears first, then reads and fills the list
+        QCoreApplication::processEvents(); // lays out and paints the list
+        benchmark::DoNotOptimize(window.list.count());
+    }
+}
+BENCHMARK(LoadAndShowFullList)->Unit(benchmark::kMillisecond);
+
+void ScanTwentyThousandFilesOnTheEventLoop(benchmark::State &state)
+{
+    const QTemporaryDir &dir = twentyThousandFiles();
+    qint64 longestGap = 0;
+    for (auto _ : state) {
+        Window window;
+        // A timer that fires whenever the event loop is free stands for a repaint.
+        QElapsedTimer sinceTick;
+        QTimer tick;
+        tick.setInterval(5);
+        QObject::connect(&tick, &QTimer::timeout,
+                         [&] { longestGap = std::max(longestGap, sinceTick.restart()); });
+        sinceTick.start();
+        tick.start();
+        window.control.addPaths({dir.path()});
+        while (window.control.isScanning())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        benchmark::DoNotOptimize(window.list.count());
+        if (window.state.PlPath.size() != 20000)
+            state.SkipWithError("the scan missed files");
+    }
+    state.counters["longest_gap_ms"] = double(longestGap);
+}
+BENCHMARK(ScanTwentyThousandFilesOnTheEventLoop)->Unit(benchmark::kMillisecond);
+
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    return runWithWidgets(argc, argv);
+}

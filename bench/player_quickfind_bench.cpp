@@ -48,18 +48,23 @@ void KeystrokeStartsWith(benchmark::State &state)
 BENCHMARK(KeystrokeStartsWith)->Unit(benchmark::kMicrosecond);
 
 // The anywhere mode fills the match list: the search, the names and the model.
+void showMatches(const QuickFind &find, QStringListModel &model, const QString &typed)
+{
+    const QList<int> rows = find.FindAny(typed);
+    QStringList names;
+    names.reserve(rows.size());
+    for (const int row : rows)
+        names << find.names()[row];
+    model.setStringList(names);
+}
+
 void KeystrokeAnywhere(benchmark::State &state)
 {
     const QuickFind find(fullPlaylist());
     QStringListModel model;
     qsizetype i = 0;
     for (auto _ : state) {
-        const QList<int> rows = find.FindAny(kTyped[i++ % kTyped.size()]);
-        QStringList names;
-        names.reserve(rows.size());
-        for (const int row : rows)
-            names << find.names()[row];
-        model.setStringList(names);
+        showMatches(find, model, kTyped[i++ % kTyped.size()]);
         benchmark::DoNotOptimize(model.rowCount());
     }
 }
@@ -71,12 +76,7 @@ void KeystrokeAnywhereEmpty(benchmark::State &state)
     const QuickFind find(fullPlaylist());
     QStringListModel model;
     for (auto _ : state) {
-        const QList<int> rows = find.FindAny(QString());
-        QStringList names;
-        names.reserve(rows.size());
-        for (const int row : rows)
-            names << find.names()[row];
-        model.setStringList(names);
+        showMatches(find, model, QString());
         benchmark::DoNotOptimize(model.rowCount());
     }
 }

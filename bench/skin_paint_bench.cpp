@@ -1,6 +1,6 @@
 #include "skin/skinloader.h"
 
-#include "platform/dialogs.h"
+#include "bench/benchsupport.h"
 
 #include <QApplication>
 #include <QDir>
@@ -15,22 +15,12 @@
 
 namespace {
 
-class NoDialogs : public Dialogs
-{
-public:
-    void message(const QString &) override {}
-    bool askYesNo(const QString &) override { return true; }
-    QStringList openFiles(const QString &, const QString &, const QString &) override { return {}; }
-    QString saveFile(const QString &, const QString &, const QString &) override { return {}; }
-    QString selectFolder(const QString &, const QString &) override { return {}; }
-};
-
 // A large skin with a digit group, a few buttons and labels, as a big window
 // would be drawn: the picture changes everywhere so no fill can stand in for it.
 struct LargeSkin
 {
     QTemporaryDir dir;
-    NoDialogs dialogs;
+    QuietDialogs dialogs;
     QWidget window;
     std::unique_ptr<SkinLoader> loader;
 
@@ -109,11 +99,5 @@ BENCHMARK(BM_LoadSkin)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runWithWidgets(argc, argv);
 }
