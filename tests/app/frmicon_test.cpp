@@ -35,21 +35,11 @@ TEST(TrayIcon, StartsWithTheVeltoMarkTipAndThePopupMenu)
 
 TEST(TrayIcon, ToolTipKeepsAtMost64Characters)
 {
-    const QString long70 = QStringLiteral("Velto - [Artist] - ") + QString(51, QChar('t'));
-    const struct
-    {
-        QString text, shown;
-    } cases[] = {
-        {QStringLiteral("Velto - a.mp3"), QStringLiteral("Velto - a.mp3")},
-        {long70.left(64), long70.left(64)},
-        {long70.left(65), long70.left(64)},
-        {long70, long70.left(64)},
-        {QString(), QString()},
-    };
     Tray tray;
-    for (const auto &c : cases) {
-        tray.icon.setToolTip(c.text);
-        EXPECT_EQ(tray.icon.toolTip(), c.shown);
+    const QString long65 = QStringLiteral("Velto - [Artist] - ") + QString(46, QChar('t'));
+    for (const QString &text : {QStringLiteral("Velto - a.mp3"), long65.left(64), long65}) {
+        tray.icon.setToolTip(text);
+        EXPECT_EQ(tray.icon.toolTip(), text.left(64));
     }
 }
 
@@ -60,9 +50,9 @@ TEST(TrayIcon, ClickingBringsBackAMinimisedOrHiddenWindow)
         QSystemTrayIcon::ActivationReason reason;
         bool restores;
     } cases[] = {
-        {QSystemTrayIcon::DoubleClick, true}, {QSystemTrayIcon::Trigger, true},
-        {QSystemTrayIcon::Context, false},    {QSystemTrayIcon::MiddleClick, false},
-        {QSystemTrayIcon::Unknown, false},
+        {QSystemTrayIcon::DoubleClick, true},
+        {QSystemTrayIcon::Trigger, true},
+        {QSystemTrayIcon::Context, false},
     };
     for (const auto &c : cases) {
         Tray tray;
@@ -88,8 +78,10 @@ TEST(TrayIcon, ClosingHidesOnlyWithExitModeOneAndAnIconToComeBackBy)
         qint16 ExitMode;
         bool iconShown, hides;
     } cases[] = {
-        {0, true, false}, {1, true, true},   {1, false, false},
-        {2, true, false}, {-1, true, false}, {0, false, false},
+        {1, true, true},
+        {1, false, false},
+        {0, true, false},
+        {2, true, false},
     };
     for (const auto &c : cases)
         EXPECT_EQ(closeHidesToTray(c.ExitMode, c.iconShown), c.hides)

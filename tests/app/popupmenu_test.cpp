@@ -90,40 +90,14 @@ TEST(PopupMenu, AlwaysOnTopIsCheckedOnlyWhileWinOnTopIsOneWhenTheMenuOpens)
     ASSERT_NE(onTop, nullptr);
     EXPECT_TRUE(onTop->isCheckable());
     // The same menu opened again and again: the value may change in between.
-    const struct
-    {
-        qint16 WinOnTop;
-        bool checked;
-    } cases[] = {{1, true}, {0, false}, {-1, false}, {2, false}, {1, true}, {-32768, false}};
-    for (const auto &c : cases) {
-        calls.WinOnTop = c.WinOnTop;
+    for (const qint16 WinOnTop : {1, 2, 1, -1, 0}) {
+        calls.WinOnTop = WinOnTop;
         popup.popup(QPoint(20, 20));
         EXPECT_TRUE(popup.menu()->isVisible());
-        EXPECT_EQ(onTop->isChecked(), c.checked) << "WinOnTop " << c.WinOnTop;
+        EXPECT_EQ(onTop->isChecked(), WinOnTop == 1) << "WinOnTop " << WinOnTop;
         popup.menu()->hide();
     }
     EXPECT_EQ(calls.seen, QStringList());
-}
-
-TEST(PopupMenu, AlwaysOnTopWritesOneMinusTheValueThenAsksForSetOnTop)
-{
-    const struct
-    {
-        qint16 before, after;
-    } cases[] = {{0, 1}, {1, 0}, {-1, 2}, {-32768, -32768}};
-    for (const auto &c : cases) {
-        Calls calls;
-        calls.WinOnTop = c.before;
-        PopupMenu popup(calls.handlers(), calls.WinOnTop);
-        QAction *onTop = findEntry(*popup.menu(), QStringLiteral("&Always On Top"));
-        ASSERT_NE(onTop, nullptr);
-        popup.popup(QPoint(20, 20));
-        onTop->trigger();
-        popup.menu()->hide();
-        EXPECT_EQ(calls.WinOnTop, c.after) << "from " << c.before;
-        EXPECT_EQ(calls.seen, QStringList{QStringLiteral("SetOnTop at %1").arg(c.after)});
-        EXPECT_EQ(onTop->isChecked(), c.after == 1) << "from " << c.before;
-    }
 }
 
 TEST(PopupMenu, EntriesWithoutHandlersDoNothing)

@@ -43,15 +43,13 @@ protected:
 
     void setNow(const QDate &d, const QTime &t) { clock.time = QDateTime(d, t); }
 
-    // Ticks every 250 ms from the clock's time up to and including last.
-    void runUntil(const QDateTime &last)
+    // Ticks every 250 ms for `seconds` seconds, both ends included.
+    void runSeconds(int seconds)
     {
-        while (clock.time <= last) {
+        for (const QDateTime last = clock.time.addSecs(seconds); clock.time <= last;
+             clock.time = clock.time.addMSecs(250))
             tick.Timer2_Timer();
-            clock.time = clock.time.addMSecs(250);
-        }
     }
-    void runSeconds(int seconds) { runUntil(clock.time.addSecs(seconds)); }
 
     QStringList only(const QString &prefix) const
     {
@@ -61,73 +59,35 @@ protected:
                 r << e;
         return r;
     }
-    QStringList switching() const { return only(QStringLiteral("o")) + only(QStringLiteral("s")); }
+    QStringList switching() const { return only("o") + only("s"); }
 };
 
 const QDate Monday(2026, 11, 23);
 
-TEST_F(ClockTickTest, WeekOfScheduleFiresEachDayCodeOnItsDays)
+// Which codes match which weekday is schedule_test's; here the tick must use
+// the day its midnight tick begins, for that minute's entries too.
+TEST_F(ClockTickTest, ScheduleFollowsTheDayBegunAtMidnight)
 {
-    ASSERT_EQ(Monday.dayOfWeek(), 1);
     settings.Auto = 1;
+    autoList << "M 07:30 21:15 01"
+             << "D 07:30 21:15 02"
+             << "N 07:30 21:15 03"
+             << "D 06:00 00:00 04";
     const struct
     {
-        char code;
-        int preset;
-    } entries[] = {{'M', 1}, {'T', 2}, {'W', 3}, {'R', 4},  {'F', 5},  {'S', 6},
-                   {'U', 7}, {'D', 8}, {'N', 9}, {'E', 10}, {'m', 11}, {'X', 12}};
-    for (const auto &e : entries)
-        autoList << *makeEntry(QChar::fromLatin1(e.code), QStringLiteral("07:30"),
-                               QStringLiteral("21:15"), e.preset);
-    // Off at midnight belongs to the day that begins then.
-    autoList << *makeEntry(QChar('D'), QStringLiteral("06:00"), QStringLiteral("00:00"), 13);
-
-    const struct
-    {
-        const char *morning; // presets switched on at 07:30, in list order
-        int offsAt2115;
-        bool weekday;
-    } week[] = {
-        {"on 1,on 8,on 10", 3, true},  // Monday
-        {"on 2,on 8,on 10", 3, true},  // Tuesday
-        {"on 3,on 8,on 10", 3, true},  // Wednesday
-        {"on 4,on 8,on 10", 3, true},  // Thursday
-        {"on 5,on 8,on 10", 3, true},  // Friday
-        {"on 6,on 9,on 10", 3, false}, // Saturday
-        {"on 7,on 9,on 10", 3, false}, // Sunday
-    };
-
-    // Enter the week through midnight, so the day letter comes from the tick.
-    setNow(Monday.addDays(-1), QTime(23, 59, 58));
-    runSeconds(3);
-    ASSERT_EQ(tick.todayLetter(), QChar('M'));
-    for (int d = 0; d < 7; ++d) {
-        const QDate day = Monday.addDays(d);
+        QDate day;
+        const char *letter, *atMidnight, *at0730;
+    } cases[] = {{Monday, "M", "off", "on 1,on 2"}, {Monday.addDays(5), "S", "", "on 3"}};
+    for (const auto &c : cases) {
         events.clear();
-        setNow(day, QTime(5, 59, 59));
+        setNow(c.day.addDays(-1), QTime(23, 59, 59));
         runSeconds(2);
-        EXPECT_EQ(switching(), week[d].weekday ? QStringList{"on 13"} : QStringList{})
-            << "day " << d;
-
+        EXPECT_EQ(only("day"), QStringList{QStringLiteral("day ") + c.letter});
+        EXPECT_EQ(switching().join(','), c.atMidnight) << c.letter;
         events.clear();
-        setNow(day, QTime(7, 29, 58));
-        runSeconds(4);
-        EXPECT_EQ(switching().join(','), QString::fromLatin1(week[d].morning)) << "day " << d;
-
-        events.clear();
-        setNow(day, QTime(21, 14, 59));
+        setNow(c.day, QTime(7, 29, 59));
         runSeconds(2);
-        EXPECT_EQ(only(QStringLiteral("off")).size(), week[d].offsAt2115) << "day " << d;
-
-        events.clear();
-        setNow(day, QTime(23, 59, 58));
-        runSeconds(3);
-        const bool nextIsWeekday = d + 1 < 5 || d + 1 == 7;
-        EXPECT_EQ(only(QStringLiteral("off")).size(), nextIsWeekday ? 1 : 0)
-            << "midnight after " << d;
-        EXPECT_EQ(only(QStringLiteral("day")),
-                  QStringList{QStringLiteral("day %1").arg(QStringLiteral("TWRFSUM")[d])})
-            << "midnight after " << d;
+        EXPECT_EQ(switching().join(','), c.at0730) << c.letter;
     }
 }
 
@@ -135,8 +95,9 @@ TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinute)
 {
     settings.Auto = 1;
     tick.MakeDayStr();
-    autoList << QStringLiteral("E 12:00 12:00 05") << QStringLiteral("E 11:59 12:00 02")
-             << QStringLiteral("E 12:00 13:00 07");
+    autoList << "E 12:00 12:00 05"
+             << "E 11:59 12:00 02"
+             << "E 12:00 13:00 07";
     setNow(Monday, QTime(11, 59, 59));
     runSeconds(2);
     EXPECT_EQ(switching(), (QStringList{"on 5", "off", "off", "on 7"}));
@@ -144,26 +105,21 @@ TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinute)
 
 TEST_F(ClockTickTest, ScheduleRunsOnlyWhileAutoIsOn)
 {
-    const struct
-    {
-        qint16 autoFlag;
-        int switches;
-    } cases[] = {{0, 0}, {1, 2}, {-1, 2}};
-    autoList << QStringLiteral("E 08:00 08:01 03") << QStringLiteral("D 08:00 08:01 03");
-    for (const auto &c : cases) {
-        settings.Auto = c.autoFlag;
+    autoList << "E 08:00 08:01 03";
+    tick.MakeDayStr();
+    for (qint16 autoFlag : {0, 1, -1}) {
+        settings.Auto = autoFlag;
         events.clear();
         setNow(Monday, QTime(7, 59, 58));
-        tick.MakeDayStr();
         runSeconds(3);
-        EXPECT_EQ(only(QStringLiteral("on 3")).size(), c.switches) << "Auto " << c.autoFlag;
+        EXPECT_EQ(only("on 3").size(), autoFlag ? 1 : 0) << "Auto " << autoFlag;
     }
 }
 
 TEST_F(ClockTickTest, MinuteWorkRunsOnlyInTheTickThatSeesSecondZero)
 {
     settings.Auto = 1;
-    autoList << QStringLiteral("E 07:30 07:31 01");
+    autoList << "E 07:30 07:31 01";
     tick.MakeDayStr();
 
     // The timer stalls across 07:30:00: that minute does nothing.
@@ -172,15 +128,15 @@ TEST_F(ClockTickTest, MinuteWorkRunsOnlyInTheTickThatSeesSecondZero)
     setNow(Monday, QTime(7, 30, 1));
     tick.Timer2_Timer();
     EXPECT_TRUE(switching().isEmpty());
-    EXPECT_TRUE(only(QStringLiteral("label 3")).isEmpty());
-    EXPECT_TRUE(only(QStringLiteral("dd")).isEmpty());
+    EXPECT_TRUE(only("label 3").isEmpty());
+    EXPECT_TRUE(only("dd").isEmpty());
 
     // Four ticks inside 07:31:00 act once.
     events.clear();
     setNow(Monday, QTime(7, 30, 59));
     runSeconds(2);
     EXPECT_EQ(switching(), QStringList{"off"});
-    EXPECT_EQ(only(QStringLiteral("dd")), QStringList{"dd 3 0"});
+    EXPECT_EQ(only("dd"), QStringList{"dd 3 0"});
     EXPECT_EQ(ticks, 2 + 9);
 }
 
@@ -192,19 +148,16 @@ TEST_F(ClockTickTest, ClockLabelFollowsTheTimeFormat)
         qint16 timeFmt;
         const char *label;
     } cases[] = {
-        {QTime(0, 0), 0, "12:00 AM"},    {QTime(0, 5), 0, "12:05 AM"},
-        {QTime(7, 30), 0, "07:30 AM"},   {QTime(11, 59), 0, "11:59 AM"},
-        {QTime(12, 0), 0, "12:00 PM"},   {QTime(19, 30), 0, "07:30 PM"},
-        {QTime(23, 59), 0, "11:59 PM"},  {QTime(0, 0), 1, "00:00   "},
-        {QTime(7, 30), 1, "07:30   "},   {QTime(19, 30), 1, "19:30   "},
-        {QTime(23, 59), -1, "23:59   "},
+        {QTime(0, 5), 0, "12:05 AM"},  {QTime(11, 59), 0, "11:59 AM"},
+        {QTime(12, 0), 0, "12:00 PM"}, {QTime(19, 30), 0, "07:30 PM"},
+        {QTime(0, 0), 1, "00:00   "},  {QTime(19, 30), -1, "19:30   "},
     };
     for (const auto &c : cases) {
         settings.TimeFmt = c.timeFmt;
         events.clear();
         setNow(Monday, c.time.addSecs(-1));
         runSeconds(2);
-        EXPECT_EQ(only(QStringLiteral("label 3")),
+        EXPECT_EQ(only("label 3"),
                   QStringList{QStringLiteral("label 3 [%1]").arg(QLatin1String(c.label))})
             << c.time.toString().toStdString() << " TimeFmt " << c.timeFmt;
     }
@@ -216,17 +169,17 @@ TEST_F(ClockTickTest, MinuteSnoozeCountsDownAndActsOnce)
     tick.setSnoozeMinutes(2);
     setNow(Monday, QTime(22, 0, 58));
     runSeconds(1);
-    EXPECT_EQ(only(QStringLiteral("label 5")), (QStringList{"label 5 [02]", "label 5 [02]"}));
+    EXPECT_EQ(only("label 5"), (QStringList{"label 5 [02]", "label 5 [02]"}));
 
     events.clear();
     runSeconds(60); // 22:01:00 .. 22:01:59
-    EXPECT_EQ(only(QStringLiteral("label 5")).first(), "label 5 [01]");
-    EXPECT_TRUE(only(QStringLiteral("snooze")).isEmpty());
+    EXPECT_EQ(only("label 5").first(), "label 5 [01]");
+    EXPECT_TRUE(only("snooze").isEmpty());
 
     events.clear();
     runSeconds(180);
-    EXPECT_EQ(only(QStringLiteral("snooze")).size(), 1);
-    EXPECT_EQ(only(QStringLiteral("label 5")), (QStringList{"label 5 [00]", "label 5 []"}));
+    EXPECT_EQ(only("snooze").size(), 1);
+    EXPECT_EQ(only("label 5"), (QStringList{"label 5 [00]", "label 5 []"}));
     EXPECT_EQ(settings.Snooze, 0);
 
     // Switched on again, the count starts over.
@@ -234,7 +187,7 @@ TEST_F(ClockTickTest, MinuteSnoozeCountsDownAndActsOnce)
     events.clear();
     setNow(Monday, QTime(22, 10, 20));
     runSeconds(1);
-    EXPECT_EQ(only(QStringLiteral("label 5")).last(), "label 5 [02]");
+    EXPECT_EQ(only("label 5").last(), "label 5 [02]");
 }
 
 TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
@@ -246,8 +199,8 @@ TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
         events.clear();
         setNow(Monday.addDays(day), QTime(23, 28, 58));
         runSeconds(150);
-        EXPECT_EQ(only(QStringLiteral("snooze")).size(), 1) << "day " << day;
-        const QStringList labels = only(QStringLiteral("label 5"));
+        EXPECT_EQ(only("snooze").size(), 1) << "day " << day;
+        const QStringList labels = only("label 5");
         EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()), QSet<QString>{"label 5 [23:30]"});
         EXPECT_EQ(settings.Snooze, 1);
     }
@@ -256,7 +209,7 @@ TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
     events.clear();
     setNow(Monday, QTime(23, 29, 58));
     runSeconds(4);
-    EXPECT_TRUE(only(QStringLiteral("snooze")).isEmpty());
+    EXPECT_TRUE(only("snooze").isEmpty());
 }
 
 TEST_F(ClockTickTest, SnoozeSwitchedOffClearsItsLabelOnce)
@@ -267,15 +220,15 @@ TEST_F(ClockTickTest, SnoozeSwitchedOffClearsItsLabelOnce)
     settings.Snooze = 0;
     events.clear();
     runSeconds(120);
-    EXPECT_EQ(only(QStringLiteral("label 5")), QStringList{"label 5 []"});
-    EXPECT_TRUE(only(QStringLiteral("snooze")).isEmpty());
+    EXPECT_EQ(only("label 5"), QStringList{"label 5 []"});
+    EXPECT_TRUE(only("snooze").isEmpty());
 }
 
 TEST_F(ClockTickTest, InvalidClockReadingDoesNothing)
 {
     settings.Auto = 1;
     settings.Snooze = 1;
-    autoList << QStringLiteral("E 00:00 00:00 01");
+    autoList << "E 00:00 00:00 01";
     clock.time = QDateTime();
     tick.Timer2_Timer();
     tick.Timer2_Timer();

@@ -66,7 +66,6 @@ TEST(LoadLyrics, ReadsBothDialectsWithTheirColumnsAndUnits)
          {QStringLiteral("caf\u00e9 \u20ac")},
          {100},
          true},
-        {"empty", "", {}, {}, false},
         {"binary",
          QByteArray("VELTO LYRIC\n:\0\0\0\xff\xfe:\n\r\r\n", 23),
          {QString::fromLatin1(":\0\0\0", 4) + QStringLiteral("\u00ff\u00fe:"), "", ""},
@@ -174,15 +173,12 @@ TEST(PlayLyrics, FollowsThePositionAndSearchesAgainAfterASeek)
 TEST(PlayLyrics, DoubleClickPairsRowsWithTimesByPosition)
 {
     const LyricsData d = readLyr("VELTO LYRIC\n:000001000: one\nuntimed\n:000002000: two\n");
-    struct Case
-    {
-        int row;
-        qint64 seek;
-        int line;
-    } cases[] = {{0, 1000, 1}, {1, 2000, 2}, {2, -1, 3}, {-1, -1, 0}, {500, -1, -1}, {-2, -1, -1}};
-    for (const Case &c : cases) {
-        const LyricJump j = lyricsDoubleClick(d, c.row);
-        EXPECT_EQ(j.seekMs, c.seek) << c.row;
-        EXPECT_EQ(j.line, c.line) << c.row;
+    // Row, then the seek and the line it gives.
+    const std::tuple<int, qint64, int> cases[] = {{0, 1000, 1}, {1, 2000, 2},  {2, -1, 3},
+                                                  {-1, -1, 0},  {500, -1, -1}, {-2, -1, -1}};
+    for (const auto &[row, seek, line] : cases) {
+        const LyricJump j = lyricsDoubleClick(d, row);
+        EXPECT_EQ(j.seekMs, seek) << row;
+        EXPECT_EQ(j.line, line) << row;
     }
 }

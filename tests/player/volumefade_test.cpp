@@ -58,10 +58,8 @@ TEST_F(VolumeFadeTest, EndsAtTheTargetWhateverTheClockDoes)
         size_t calls; // setter calls in all
     } cases[] = {
         {"no fade time", 300, 0, [](FakeClock &) {}, 300, 1},
-        {"negative fade time", 300, -5, [](FakeClock &) {}, 300, 1},
         {"negative target", -40, 8000, [](FakeClock &c) { c.time = c.time.addSecs(9); }, 0, 1},
         {"clock set back", 300, 8000, [](FakeClock &c) { c.time = c.time.addSecs(-3600); }, 300, 2},
-        {"clock jumps ahead", 300, 8000, [](FakeClock &c) { c.time = c.time.addDays(1); }, 300, 2},
         {"clock fails", 300, 8000, [](FakeClock &c) { c.time = QDateTime(); }, 300, 2},
     };
     for (const auto &c : cases) {
@@ -78,7 +76,7 @@ TEST_F(VolumeFadeTest, EndsAtTheTargetWhateverTheClockDoes)
     }
 }
 
-TEST_F(VolumeFadeTest, FinishJumpsToTheTargetAndCancelLeavesTheLevel)
+TEST_F(VolumeFadeTest, FinishJumpsToTheTargetCancelLeavesTheLevelAndStartBeginsAgain)
 {
     fade.start(1000, 8000);
     runMs(1000);
@@ -96,15 +94,10 @@ TEST_F(VolumeFadeTest, FinishJumpsToTheTargetAndCancelLeavesTheLevel)
     runMs(8000);
     fade.finish();
     EXPECT_EQ(levels.back(), reached) << "the user's own volume stays";
-}
 
-TEST_F(VolumeFadeTest, ANewStartBeginsAgainFromSilence)
-{
-    fade.start(500, 4000);
-    runMs(4000);
     levels.clear();
-    fade.start(500, 4000);
-    EXPECT_EQ(levels, std::vector<int>{0});
+    fade.start(1000, 8000);
+    EXPECT_EQ(levels, std::vector<int>{0}) << "a new start begins again from silence";
     EXPECT_TRUE(fade.running());
 }
 
@@ -122,17 +115,6 @@ TEST_F(VolumeFadeTest, FadeInReachesTheLevelInUseEvenWhenSwitchedOnTwice)
     fade.fadeIn(8000);     // a second entry switches on in the same minute
     runMs(8000);
     EXPECT_EQ(levels.back(), 40000);
-}
-
-TEST_F(VolumeFadeTest, WorksWithoutASetter)
-{
-    VolumeFade bare(clock);
-    bare.start(100);
-    runMs(1000);
-    bare.tick();
-    bare.finish();
-    EXPECT_FALSE(bare.running());
-    EXPECT_EQ(bare.target(), 100);
 }
 
 } // namespace
