@@ -203,7 +203,11 @@ void frmNeOrb::wireVolume()
     };
     m_volume.showBalance = [this](const QString &caption) { m_skin.setLabel(25, caption); };
     m_volume.showVolume = [showKnob](float level) { showKnob(2, level); };
-    m_engine.deviceCreated = [this](MediaDevice &device) { m_waveVolume.addDevice(&device); };
+    m_engine.deviceCreated = [this](MediaDevice &device) {
+        m_waveVolume.addDevice(&device);
+        m_video.addDevice(device);
+    };
+    m_video.title = [this] { return windowTitle(); };
     m_engine.volumeStep = [this](int direction) {
         m_fade.cancel(); // the user took over
         m_volume.VolumeStep(direction);
@@ -370,6 +374,10 @@ void frmNeOrb::LoadSkin(const QString &file)
     m_settings.Skin = loaded.fileName();
     m_settings.SkinPath = loaded.absolutePath();
     m_linkList = m_skin.skin().keyTable;
+    const auto &areas = m_skin.skin().areas;
+    const bool videoBox = std::any_of(areas.begin(), areas.end(),
+                                      [](const SkinArea &area) { return area.number == 2; });
+    m_video.setVideoBox(videoBox ? m_skin.area(2) : nullptr);
     refreshLights();
     showPositionSlider(m_engine.state().playing);
     ShowPlaylist();

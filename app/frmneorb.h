@@ -3,6 +3,7 @@
 #include "app/frmicon.h"
 #include "app/popupmenu.h"
 #include "app/trackinfo.h"
+#include "app/videooutput.h"
 #include "app/windowflags.h"
 #include "core/clocktick.h"
 #include "core/commandtargets.h"
@@ -161,6 +162,7 @@ private:
     PlaybackEngine m_engine;
     // After the engine: it holds the engine's devices, so it must go first.
     WaveVolume m_waveVolume;
+    VideoOutput m_video{*this};
     VolumeControl m_volume{m_waveVolume};
     PlaylistControl m_playlistControl;
     Calculator m_calculator;

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 #include <utility>
+
+class QWidget;
 
 // What the playback engine needs of a media-control device: set the device
 // type and file name, open, play, stop, seek, and read length, position, mode
@@ -71,6 +74,24 @@ public:
 
     void setEvents(Events events) { m_events = std::move(events); }
 
+    // Pictures are drawn only into the view the device made last; without one
+    // they are dropped and the sound plays on. `started` comes once the open
+    // file shows pictures, `stopped` when its item ends or is closed.
+    struct VideoEvents
+    {
+        std::function<void(QSize size)> started;
+        std::function<void()> stopped;
+    };
+    void setVideoEvents(VideoEvents events) { m_videoEvents = std::move(events); }
+    // Replaces the device's earlier view, if any; null when it shows no pictures.
+    virtual QWidget *createVideoView(QWidget *parent)
+    {
+        (void)parent;
+        return nullptr;
+    }
+    // The pictures' display size; empty while the open file has none.
+    virtual QSize videoSize() const { return {}; }
+
     // An unknown type is accepted here and refused by open() with 263.
     void setDeviceType(const QString &type) { m_deviceType = type; }
     QString deviceType() const { return m_deviceType; }
@@ -112,6 +133,7 @@ public:
 
 protected:
     Events m_events;
+    VideoEvents m_videoEvents;
     QString m_deviceType;
     QString m_fileName;
     qint64 m_from = -1; // -1: play from where the device is

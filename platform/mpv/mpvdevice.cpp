@@ -1,6 +1,7 @@
 #include "mpvdevice.h"
 
 #include "midistream.h"
+#include "mpvvideoview.h"
 #include "platform/fliheader.h"
 
 #include <QFile>
@@ -17,7 +18,13 @@
 
 namespace {
 
-enum ReplyKind : uint64_t { LoadReply = 1, SeekReply = 2, OtherReply = 3, DurationReply = 4 };
+enum ReplyKind : uint64_t {
+    LoadReply = 1,
+    SeekReply = 2,
+    OtherReply = 3,
+    DurationReply = 4,
+    VideoReply = 5
+};
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
 {
@@ -44,15 +51,14 @@ int mciError(int mpvError)
     }
 }
 
-int64_t entryIdOf(const mpv_node &result)
+int64_t intIn(const mpv_node &map, const char *key)
 {
-    if (result.format != MPV_FORMAT_NODE_MAP || !result.u.list)
+    if (map.format != MPV_FORMAT_NODE_MAP || !map.u.list)
         return -1;
-    const mpv_node_list &map = *result.u.list;
-    for (int i = 0; i < map.num; ++i) {
-        if (std::strcmp(map.keys[i], "playlist_entry_id") == 0 &&
-            map.values[i].format == MPV_FORMAT_INT64)
-            return map.values[i].u.int64;
+    const mpv_node_list &list = *map.u.list;
+    for (int i = 0; i < list.num; ++i) {
+        if (std::strcmp(list.keys[i], key) == 0 && list.values[i].format == MPV_FORMAT_INT64)
+            return list.values[i].u.int64;
     }
     return -1;
 }
@@ -107,6 +113,7 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
         {"terminal", "no"},
         {"audio-display", "no"},
         {"hwdec", "no"},
+        {"gpu-hwdec-interop", "no"}, // no probing for GPU decoders we never use
     };
     for (const auto &option : fixed)
         mpv_set_option_string(m_mpv, option[0], option[1]);
@@ -149,6 +156,7 @@ MpvDevice::~MpvDevice()
 {
     if (!m_mpv)
         return;
+    delete m_view; // it draws with this player
     // After this returns no wakeup is running or will run; a drain already
     // queued dies with this QObject.
     mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
@@ -211,6 +219,8 @@ void MpvDevice::open()
     m_length = 0;
     m_position = 0;
     m_durationKnown = false;
+    m_videoSize = QSize();
+    m_pictures = Pictures::None;
     setPaused(true);
     const char *command[] = {"loadfile", path.constData(), "replace", nullptr};
     mpv_command_async(m_mpv, replyId(LoadReply, generation), command);
@@ -220,6 +230,7 @@ void MpvDevice::close()
 {
     if (m_state == State::Closed)
         return;
+    hideVideo();
     ++m_generation;
     m_state = State::Closed;
     m_mode = Mode::NotReady;
@@ -384,7 +395,8 @@ void MpvDevice::handleEvent(const mpv_event &event)
                 fail(CannotOpen, QString::fromUtf8(mpv_error_string(event.error)));
                 return;
             }
-            m_entry = entryIdOf(static_cast<mpv_event_command *>(event.data)->result);
+            m_entry =
+                intIn(static_cast<mpv_event_command *>(event.data)->result, "playlist_entry_id");
             // mpv may have given up on the file before this reply came.
             if (m_entry >= 0 && m_ended.entry == m_entry) {
                 endOfEntry();
@@ -395,7 +407,21 @@ void MpvDevice::handleEvent(const mpv_event &event)
         }
         return;
     case MPV_EVENT_GET_PROPERTY_REPLY: {
-        if (generation != m_generation || kind != DurationReply || m_state != State::Loading)
+        if (generation != m_generation)
+            return;
+        if (kind == VideoReply) {
+            const auto *property = static_cast<mpv_event_property *>(event.data);
+            const bool known = event.error >= 0 && property &&
+                               property->format == MPV_FORMAT_NODE && property->data;
+            m_videoSize = QSize();
+            if (known) {
+                const auto &params = *static_cast<mpv_node *>(property->data);
+                m_videoSize = QSize(int(intIn(params, "dw")), int(intIn(params, "dh")));
+            }
+            showVideo();
+            return;
+        }
+        if (kind != DurationReply || m_state != State::Loading)
             return;
         // A stream may never know its length; it opens with none.
         const auto *property = static_cast<mpv_event_property *>(event.data);
@@ -427,6 +453,9 @@ void MpvDevice::handleEvent(const mpv_event &event)
             endOfEntry();
         return;
     }
+    case MPV_EVENT_VIDEO_RECONFIG:
+        askVideoSize();
+        return;
     case MPV_EVENT_PROPERTY_CHANGE:
         propertyChanged(*static_cast<mpv_event_property *>(event.data));
         return;
@@ -443,6 +472,7 @@ void MpvDevice::endOfEntry()
         fail(mciError(error), QString::fromUtf8(mpv_error_string(error)));
     } else if (m_state == State::Open && m_ended.reason != MPV_END_FILE_REASON_STOP) {
         // The file went away under an open device (a read error): it ends there.
+        hideVideo();
         m_state = State::Closed;
         m_entry = -1;
         if (m_events.ended)
@@ -479,6 +509,7 @@ void MpvDevice::propertyChanged(const mpv_event_property &property)
         if (*static_cast<int *>(property.data) && m_mode == Mode::Playing) {
             m_mode = Mode::Stopped;
             m_position = m_length;
+            hideVideo();
             if (m_events.ended)
                 m_events.ended();
         }
@@ -504,12 +535,16 @@ void MpvDevice::finishLoading()
     }
     m_pendingSeek = -1;
     m_wantPlay = false;
+    QPointer<MpvDevice> alive(this);
     if (m_events.opened)
         m_events.opened();
+    if (alive)
+        showVideo();
 }
 
 void MpvDevice::fail(int error, const QString &text)
 {
+    hideVideo();
     m_state = State::Closed;
     m_mode = Mode::NotReady;
     m_entry = -1;
@@ -518,6 +553,43 @@ void MpvDevice::fail(int error, const QString &text)
     ++m_generation;
     if (m_events.failed)
         m_events.failed(error, text);
+}
+
+QWidget *MpvDevice::createVideoView(QWidget *parent)
+{
+    if (!m_mpv || !MpvVideoView::supported())
+        return nullptr;
+    delete m_view;
+    m_view = new MpvVideoView(m_mpv, parent);
+    return m_view;
+}
+
+// Video parameters carry the display size (aspect applied); they exist from
+// the first decoded picture, also while pictures go nowhere.
+void MpvDevice::askVideoSize()
+{
+    if (m_state != State::Closed)
+        mpv_get_property_async(m_mpv, replyId(VideoReply, m_generation), "video-params",
+                               MPV_FORMAT_NODE);
+}
+
+void MpvDevice::showVideo()
+{
+    if (m_state != State::Open || m_pictures != Pictures::None || m_videoSize.isEmpty())
+        return;
+    m_pictures = Pictures::Shown;
+    if (m_videoEvents.started)
+        m_videoEvents.started(m_videoSize);
+}
+
+void MpvDevice::hideVideo()
+{
+    const bool shown = m_pictures == Pictures::Shown;
+    m_pictures = Pictures::Over;
+    if (!shown)
+        return;
+    if (m_videoEvents.stopped)
+        m_videoEvents.stopped();
 }
 
 extern "C" Q_DECL_EXPORT MediaDevice *velto_create_media_device(const char *const *options)

@@ -4,6 +4,7 @@
 
 #include <QByteArrayList>
 #include <QObject>
+#include <QPointer>
 
 #include <atomic>
 #include <cstdint>
@@ -11,6 +12,7 @@
 struct mpv_handle;
 struct mpv_event;
 struct mpv_event_property;
+class MpvVideoView;
 
 // One libmpv player per device. Every call into mpv from the UI thread is
 // asynchronous or a property read of the client's own cache, so nothing here
@@ -30,6 +32,11 @@ public:
     void resume() override;
     void seek(qint64 ms) override;
     void setGains(double left, double right) override;
+    QWidget *createVideoView(QWidget *parent) override;
+    QSize videoSize() const override
+    {
+        return m_pictures == Pictures::Shown ? m_videoSize : QSize();
+    }
 
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
     qint64 position() const override { return m_state == State::Open ? m_position : 0; }
@@ -47,6 +54,9 @@ private:
     void setPaused(bool paused);
     void seekNow(qint64 ms);
     void setBalanceFilter(double balance);
+    void askVideoSize();
+    void showVideo();
+    void hideVideo();
 
     mpv_handle *m_mpv = nullptr;
     State m_state = State::Closed;
@@ -76,4 +86,10 @@ private:
     qint64 m_position = 0;
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
+
+    QPointer<MpvVideoView> m_view;
+    QSize m_videoSize; // of the file being opened or open
+    // Once over, the pictures of a file stay over: the output switching back
+    // to "null" at its end reports the size once more.
+    enum class Pictures { None, Shown, Over } m_pictures = Pictures::None;
 };

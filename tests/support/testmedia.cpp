@@ -90,16 +90,31 @@ QString TestMedia::encoded(const QString &name, int ms, const QStringList &extra
     const QString source = QStringLiteral("sine=frequency=%1:duration=%2")
                                .arg(frequency)
                                .arg(double(ms) / 1000.0, 0, 'f', 3);
-    QStringList args{QStringLiteral("-loglevel"),
-                     QStringLiteral("error"),
-                     QStringLiteral("-y"),
-                     QStringLiteral("-f"),
-                     QStringLiteral("lavfi"),
-                     QStringLiteral("-i"),
-                     source,
-                     QStringLiteral("-ac"),
-                     QStringLiteral("1")};
-    args << extraArgs << file(name);
+    return runFfmpeg(name, QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"),
+                                       QStringLiteral("-i"), source, QStringLiteral("-ac"),
+                                       QStringLiteral("1")}
+                               << extraArgs);
+}
+
+QString TestMedia::video(const QString &name, int ms, QSize size) const
+{
+    if (!haveFfmpeg())
+        return QString();
+    const QString seconds = QString::number(double(ms) / 1000.0, 'f', 3);
+    const QString picture = QStringLiteral("testsrc=size=%1x%2:rate=25:duration=%3")
+                                .arg(size.width())
+                                .arg(size.height())
+                                .arg(seconds);
+    return runFfmpeg(name, {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+                            picture, QStringLiteral("-f"), QStringLiteral("lavfi"),
+                            QStringLiteral("-i"), QStringLiteral("sine=duration=") + seconds,
+                            QStringLiteral("-ac"), QStringLiteral("1")});
+}
+
+QString TestMedia::runFfmpeg(const QString &name, const QStringList &inputArgs) const
+{
+    QStringList args{QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y")};
+    args << inputArgs << file(name);
     QProcess ffmpeg;
     ffmpeg.start(QStringLiteral("ffmpeg"), args);
     if (!ffmpeg.waitForFinished(30000) || ffmpeg.exitStatus() != QProcess::NormalExit ||

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -24,6 +25,10 @@ public:
     // (e.g. "-b:a 128k"). Empty when ffmpeg is missing or fails.
     QString encoded(const QString &name, int ms, const QStringList &extraArgs = {},
                     int frequency = 440) const;
+    // A moving test picture of the given size with a sine tone, encoded by
+    // ffmpeg in the format the name's extension says (avi, mp4...). Empty when
+    // ffmpeg is missing or fails.
+    QString video(const QString &name, int ms, QSize size = {160, 120}) const;
     // A four-channel ProTracker module with one looped sample and a short
     // pattern, written byte by byte.
     QString module(const QString &name) const;
@@ -36,5 +41,7 @@ public:
     static bool haveFfmpeg();
 
 private:
+    QString runFfmpeg(const QString &name, const QStringList &inputArgs) const;
+
     QTemporaryDir m_dir;
 };
