@@ -23,8 +23,7 @@ class QWidget;
 class MediaDevice
 {
 public:
-    // The numbers are those of the classic media-control interface, so the
-    // engine can show them as they always were.
+    // Numbered once and for all, independent of the engine behind the device.
     enum class Mode { NotReady = 524, Stopped = 525, Playing = 526, Paused = 529, Open = 530 };
 
     static constexpr int NoError = 0;
@@ -104,7 +103,7 @@ public:
     virtual void close() = 0;
     // Plays from the position set by setFrom(), if any, else from where it is.
     virtual void play() = 0;
-    // Halts and keeps the position, as a classic device does.
+    // Halts and keeps the position, so play() goes on from there.
     virtual void stop() = 0;
     virtual void pause() = 0;
     virtual void resume() = 0;

@@ -13,7 +13,7 @@ QString mediaErrorMessage(int error, const QString &device, const QString &file,
         break;
     case 264:
         // The label counts towards the limit, so an 89-character path is
-        // already too long; users have always met the limit there.
+        // already too long.
         explanation = fileLine.size() > 98
                           ? QStringLiteral("The filename and path must be 98 characters or less!")
                           : QStringLiteral("Out of memory.");
@@ -34,7 +34,7 @@ QString mediaErrorMessage(int error, const QString &device, const QString &file,
                                      "variation of a known format.");
         break;
     default:
-        // The file name appears twice in this box; users know it that way.
+        // The file name appears twice in this box, on purpose.
         explanation = QStringLiteral("Unhandled Velto error") + cr + fileLine;
         break;
     }

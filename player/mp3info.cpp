@@ -6,7 +6,7 @@ namespace {
 
 // Entry n is the `width` characters from n * width, trimmed; past the end it
 // is empty. Entry 0 of the bit rates reads "144" and index 15 shows nothing:
-// these are the tables users have always seen, kept as they are.
+// skins lay out their labels for exactly these texts.
 QString tableEntry(QLatin1String table, int width, int n)
 {
     return QString(table.mid(n * width, width)).trimmed();

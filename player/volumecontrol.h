@@ -11,8 +11,8 @@ class WaveVolume;
 //
 // Balance runs from 0 (all left) to 1 (all right); 0.45 to 0.55 is a dead
 // zone that counts as the centre. The volume level runs from 0 to 1. Both are
-// single precision, and the word is computed from them exactly as the classic
-// wave-out volume was, so the word reads back as it always did.
+// single precision, and the word is computed from them with fixed integer
+// steps, so a level read back from the word is the level that was set.
 class VolumeControl
 {
 public:
@@ -23,7 +23,7 @@ public:
     // Writes the word for the current level and balance.
     void ApplyVolume();
     // The larger channel of the word, as a fraction; a full channel reads
-    // 65534/65535, as it always has.
+    // 65534/65535 (the word keeps one step of headroom).
     float ReadVolume() const;
 
     // From the volume slider or a fade; sound that was muted comes back.

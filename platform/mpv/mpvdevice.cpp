@@ -38,7 +38,7 @@ qint64 toMs(double seconds)
     return qint64(std::llround(seconds * 1000.0));
 }
 
-// mpv's load errors as the classic device numbers: a format it cannot read is
+// mpv's load errors as the device's own numbers: a format it cannot read is
 // 277, anything else that stops a file from opening is 274.
 int mciError(int mpvError)
 {
@@ -265,7 +265,8 @@ void MpvDevice::play()
         seekNow(m_from);
         m_from = -1;
     } else if (m_length > 0 && m_position >= m_length) {
-        // At the end a classic device stays stopped instead of starting over.
+        // At the end the device stays stopped instead of starting over: the
+        // engine decides what comes next.
         return;
     }
     m_mode = Mode::Playing;
