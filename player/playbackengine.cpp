@@ -185,9 +185,9 @@ void PlaybackEngine::startDelayItem()
     m_state.TrackStart = 0;
     call(LoadCover, m_state.CurFile);
     call(selectEntry, m_playlist.CurTrack - 1);
-    // A picture opens no device. Its instance still gets "play", as it always
-    // has (only "delay" in lower case would skip it); closed first, so no
-    // older item comes back to life under the picture.
+    // A picture opens no device. Its instance still gets "play" (only
+    // "delay" in lower case would skip it) and ignores it; closed first, so
+    // no older item comes back to life under the picture.
     MediaDevice &device = instance(m_state.CurMci);
     m_opening[size_t(m_state.CurMci)] = false;
     device.close();
@@ -352,7 +352,8 @@ void PlaybackEngine::Forward()
 {
     if (!m_state.playing)
         return;
-    PlayFrom(m_state.PlayPos + 10000);
+    // PlayFrom clamps to the item; the sum must not wrap on the way there.
+    PlayFrom(qint32(qMin<qint64>(qint64(m_state.PlayPos) + 10000, INT32_MAX)));
     ShowLights();
 }
 
