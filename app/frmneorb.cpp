@@ -123,6 +123,7 @@ void frmNeOrb::LoadAutoList(const QString &file)
 void frmNeOrb::InitTimers()
 {
     m_stopwatches.TimerFn(0);
+    m_skin.setTimeFmt(m_settings.TimeFmt != 0);
     m_clockTick.ShowTime();
     m_timer2.start();
 }
@@ -257,6 +258,11 @@ frmNeOrb::~frmNeOrb() = default;
 void frmNeOrb::Load(const QStringList &names, const QString &workingFolder)
 {
     m_lifecycle.Load(names, workingFolder);
+    // Devices open asynchronously, so even an automatic start is silent.
+    if (m_settings.StartMute != 0) {
+        m_volume.setMuted(true);
+        refreshLights();
+    }
     ShowPlaylist();
 }
 
@@ -383,6 +389,12 @@ void frmNeOrb::LoadSkin(const QString &file)
     ShowPlaylist();
 }
 
+void frmNeOrb::SelFSkin(int slot)
+{
+    if (slot >= 0 && slot < int(m_settings.FavSkin.size()) && !m_settings.FavSkin[slot].isEmpty())
+        LoadSkin(m_settings.FavSkin[slot]);
+}
+
 void frmNeOrb::SelectSkin()
 {
     const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
@@ -427,6 +439,7 @@ void frmNeOrb::applyPrefs(const frmPrefs &prefs)
     if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
         LoadSkin(skin);
     refreshLights();
+    m_skin.setTimeFmt(m_settings.TimeFmt != 0);
     m_clockTick.ShowTime();
 }
 

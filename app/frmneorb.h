@@ -147,6 +147,8 @@ private:
     void switchOff();
     void applyPrefs(const frmPrefs &prefs);
     void snapToScreenEdges();
+    // Loads the skin of a favourite slot (0 to 9); an empty slot does nothing.
+    void SelFSkin(int slot);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -176,8 +178,7 @@ private:
     qint16 m_wrPresetIdx = 0;
     QStringList m_linkList = QStringList(21);
     Dispatcher m_dispatcher;
-    PopupMenu m_popup{{[this](qint16 cmd) { DoIt(cmd); },
-                       [](int) {}, // favourite skins arrive with the skin browser
+    PopupMenu m_popup{{[this](qint16 cmd) { DoIt(cmd); }, [this](int slot) { SelFSkin(slot); },
                        [this] { SetOnTop(*this, isOnTop(m_settings.WinOnTop)); }},
                       m_settings.WinOnTop};
     frmIcon m_tray{*this, m_popup};
