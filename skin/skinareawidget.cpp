@@ -19,6 +19,7 @@ void SkinAreaWidget::place(const QRect &geometry, const QString &toolTip, bool t
 void SkinAreaWidget::setPicture(const QImage &picture)
 {
     m_picture = picture;
+    m_scaled = QPixmap();
     update();
 }
 
@@ -40,10 +41,11 @@ void SkinAreaWidget::paintEvent(QPaintEvent *)
 {
     if (m_picture.isNull())
         return;
-    QPainter p(this);
-    // Covers are photographs of any size: smoothing suits them.
-    p.setRenderHint(QPainter::SmoothPixmapTransform);
-    p.drawImage(rect(), m_picture);
+    if (m_scaled.size() != size())
+        // Covers are photographs of any size: smoothing suits them.
+        m_scaled = QPixmap::fromImage(
+            m_picture.scaled(size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    QPainter(this).drawPixmap(0, 0, m_scaled);
 }
 
 void SkinAreaWidget::resizeEvent(QResizeEvent *event)

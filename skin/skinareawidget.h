@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPixmap>
 #include <QPointer>
 #include <QWidget>
 
@@ -37,5 +38,8 @@ protected:
 private:
     int m_number;
     QImage m_picture;
+    // The picture at the area's size: the window repaints the area whenever
+    // anything beneath changes, and a photo scales slowly.
+    QPixmap m_scaled;
     QPointer<QWidget> m_content;
 };
