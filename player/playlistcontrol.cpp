@@ -9,7 +9,7 @@
 
 namespace {
 
-// "*FAR" lacks its dot on purpose: the filter reads as it always has.
+// "*FAR" lacks its dot on purpose: it also catches names that merely end in FAR.
 const QString kMediaFilter = QStringLiteral(
     "MPEG Audio Files|*.MP?"
     "|ActiveMovie Files|*.MP?;*.MPEG;*.DAT;*.WAV;*.AU;*.MID;*.RMI;*.AIF?;*.MOV;*.QT;*.AVI;*.M1V;"
@@ -254,8 +254,17 @@ void PlaylistControl::ShowPlaylist()
 void PlaylistControl::refresh(int selectRow)
 {
     if (m_list) {
-        m_list->clear();
-        m_list->addItems(m_state.PlNames);
+        if (m_list->count() == m_state.PlNames.size()) {
+            // Mostly one name changed (a file found missing): rebuilding
+            // 30,000 rows for it would stall playback.
+            for (int row = 0; row < m_list->count(); ++row) {
+                if (QListWidgetItem *item = m_list->item(row); item->text() != m_state.PlNames[row])
+                    item->setText(m_state.PlNames[row]);
+            }
+        } else {
+            m_list->clear();
+            m_list->addItems(m_state.PlNames);
+        }
         if (selectRow >= 0 && selectRow < m_list->count())
             m_list->setCurrentRow(selectRow);
     }
