@@ -21,46 +21,7 @@ QString slotKey(const char *stem, int slot)
 
 } // namespace
 
-double leadingNumber(const QString &text)
-{
-    int i = 0;
-    const int n = text.size();
-    while (i < n && (text[i] == QLatin1Char(' ') || text[i] == QLatin1Char('\t')))
-        ++i;
-    const int start = i;
-    if (i < n && (text[i] == QLatin1Char('+') || text[i] == QLatin1Char('-')))
-        ++i;
-    const int digitsStart = i;
-    while (i < n && text[i].isDigit() && text[i].unicode() < 128)
-        ++i;
-    int digits = i - digitsStart;
-    if (i < n && text[i] == QLatin1Char('.')) {
-        ++i;
-        const int fracStart = i;
-        while (i < n && text[i].isDigit() && text[i].unicode() < 128)
-            ++i;
-        digits += i - fracStart;
-    }
-    if (digits == 0)
-        return 0.0;
-    int end = i;
-    if (i < n && (text[i] == QLatin1Char('e') || text[i] == QLatin1Char('E'))) {
-        int j = i + 1;
-        if (j < n && (text[j] == QLatin1Char('+') || text[j] == QLatin1Char('-')))
-            ++j;
-        const int expStart = j;
-        while (j < n && text[j].isDigit() && text[j].unicode() < 128)
-            ++j;
-        if (j > expStart)
-            end = j;
-    }
-    bool ok = false;
-    const double v = text.mid(start, end - start).toDouble(&ok);
-    return ok && std::isfinite(v) ? v : 0.0;
-}
-
-template<typename Int>
-static Int roundSaturate(double value)
+template<typename Int> static Int roundSaturate(double value)
 {
     if (!std::isfinite(value))
         return 0;
@@ -95,8 +56,12 @@ qint16 ConfigStore::GetCfgInt(const QString &key, const QString &defaultText) co
 void ConfigStore::ReadAll(Settings &s) const
 {
     const Settings d;
-    auto i = [this](const char *key, const QString &def) { return GetCfgInt(QLatin1String(key), def); };
-    auto str = [this](const char *key, const QString &def) { return GetCfgStr(QLatin1String(key), def); };
+    auto i = [this](const char *key, const QString &def) {
+        return GetCfgInt(QLatin1String(key), def);
+    };
+    auto str = [this](const char *key, const QString &def) {
+        return GetCfgStr(QLatin1String(key), def);
+    };
     const QString zero = QStringLiteral("0");
     const QString one = QStringLiteral("1");
 

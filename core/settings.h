@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/text.h"
+
 #include <QString>
 #include <array>
 
@@ -91,8 +93,6 @@ private:
     SettingsStore &m_store;
 };
 
-// The platform's numeric parse: the leading number of the text, 0 when there is none.
-double leadingNumber(const QString &text);
 // Rounds half to even and saturates into the signed 16-bit range.
 qint16 toInt16(double value);
 qint32 toInt32(double value);

@@ -1,6 +1,6 @@
 #include "autolist.h"
 
-#include "playlist.h"
+#include "platform/text.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -11,11 +11,9 @@ QStringList LoadAutoList(const QString &path)
     // The file is a few dozen short lines; anything huge is not ours.
     if (!in.open(QIODevice::ReadOnly) || in.size() > 16 * 1024 * 1024)
         return {};
-    const QString text = Playlist::decodeText(in.readAll());
+    const QString text = decodeText(in.readAll());
     QStringList list;
-    for (QString line : text.split(QLatin1Char('\n'))) {
-        if (line.endsWith(QLatin1Char('\r')))
-            line.chop(1);
+    for (const QString &line : splitLines(text)) {
         if (!line.trimmed().isEmpty())
             list << line;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/text.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -48,15 +50,3 @@ TagFields fieldsFromRecord(const TagRecord &record);
 // identity (links, owner). A write that fails part way puts the old bytes
 // and length back, so the file ends as it was.
 QString SaveIDTag(const QString &file, const TagFields &fields);
-
-// Tag bytes are Windows-1252. The five unassigned bytes map to the C1
-// controls of the same number so that every byte survives a round trip.
-QString fromWindows1252(const QByteArray &bytes);
-// Characters without a Windows-1252 form become "?".
-QByteArray toWindows1252(QStringView text);
-// Text of a file we did not write: UTF-8 when it is valid, else Windows-1252.
-QString decodeText(const QByteArray &bytes);
-
-// The leading number of a text as the program's files write it: blanks are
-// ignored, then sign, digits, decimals and exponent; no number gives 0.
-double leadingNumber(QStringView text);

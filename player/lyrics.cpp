@@ -1,6 +1,7 @@
 #include "lyrics.h"
 
 #include "id3tag.h"
+#include "platform/text.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,24 +13,6 @@
 #include <vector>
 
 namespace {
-
-QStringList splitLines(const QString &text)
-{
-    QStringList lines;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (c != QLatin1Char('\n') && c != QLatin1Char('\r'))
-            continue;
-        lines << text.mid(start, i - start);
-        if (c == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n'))
-            ++i;
-        start = i + 1;
-    }
-    if (start < text.size())
-        lines << text.mid(start);
-    return lines;
-}
 
 void addUntimed(LyricsData &d, const QString &text)
 {

@@ -1,11 +1,11 @@
 #include "playlist.h"
 
 #include "folderscan.h"
+#include "platform/text.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStringDecoder>
 #include <QUrl>
 
 namespace {
@@ -13,13 +13,6 @@ namespace {
 // Lists larger than this are garbage, not playlists: 32766 long paths fit well
 // below it, and reading it whole must not exhaust memory.
 constexpr qint64 kMaxListBytes = 256 * 1024 * 1024;
-
-// Windows-1252 at 0x80-0x9F; the five unassigned bytes map to the C1 controls,
-// as Windows itself decodes them. Every other byte is its Latin-1 character.
-constexpr char16_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 QString upperExt(const QString &path)
 {
@@ -92,20 +85,6 @@ Playlist::ListType Playlist::typeOf(const QString &file)
     return ListType::None;
 }
 
-QString Playlist::decodeText(const QByteArray &bytes)
-{
-    QStringDecoder utf8(QStringConverter::Utf8);
-    QString text = utf8.decode(bytes);
-    if (!utf8.hasError())
-        return text;
-    text.resize(bytes.size());
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const uchar c = uchar(bytes[i]);
-        text[i] = (c >= 0x80 && c < 0xA0) ? QChar(kCp1252High[c - 0x80]) : QChar(c);
-    }
-    return text;
-}
-
 QStringList Playlist::readEntries(const QByteArray &bytes, ListType type, int room)
 {
     QStringList entries;
@@ -115,7 +94,7 @@ QStringList Playlist::readEntries(const QByteArray &bytes, ListType type, int ro
         qsizetype end = start;
         while (end < size && bytes[end] != '\n' && bytes[end] != '\r')
             ++end;
-        const QString line = decodeText(bytes.mid(start, end - start)).trimmed();
+        const QString line = ::decodeText(bytes.mid(start, end - start)).trimmed();
         start = end + 1;
         if (end + 1 < size && bytes[end] == '\r' && bytes[end + 1] == '\n')
             ++start;

@@ -49,9 +49,7 @@ public:
 
     // The pure parts of PlRead, for tests and other readers.
     static ListType typeOf(const QString &file);
-    // UTF-8 when the bytes are valid UTF-8 (a leading BOM is dropped), else
-    // Windows-1252, which decodes every byte.
-    static QString decodeText(const QByteArray &bytes);
+
     // The entries of a list as written, at most `room` of them. Lines end at
     // LF, CR LF or a lone CR and are decoded one by one, so a list that tools
     // with different encodings appended to still reads right.

@@ -1,39 +1,16 @@
 #include "skinreader.h"
 
 #include "findfile.h"
+#include "platform/text.h"
 
 #include <QByteArrayView>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QStringDecoder>
 
 #include <limits>
 
 namespace {
-
-// Bytes 0x80-0x9F of Windows-1252; the five it leaves unused keep their value.
-constexpr char16_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-QString decodeSkinText(QByteArrayView bytes)
-{
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        bytes = bytes.sliced(3);
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (!utf8.hasError())
-        return text;
-    text.resize(bytes.size());
-    QChar *out = text.data();
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        out[i] = (b >= 0x80 && b < 0xA0) ? QChar(kCp1252High[b - 0x80]) : QChar(b);
-    }
-    return text;
-}
 
 bool isBlank(QChar c)
 {
@@ -338,7 +315,7 @@ class SkinParser
 {
 public:
     SkinParser(const QByteArray &bytes, const QString &folder)
-        : m_fields(decodeSkinText(bytes)), m_folder(folder)
+        : m_fields(decodeText(bytes)), m_folder(folder)
     {
     }
 

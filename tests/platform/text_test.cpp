@@ -1,0 +1,44 @@
+#include "platform/text.h"
+#include "support/printers.h"
+
+#include <gtest/gtest.h>
+
+TEST(Text, LeadingNumberReadsWhatFilesAndSettingsWrite)
+{
+    const struct
+    {
+        const char *text;
+        double value;
+    } cases[] = {
+        {"", 0},       {"abc", 0},       {"42", 42},     {"  -7.5xyz", -7.5},
+        {"1 2", 12},   {"088.0 FM", 88}, {"1e3", 1000},  {"2d2", 200},
+        {"3e", 3},     {"+.5", 0.5},     {"Track01", 0}, {"1e999", 0},
+        {"12:30", 12}, {"-", 0},         {"1.2.3", 1.2}, {"\t9\r\n", 9},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(leadingNumber(QString::fromLatin1(c.text)), c.value) << c.text;
+}
+
+TEST(Text, DecodesUtf8ElseWindows1252)
+{
+    EXPECT_EQ(decodeText("\xEF\xBB\xBF#EXTM3U"), QStringLiteral("#EXTM3U"));
+    EXPECT_EQ(decodeText("caf\xC3\xA9"), QStringLiteral("café"));
+    EXPECT_EQ(decodeText("\xEF\xBB\xBF\xE9"), QStringLiteral("é"));
+    // Not UTF-8: every byte still means a character, the euro sign included.
+    EXPECT_EQ(decodeText("caf\xE9 \x80"), QStringLiteral("café €"));
+    const QByteArray every = [] {
+        QByteArray bytes;
+        for (int b = 0; b < 256; ++b)
+            bytes += char(b);
+        return bytes;
+    }();
+    EXPECT_EQ(toWindows1252(fromWindows1252(every)), every);
+    EXPECT_EQ(toWindows1252(QStringLiteral("a\u4E00b")), QByteArray("a?b"));
+}
+
+TEST(Text, LinesEndAtAnyOfTheThreeLineEnds)
+{
+    EXPECT_EQ(splitLines(QStringLiteral("a\nb\r\nc\rd")), (QStringList{"a", "b", "c", "d"}));
+    EXPECT_EQ(splitLines(QStringLiteral("a\n\nb\n")), (QStringList{"a", "", "b"}));
+    EXPECT_TRUE(splitLines(QString()).isEmpty());
+}
