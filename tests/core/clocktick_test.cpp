@@ -91,28 +91,19 @@ TEST_F(ClockTickTest, ScheduleFollowsTheDayBegunAtMidnight)
     }
 }
 
-TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinute)
+TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinuteWhileAutoIsOn)
 {
-    settings.Auto = 1;
     tick.MakeDayStr();
     autoList << "E 12:00 12:00 05"
              << "E 11:59 12:00 02"
              << "E 12:00 13:00 07";
-    setNow(Monday, QTime(11, 59, 59));
-    runSeconds(2);
-    EXPECT_EQ(switching(), (QStringList{"on 5", "off", "off", "on 7"}));
-}
-
-TEST_F(ClockTickTest, ScheduleRunsOnlyWhileAutoIsOn)
-{
-    autoList << "E 08:00 08:01 03";
-    tick.MakeDayStr();
-    for (qint16 autoFlag : {0, 1, -1}) {
+    for (qint16 autoFlag : {1, -1, 0}) {
         settings.Auto = autoFlag;
         events.clear();
-        setNow(Monday, QTime(7, 59, 58));
-        runSeconds(3);
-        EXPECT_EQ(only("on 3").size(), autoFlag ? 1 : 0) << "Auto " << autoFlag;
+        setNow(Monday, QTime(11, 59, 59));
+        runSeconds(2);
+        const QStringList expected{"on 5", "off", "off", "on 7"};
+        EXPECT_EQ(switching(), autoFlag ? expected : QStringList()) << "Auto " << autoFlag;
     }
 }
 
@@ -163,7 +154,7 @@ TEST_F(ClockTickTest, ClockLabelFollowsTheTimeFormat)
     }
 }
 
-TEST_F(ClockTickTest, MinuteSnoozeCountsDownAndActsOnce)
+TEST_F(ClockTickTest, MinuteSnoozeCountsDownActsOnceAndClearsItsLabelWhenOff)
 {
     settings.Snooze = 1;
     tick.setSnoozeMinutes(2);
@@ -188,6 +179,13 @@ TEST_F(ClockTickTest, MinuteSnoozeCountsDownAndActsOnce)
     setNow(Monday, QTime(22, 10, 20));
     runSeconds(1);
     EXPECT_EQ(only("label 5").last(), "label 5 [02]");
+
+    // Switched off early, the label is cleared once and nothing happens.
+    settings.Snooze = 0;
+    events.clear();
+    runSeconds(180);
+    EXPECT_EQ(only("label 5"), QStringList{"label 5 []"});
+    EXPECT_TRUE(only("snooze").isEmpty());
 }
 
 TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
@@ -209,18 +207,6 @@ TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
     events.clear();
     setNow(Monday, QTime(23, 29, 58));
     runSeconds(4);
-    EXPECT_TRUE(only("snooze").isEmpty());
-}
-
-TEST_F(ClockTickTest, SnoozeSwitchedOffClearsItsLabelOnce)
-{
-    settings.Snooze = 1;
-    setNow(Monday, QTime(9, 0, 1));
-    runSeconds(1);
-    settings.Snooze = 0;
-    events.clear();
-    runSeconds(120);
-    EXPECT_EQ(only("label 5"), QStringList{"label 5 []"});
     EXPECT_TRUE(only("snooze").isEmpty());
 }
 

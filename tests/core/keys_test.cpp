@@ -76,11 +76,9 @@ TEST(Keys, MediaKeysRunThePlayerCommands)
         int key;
         std::optional<qint16> command;
     } cases[] = {
-        {Qt::Key_MediaPlay, 36},          {Qt::Key_MediaTogglePlayPause, 36},
-        {Qt::Key_MediaPause, 36},         {Qt::Key_MediaNext, 15},
-        {Qt::Key_MediaPrevious, 14},      {Qt::Key_MediaStop, 10},
-        {Qt::Key_Space, std::nullopt},    {Qt::Key_P, std::nullopt},
-        {Qt::Key_VolumeUp, std::nullopt},
+        {Qt::Key_MediaPlay, 36},       {Qt::Key_MediaTogglePlayPause, 36}, {Qt::Key_MediaPause, 36},
+        {Qt::Key_MediaNext, 15},       {Qt::Key_MediaPrevious, 14},        {Qt::Key_MediaStop, 10},
+        {Qt::Key_Space, std::nullopt}, {Qt::Key_VolumeUp, std::nullopt},
     };
     for (const auto &c : cases)
         EXPECT_EQ(mediaKeyCommand(c.key), c.command)
@@ -95,8 +93,9 @@ TEST(ButtonKey, OneCharacterNamesAndMnemonicsGiveKeys)
     {
         const char *name;
         const char *key;
-    } cases[] = {{"7", "7"}, {"+", "+"}, {"x", "X"}, {"&Play", "P"}, {"Sto&p", "P"},
-                 {"R&&B", ""}, {"R&&B &go", "G"}, {"play", ""}, {"", ""}, {"&", "&"}, {"end&", ""}};
+    } cases[] = {{"7", "7"},     {"+", "+"},   {"x", "X"},        {"&Play", "P"},
+                 {"Sto&p", "P"}, {"R&&B", ""}, {"R&&B &go", "G"}, {"play", ""},
+                 {"", ""},       {"&", "&"},   {"end&", ""}};
     for (const auto &c : cases)
         EXPECT_EQ(buttonKey(QString::fromUtf8(c.name)), QString::fromUtf8(c.key)) << c.name;
 }

@@ -28,7 +28,7 @@ TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
     EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QString()), 0);
 }
 
-TEST(ConfigStore, FirstRunReadsEveryDefault)
+TEST(ConfigStore, FirstRunReadsTheDefaultsAndMciDeviceIsTheTextOfItsNumber)
 {
     MemoryStore store;
     Settings s;
@@ -36,19 +36,12 @@ TEST(ConfigStore, FirstRunReadsEveryDefault)
     s.FriendlyNames = 9;
     ConfigStore(store).ReadAll(s);
     EXPECT_EQ(s.MCIDevice, QStringLiteral("0"));
-    EXPECT_EQ(s.SnoozeTime, QStringLiteral("23:59"));
     EXPECT_EQ(s.ValidExt, QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt"));
     EXPECT_EQ(s.FriendlyNames, 1);
-    EXPECT_EQ(s.StartFreq, QStringLiteral("87.0"));
-    EXPECT_EQ(s.Freq, 870);
+    EXPECT_EQ(s.Freq, 870) << "from the default StartFreq 87.0";
     EXPECT_EQ(store.savedKeys.size(), 0) << "reading never writes";
-}
 
-TEST(ConfigStore, MciDeviceIsKeptAsTheTextOfItsNumber)
-{
-    MemoryStore store;
     store.values[QStringLiteral("config/mcidevice")] = QStringLiteral("02x");
-    Settings s;
     ConfigStore(store).ReadAll(s);
     EXPECT_EQ(s.MCIDevice, QStringLiteral("2"));
 }

@@ -8,7 +8,6 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
-
 TEST(CleanCmdLine, TurnsWhatLaunchersPassIntoOnePath)
 {
     const QString cwd = QStringLiteral("/home/ann/Music");
@@ -67,5 +66,6 @@ TEST(ProgramFolder, UncreatableFolderGivesOneMessage)
     // A file where the folder belongs stops even root, unlike permissions.
     home.write(QStringLiteral("blocked"), "a file");
     const ProgramFolder folder(home.file(QStringLiteral("blocked/velto")));
-    EXPECT_TRUE(folder.prepare(QString()).startsWith(QStringLiteral("Velto cannot create its folder\r")));
+    EXPECT_TRUE(
+        folder.prepare(QString()).startsWith(QStringLiteral("Velto cannot create its folder\r")));
 }

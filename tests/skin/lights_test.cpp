@@ -3,50 +3,41 @@
 #include "support/printers.h"
 
 #include <QImage>
-#include <functional>
 #include <gtest/gtest.h>
+#include <set>
+#include <vector>
 
 TEST(ShowLights, EachSwitchLightsItsOwnLamp)
 {
-    const struct
-    {
-        const char *what;
-        std::function<void(PlayerSwitches &)> set;
-        std::vector<int> lit;
-        const char *label26;
-    } cases[] = {
-        {"nothing", [](PlayerSwitches &) {}, {4, 22}, "Media"},
-        {"playing", [](PlayerSwitches &s) { s.playing = true; }, {2, 22}, "Media"},
-        {"paused", [](PlayerSwitches &s) { s.playing = s.paused = true; }, {3, 22}, "Media"},
-        {"intro scan", [](PlayerSwitches &s) { s.introScan = true; }, {4, 5, 22}, "Media"},
-        {"stop after item", [](PlayerSwitches &s) { s.stopAfterItem = true; }, {4, 6, 22}, "Media"},
-        {"repeat", [](PlayerSwitches &s) { s.repeatItem = true; }, {4, 7, 22}, "Media"},
-        {"shuffle", [](PlayerSwitches &s) { s.shuffle = true; }, {4, 8, 22}, "Media"},
-        {"continuous", [](PlayerSwitches &s) { s.continuousPlay = true; }, {4, 9, 22}, "Media"},
-        {"muted", [](PlayerSwitches &s) { s.muted = true; }, {4, 10, 22}, "Media"},
-        {"schedule", [](PlayerSwitches &s) { s.scheduleAuto = true; }, {4, 11, 22}, "Media"},
-        {"snooze", [](PlayerSwitches &s) { s.snooze = true; }, {4, 12, 22}, "Media"},
-        {"a-b loop", [](PlayerSwitches &s) { s.abLoop = true; }, {4, 13, 22}, "Media"},
-        {"lyrics", [](PlayerSwitches &s) { s.lyrics = true; }, {4, 14, 22}, "Media"},
-        {"cd mode", [](PlayerSwitches &s) { s.mediaMode = false; }, {4, 15}, "CD"},
-        {"stereo", [](PlayerSwitches &s) { s.fmStereo = true; }, {4, 16, 22}, "Media"},
-        {"signal", [](PlayerSwitches &s) { s.fmSignal = true; }, {4, 17, 22}, "Media"},
-        {"led sign", [](PlayerSwitches &s) { s.ledSign = true; }, {4, 18, 22}, "Media"},
-        {"on top", [](PlayerSwitches &s) { s.onTop = true; }, {4, 19, 22}, "Media"},
-        {"24-hour", [](PlayerSwitches &s) { s.twentyFourHour = true; }, {4, 20, 22}, "Media"},
-        {"stopwatch", [](PlayerSwitches &s) { s.stopwatchRunning = true; }, {4, 21, 22}, "Media"},
-    };
-    for (const auto &c : cases) {
-        PlayerSwitches s;
-        c.set(s);
+    using S = PlayerSwitches;
+    const auto lit = [](const S &s) {
         const LightsView v = ShowLights(s);
-        std::vector<int> lit;
+        std::set<int> on;
         for (int i = 0; i <= LightsView::Count; ++i)
             if (v.visible[size_t(i)])
-                lit.push_back(i);
-        EXPECT_EQ(lit, c.lit) << c.what;
-        EXPECT_EQ(v.label26, QString::fromLatin1(c.label26)) << c.what;
+                on.insert(i);
+        return std::pair(on, v.label26);
+    };
+    S playing, paused, cd;
+    playing.playing = paused.playing = paused.paused = true;
+    cd.mediaMode = false;
+    EXPECT_EQ(lit(S()), std::pair(std::set<int>{4, 22}, QStringLiteral("Media")));
+    EXPECT_EQ(lit(playing).first, (std::set<int>{2, 22}));
+    EXPECT_EQ(lit(paused).first, (std::set<int>{3, 22}));
+    EXPECT_EQ(lit(cd), std::pair(std::set<int>{4, 15}, QStringLiteral("CD")));
+    // Every other switch adds a lamp of its own, in this order.
+    std::vector<int> lamps;
+    for (bool S::*flag :
+         {&S::introScan, &S::stopAfterItem, &S::repeatItem, &S::shuffle, &S::continuousPlay,
+          &S::muted, &S::scheduleAuto, &S::snooze, &S::abLoop, &S::lyrics, &S::fmStereo,
+          &S::fmSignal, &S::ledSign, &S::onTop, &S::twentyFourHour, &S::stopwatchRunning}) {
+        S s;
+        s.*flag = true;
+        std::set<int> on = lit(s).first;
+        EXPECT_TRUE(on.erase(4) && on.erase(22) && on.size() == 1);
+        lamps.insert(lamps.end(), on.begin(), on.end());
     }
+    EXPECT_EQ(lamps, (std::vector<int>{5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18, 19, 20, 21}));
 }
 
 TEST(DrawLight, FillsItsShapeInsideTheRectangleOnly)

@@ -9,7 +9,6 @@
 #include "skinrig.h"
 
 #include <QApplication>
-#include <QFontInfo>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -43,17 +42,12 @@ const QString Buttons = QStringLiteral("B12,10,10,20,12,5,7,\"play\",\"Play\"\n"
     return ::testing::AssertionSuccess();
 }
 
+// A drag goes straight to the held widget; moves with no button held use QTest::mouseMove
+// on the window, whose window system tells the elements they were entered and left.
 void mouseMove(QWidget &widget, QPoint pos, Qt::MouseButtons held)
 {
     QMouseEvent move(QEvent::MouseMove, pos, widget.mapToGlobal(pos), Qt::NoButton, held, {});
     QApplication::sendEvent(&widget, &move);
-}
-
-// With no button held the mouse moves through the window system, which tells the
-// elements it enters and leaves.
-void moveTo(QWidget &window, QPoint pos)
-{
-    QTest::mouseMove(&window, pos);
 }
 
 } // namespace
@@ -95,7 +89,6 @@ TEST(SkinButtons, CommandRunsOnReleaseOverTheButtonOrOverlayOnly)
         {"release over the button", 0, OnButton, {5, 5}, {15}},
         {"release at the button's last pixel", 0, OnButton, {19, 11}, {15}},
         {"release just right of it", 0, OnButton, {20, 5}, {}},
-        {"release far outside", 0, OnButton, {-30, 40}, {}},
         {"release over the overlay", 2, OnOverlay, {5, 5}, {15}},
         {"release away from the overlay", 2, OnOverlay, {5, -1}, {}},
     };
@@ -105,7 +98,7 @@ TEST(SkinButtons, CommandRunsOnReleaseOverTheButtonOrOverlayOnly)
         SkinButtonWidget &next = rig.button(2);
         QWidget *target = &next;
         if (c.target == OnOverlay) {
-            moveTo(rig.window, next.geometry().center());
+            QTest::mouseMove(&rig.window, next.geometry().center());
             target = &rig.overlay();
             ASSERT_TRUE(rig.overlay().isVisible()) << c.what;
         }
@@ -155,21 +148,21 @@ TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
         QPoint face;
         QSize size;
     } route[] = {{1, {5, 7}, {20, 12}}, {3, {60, 0}, {16, 12}}, {1, {5, 7}, {20, 12}}};
-    moveTo(rig.window, {5, 60});
+    QTest::mouseMove(&rig.window, {5, 60});
     for (const auto &step : route) {
         SkinButtonWidget &b = rig.button(step.index);
-        moveTo(rig.window, b.geometry().center());
+        QTest::mouseMove(&rig.window, b.geometry().center());
         ASSERT_TRUE(overlay.isVisible()) << "button " << step.index;
         EXPECT_EQ(overlay.geometry(), b.geometry()) << "button " << step.index;
         EXPECT_TRUE(showsFace(overlay, step.face, step.size, 1)) << "button " << step.index;
         // Moving on within the button: the overlay covering it must not end the hover.
-        moveTo(rig.window, b.geometry().center() + QPoint(1, 1));
+        QTest::mouseMove(&rig.window, b.geometry().center() + QPoint(1, 1));
         EXPECT_TRUE(overlay.isVisible()) << "button " << step.index;
         EXPECT_EQ(overlay.index(), step.index);
     }
-    moveTo(rig.window, {5, 60});
+    QTest::mouseMove(&rig.window, {5, 60});
     EXPECT_FALSE(overlay.isVisible()) << "the pressed look stays after the mouse left";
-    moveTo(rig.window, rig.button(1).geometry().center());
+    QTest::mouseMove(&rig.window, rig.button(1).geometry().center());
     EXPECT_TRUE(overlay.isVisible()) << "coming back to the same button";
     EXPECT_TRUE(rig.commands.empty());
 
@@ -177,9 +170,9 @@ TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
     QTest::mousePress(&overlay, Qt::LeftButton);
     QTest::mouseRelease(&overlay, Qt::LeftButton);
     EXPECT_EQ(rig.commands, std::vector<qint16>{12});
-    moveTo(rig.window, rig.button(1).geometry().center() + QPoint(2, 0));
+    QTest::mouseMove(&rig.window, rig.button(1).geometry().center() + QPoint(2, 0));
     EXPECT_FALSE(overlay.isVisible());
-    moveTo(rig.window, rig.button(2).geometry().center());
+    QTest::mouseMove(&rig.window, rig.button(2).geometry().center());
     EXPECT_TRUE(overlay.isVisible());
     EXPECT_EQ(overlay.index(), 2);
 }
@@ -192,8 +185,8 @@ TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
         SkinButtonWidget &play = rig.button(1);
         SkinButtonWidget &next = rig.button(2);
 
-        moveTo(rig.window, play.geometry().center());
-        moveTo(rig.window, next.geometry().center());
+        QTest::mouseMove(&rig.window, play.geometry().center());
+        QTest::mouseMove(&rig.window, next.geometry().center());
         QImage shot = rig.shot();
         EXPECT_EQ(next.hoverBorder(), style == 1) << "style " << style;
         EXPECT_FALSE(play.hoverBorder()) << "style " << style;
@@ -202,12 +195,12 @@ TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
         EXPECT_EQ(shot.pixel(10, 10), mainPixel(10, 10)) << "border left on the button left";
         EXPECT_FALSE(rig.overlay().isVisible()) << "style " << style;
 
-        moveTo(rig.window, {5, 60});
+        QTest::mouseMove(&rig.window, {5, 60});
         EXPECT_FALSE(next.hoverBorder()) << "border left after the mouse went away";
         EXPECT_EQ(rig.shot().pixel(40, 10), mainPixel(40, 10));
 
         // A click takes the border away; the command still runs once.
-        moveTo(rig.window, next.geometry().center());
+        QTest::mouseMove(&rig.window, next.geometry().center());
         QTest::mouseClick(&next, Qt::LeftButton);
         EXPECT_FALSE(next.hoverBorder());
         EXPECT_EQ(rig.commands, std::vector<qint16>{15});
@@ -238,41 +231,31 @@ TEST(SkinButtons, AuthorOutlinesMarkButtonsAndLabelsInTwoStyles)
     Rig rig;
     ASSERT_TRUE(rig.load(Buttons + QStringLiteral("L4,10,40,50,14,255,255,255,8,\"\",\"~\"\n")));
     const QRect button(10, 10, 20, 12), label(10, 40, 50, 14);
-    // How many pixels of the rectangle's top edge, and of its middle row, differ
+    // How many pixels of the rectangle's top edge, and of its inside middle row, differ
     // from the picture; and the colour the edge is drawn in.
-    struct Look
-    {
+    const auto look = [](const QImage &shot, const QRect &r) {
         int edge = 0, middle = 0;
         QRgb colour = 0;
-    };
-    auto look = [&](const QImage &shot, const QRect &r) {
-        Look l;
         for (int x = r.left(); x <= r.right(); ++x) {
-            if (shot.pixel(x, r.top()) != mainPixel(x, r.top())) {
-                ++l.edge;
-                l.colour = shot.pixel(x, r.top());
-            }
+            if (shot.pixel(x, r.top()) != mainPixel(x, r.top()))
+                ++edge, colour = shot.pixel(x, r.top());
             const int y = r.center().y();
-            l.middle += shot.pixel(x, y) != mainPixel(x, y) && x > r.left() && x < r.right();
+            middle += shot.pixel(x, y) != mainPixel(x, y) && x > r.left() && x < r.right();
         }
-        return l;
+        return std::tuple(edge, middle, colour);
     };
     for (const int style : {0, 1, 2}) {
         rig.loader.setOutlineStyle(style);
         const QImage shot = rig.shot();
-        for (const QRect &r : {button, label}) {
-            const Look l = look(shot, r);
-            if (style == 0) {
-                EXPECT_EQ(l.edge + l.middle, 0) << "style 0 draws nothing";
-                continue;
-            }
-            EXPECT_GE(l.edge, r.width() / 3) << "style " << style;
-            EXPECT_EQ(l.middle > 0, style == 2) << "style " << style << ": only 2 tints inside";
-        }
-        if (style != 0) {
-            EXPECT_NE(look(shot, button).colour, look(shot, label).colour)
-                << "buttons and labels look alike in style " << style;
-        }
+        const auto [buttonEdge, buttonMiddle, buttonColour] = look(shot, button);
+        const auto [labelEdge, labelMiddle, labelColour] = look(shot, label);
+        const bool edges = style != 0, tinted = style == 2;
+        EXPECT_EQ(std::tuple(buttonEdge >= button.width() / 3, buttonMiddle > 0,
+                             labelEdge >= label.width() / 3, labelMiddle > 0),
+                  std::tuple(edges, tinted, edges, tinted))
+            << "style " << style;
+        EXPECT_EQ(buttonEdge + labelEdge == 0, style == 0) << "style 0 draws nothing";
+        EXPECT_TRUE(style == 0 || buttonColour != labelColour) << "alike in style " << style;
     }
 }
 
@@ -342,7 +325,7 @@ TEST(SkinSlider, DoubleClickCentresOnlySlidersThreeAndFive)
     }
 }
 
-TEST(SkinLabel, AppliesFontColourAndScale)
+TEST(SkinLabel, AppliesFontAndScale)
 {
     // How the fields are read is the reader's; here the widget must apply them.
     Rig rig(2);
@@ -353,7 +336,6 @@ TEST(SkinLabel, AppliesFontColourAndScale)
     EXPECT_EQ(f.family(), QStringLiteral("DejaVu Sans"));
     EXPECT_EQ(f.pointSize(), 18);
     EXPECT_EQ(std::tuple(f.bold(), f.italic(), f.underline()), std::tuple(false, true, true));
-    EXPECT_EQ(label->colour(), QColor(1, 2, 3));
     EXPECT_EQ(label->geometry(), QRect(0, 0, 180, 40));
 }
 
@@ -376,11 +358,10 @@ TEST(SkinLabel, TextIsDrawnOnTheSkinEvenInAMissingFont)
         EXPECT_GT(inColour, 20) << font;
         // Where no text is drawn the skin shows through.
         EXPECT_EQ(shot.pixel(10, 40), mainPixel(10, 40)) << font;
-        EXPECT_FALSE(QFontInfo(rig.loader.labelWidget(7)->font()).family().isEmpty()) << font;
     }
 }
 
-TEST(SkinLights, FollowTheLightsViewInEverySkin)
+TEST(SkinLights, FollowTheLightsViewInEverySkinRepaintingOnlyTheirSpots)
 {
     Rig rig;
     const QString lights = QStringLiteral("I2,10,40,8,8,255,0,0,0,\"Play\"\n"
@@ -404,7 +385,9 @@ TEST(SkinLights, FollowTheLightsViewInEverySkin)
 
     view.visible[2] = false;
     view.visible[3] = true;
-    rig.loader.ShowLights(view);
+    const QRegion repainted = rig.repaintedBy([&] { rig.loader.ShowLights(view); });
+    EXPECT_TRUE(repainted.xored(QRegion(10, 40, 8, 8) + QRegion(30, 40, 8, 8)).isEmpty())
+        << "repainted" << describe(repainted);
     shot = rig.shot();
     EXPECT_EQ(shot.pixel(14, 44), mainPixel(14, 44));
     EXPECT_EQ(shot.pixel(34, 44), qRgb(0, 255, 0));

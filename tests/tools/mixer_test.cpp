@@ -35,51 +35,34 @@ struct SearchPath
 
 TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
 {
-    struct Case
+    const struct
     {
         const char *name;
         QStringList inFirst, inSecond;
         QString program; // the file name found, empty for none
         QStringList arguments;
-    };
-    const auto alsamixerIn = [](const SearchPath &p) {
-        return p.second.filePath(QStringLiteral("alsamixer"));
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"pavucontrol before all others",
-         {QStringLiteral("alsamixer"), QStringLiteral("xterm")},
-         {QStringLiteral("gnome-control-center"), QStringLiteral("pavucontrol-qt"),
-          QStringLiteral("pavucontrol")},
-         QStringLiteral("pavucontrol"),
+         {"alsamixer", "xterm"},
+         {"gnome-control-center", "pavucontrol-qt", "pavucontrol"},
+         "pavucontrol",
          {}},
-        {"then its Qt twin",
-         {QStringLiteral("gnome-control-center")},
-         {QStringLiteral("pavucontrol-qt")},
-         QStringLiteral("pavucontrol-qt"),
-         {}},
+        {"then its Qt twin", {"gnome-control-center"}, {"pavucontrol-qt"}, "pavucontrol-qt", {}},
         {"then GNOME's sound settings",
-         {QStringLiteral("xterm")},
-         {QStringLiteral("alsamixer"), QStringLiteral("gnome-control-center")},
-         QStringLiteral("gnome-control-center"),
-         {QStringLiteral("sound")}},
+         {"xterm"},
+         {"alsamixer", "gnome-control-center"},
+         "gnome-control-center",
+         {"sound"}},
         {"alsamixer in the desktop's terminal",
-         {QStringLiteral("xterm"), QStringLiteral("x-terminal-emulator")},
-         {QStringLiteral("alsamixer")},
-         QStringLiteral("x-terminal-emulator"),
-         {QStringLiteral("-e"), QStringLiteral("ALSAMIXER")}},
-        {"alsamixer in xterm",
-         {QStringLiteral("xterm")},
-         {QStringLiteral("alsamixer")},
-         QStringLiteral("xterm"),
-         {QStringLiteral("-e"), QStringLiteral("ALSAMIXER")}},
-        {"alsamixer without a terminal is no mixer",
-         {},
-         {QStringLiteral("alsamixer")},
-         QString(),
-         {}},
-        {"nothing at all", {}, {}, QString(), {}},
+         {"xterm", "x-terminal-emulator"},
+         {"alsamixer"},
+         "x-terminal-emulator",
+         {"-e", "ALSAMIXER"}},
+        {"alsamixer in xterm", {"xterm"}, {"alsamixer"}, "xterm", {"-e", "ALSAMIXER"}},
+        {"alsamixer without a terminal is no mixer", {}, {"alsamixer"}, {}, {}},
+        {"nothing at all", {}, {}, {}, {}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         SearchPath p;
         for (const QString &name : c.inFirst)
@@ -87,14 +70,12 @@ TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
         for (const QString &name : c.inSecond)
             SearchPath::add(p.second, name);
         const auto found = Mixer::findMixer(p.path());
-        if (c.program.isEmpty()) {
-            EXPECT_FALSE(found.has_value());
+        ASSERT_EQ(found.has_value(), !c.program.isEmpty());
+        if (!found)
             continue;
-        }
-        ASSERT_TRUE(found.has_value());
         EXPECT_EQ(QFileInfo(found->program).fileName(), c.program);
         QStringList expected = c.arguments;
-        expected.replaceInStrings(QStringLiteral("ALSAMIXER"), alsamixerIn(p));
+        expected.replaceInStrings("ALSAMIXER", p.second.filePath("alsamixer"));
         EXPECT_EQ(found->arguments, expected);
     }
 }
