@@ -66,10 +66,7 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     wireVolume();
     m_stopwatches.setLabelFn([this](int n, const QString &text) { m_skin.setLabel(n, text); });
     m_stopwatches.setDisplayFn([this](const QString &) {
-        const int t = m_stopwatches.current();
-        // Group 6 counts in seconds; the stopwatch keeps tenths within the minute.
-        m_skin.SetDD(6, m_stopwatches.field(t, 2) * 3600 + m_stopwatches.field(t, 3) * 60 +
-                            m_stopwatches.field(t, 4) / 10);
+        m_skin.SetDD(6, int(m_stopwatches.shownSeconds(m_stopwatches.current())));
     });
     m_timer2.setInterval(250);
     connect(&m_timer2, &QTimer::timeout, this, [this] { m_clockTick.Timer2_Timer(); });

@@ -34,8 +34,7 @@ QString Stopwatches::text(int timer) const
 {
     if (timer < 0 || timer >= Count)
         return {};
-    const auto &t = m_timers[timer];
-    const qint64 tenths = t[1] ? m_split[timer] : totalTenths(t);
+    const qint64 tenths = shownTenths(timer);
     const qint64 hours = tenths / TenthsPerHour;
     const qint64 minutes = tenths % TenthsPerHour / 600;
     const qint64 seconds = tenths % 600 / 10;
@@ -106,7 +105,7 @@ void Stopwatches::advance(qint64 elapsedMs)
             m_pendingMs[i] %= 100;
         }
     }
-    show();
+    show(false);
 }
 
 void Stopwatches::tick(const QDateTime &now)
@@ -118,8 +117,25 @@ void Stopwatches::tick(const QDateTime &now)
     advance(elapsed);
 }
 
-void Stopwatches::show()
+qint64 Stopwatches::shownTenths(int timer) const
 {
+    if (timer < 0 || timer >= Count)
+        return 0;
+    const auto &t = m_timers[size_t(timer)];
+    return t[1] ? m_split[size_t(timer)] : totalTenths(t);
+}
+
+qint64 Stopwatches::shownSeconds(int timer) const
+{
+    return shownTenths(timer) / 10;
+}
+
+void Stopwatches::show(bool always)
+{
+    const QString shown = text(m_current);
+    if (!always && shown == m_shown)
+        return;
+    m_shown = shown;
     if (m_display)
-        m_display(text(m_current));
+        m_display(shown);
 }

@@ -36,11 +36,15 @@ public:
     qint16 field(int timer, int field) const;
     // "h:mm:ss.t" of the timer, as the display shows it.
     QString text(int timer) const;
+    // Whole seconds the display shows: the split while one is held.
+    qint64 shownSeconds(int timer) const;
 
 private:
     static qint64 totalTenths(const std::array<qint16, Fields> &t);
     static void setTotal(std::array<qint16, Fields> &t, qint64 tenths);
-    void show();
+    qint64 shownTenths(int timer) const;
+    // Draws the current timer; the clock tick's calls only when it changed.
+    void show(bool always = true);
 
     std::array<std::array<qint16, Fields>, Count> m_timers{};
     std::array<qint64, Count> m_split{};
@@ -49,4 +53,5 @@ private:
     QDateTime m_last;
     LabelFn m_setLabel;
     DisplayFn m_display;
+    QString m_shown;
 };

@@ -168,6 +168,7 @@ TEST_F(StopwatchesTest, SplitHoldsTheDisplayWhileTheTimerRunsOn)
     EXPECT_EQ(sw.field(0, 1), 1);
     sw.advance(3000);
     EXPECT_EQ(shown, "0:00:01.2");
+    EXPECT_EQ(sw.shownSeconds(0), 1); // what the digit display counts
     EXPECT_EQ(counters(0), "1 0 0 42");
     run({7});
     EXPECT_EQ(sw.field(0, 1), 0);
