@@ -179,6 +179,7 @@ void frmNeOrb::wireTrackInfo()
     m_trackInfo.currentFile = [this] { return m_engine.state().CurFile; };
     m_trackInfo.seek = [this](qint64 pos) { m_engine.PlayFrom(qint32(pos)); };
     m_trackInfo.lightsChanged = [this] { refreshLights(); };
+    m_trackInfo.tagSaved = [this](const QString &file) { m_engine.TagSaved(file); };
 }
 
 // Slider 1 shows the position while something plays, where the skin has it.

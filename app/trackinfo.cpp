@@ -159,6 +159,10 @@ void TrackInfo::ShowTrackInfo()
         source.currentFile = [this] { return current(); };
         source.currentCover = [this] { return m_cover.picture(); };
         source.friendlyNames = [this] { return m_parts.settings.FriendlyNames > 0; };
+        source.tagSaved = [this](const QString &file) {
+            if (tagSaved)
+                tagSaved(file);
+        };
         m_info = new frmInfo(m_parts.dialogs, std::move(source), m_parts.window);
     }
     m_info->GetInfo(infoFile());

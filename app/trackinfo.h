@@ -66,6 +66,8 @@ public:
     std::function<void(qint64 positionMs)> seek;
     // The lyrics light may have changed.
     std::function<void()> lightsChanged;
+    // The info window wrote a tag into this file.
+    std::function<void(const QString &file)> tagSaved;
 
 private:
     void showCover(const QImage &picture, const QString &hint);

@@ -560,6 +560,15 @@ void PlaybackEngine::CloseDevices()
     m_state.paused = false;
 }
 
+void PlaybackEngine::TagSaved(const QString &file)
+{
+    if (file.isEmpty() || file != m_state.CurFile || m_state.CurDevice.isEmpty() ||
+        classifyMedia(file, currentOptions().MCIDevice).kind != MediaType::Kind::Mpeg)
+        return;
+    m_tag = GetMP3Info(file).tag;
+    ShowTitles();
+}
+
 PlaybackEngine::JumpTarget PlaybackEngine::parseJump(const QString &text)
 {
     static const QRegularExpression entry(QStringLiteral("^\\d{1,5}$"));

@@ -111,6 +111,9 @@ public:
     void PlayFile(const QString &path);
     // Shut-down: both devices closed, the tick stopped.
     void CloseDevices();
+    // A tag was written into `file`: when it is the item playing, the tray
+    // tip and titles show the new one.
+    void TagSaved(const QString &file);
 
     const PlaybackState &state() const { return m_state; }
     // The tag of the current item; the blank record for anything but MP3.
