@@ -65,8 +65,6 @@ void ClockTick::ShowTime()
 
 void ClockTick::Timer2_Timer()
 {
-    if (m_actions.startOfTick)
-        m_actions.startOfTick();
     const QDateTime now = m_clock.now();
     const QTime time = now.time();
     if (time.isValid()) {

@@ -26,9 +26,8 @@ public:
         std::function<void(int preset)> switchOn;
         std::function<void()> switchOff;
         std::function<void()> snoozeAction;
-        // Every tick, first: the display group 6 refresh.
-        std::function<void()> startOfTick;
-        // Every tick, last: the pressed overlay, other groups, the stopwatches.
+        // Every tick, last: what runs on the clock's beat (the stopwatches,
+        // the switch-on fade).
         std::function<void(const QDateTime &now)> endOfTick;
     };
 

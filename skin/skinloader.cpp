@@ -102,11 +102,6 @@ SkinPictures buildSkinPictures(const SkinDescription &skin)
     return out;
 }
 
-SkinLoader::SkinLoader(QWidget &window, Dialogs &dialogs)
-    : SkinLoader(window, dialogs, m_systemClock)
-{
-}
-
 SkinLoader::SkinLoader(QWidget &window, Dialogs &dialogs, const Clock &clock)
     : m_window(window), m_dialogs(dialogs), m_clock(clock),
       m_display(

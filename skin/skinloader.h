@@ -49,7 +49,6 @@ class SkinLoader : public QObject
 {
     Q_OBJECT
 public:
-    SkinLoader(QWidget &window, Dialogs &dialogs);
     SkinLoader(QWidget &window, Dialogs &dialogs, const Clock &clock);
     ~SkinLoader() override;
 
@@ -119,7 +118,6 @@ private:
 
     QWidget &m_window;
     Dialogs &m_dialogs;
-    SystemClock m_systemClock;
     const Clock &m_clock;
     QString m_file;
     SkinDescription m_skin;
