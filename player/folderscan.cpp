@@ -1,5 +1,7 @@
 #include "folderscan.h"
 
+#include "mediatype.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -29,8 +31,7 @@ void FolderWalk::add(const QString &folder)
 
 bool FolderWalk::accepts(const QString &fileName, const QString &validExtUpper)
 {
-    const int dot = fileName.lastIndexOf(QLatin1Char('.'));
-    const QString ext = (dot < 0 ? fileName : fileName.mid(dot + 1)).toUpper();
+    const QString ext = mediaExtension(fileName);
     // An empty extension ("name.") is found in any list, as a substring test
     // finds the empty text.
     return ext.isEmpty() || validExtUpper.contains(ext);

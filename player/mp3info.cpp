@@ -1,5 +1,7 @@
 #include "mp3info.h"
 
+#include "mediatype.h"
+
 #include <QFile>
 
 namespace {
@@ -57,8 +59,5 @@ Mp3Info GetMP3Info(const QString &file)
 
 bool isMpegAudio(const QString &file)
 {
-    const QString name = file.mid(file.lastIndexOf(QLatin1Char('/')) + 1);
-    const QString ext = name.mid(name.lastIndexOf(QLatin1Char('.')) + 1).toUpper();
-    return ext == QLatin1String("MP3") || ext == QLatin1String("MP2") ||
-           ext == QLatin1String("MPA");
+    return classifyMedia(file, QString()).kind == MediaType::Kind::Mpeg;
 }

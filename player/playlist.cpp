@@ -1,6 +1,7 @@
 #include "playlist.h"
 
 #include "folderscan.h"
+#include "mediatype.h"
 #include "platform/text.h"
 
 #include <QFile>
@@ -13,18 +14,6 @@ namespace {
 // Lists larger than this are garbage, not playlists: 32766 long paths fit well
 // below it, and reading it whole must not exhaust memory.
 constexpr qint64 kMaxListBytes = 256 * 1024 * 1024;
-
-QString upperExt(const QString &path)
-{
-    const int dot = path.lastIndexOf(QLatin1Char('.'));
-    return (dot < 0 ? path : path.mid(dot + 1)).toUpper();
-}
-
-QString folderWithSlash(const QString &file)
-{
-    const int slash = file.lastIndexOf(QLatin1Char('/'));
-    return slash < 0 ? QString() : file.left(slash + 1);
-}
 
 bool isUrl(const QString &entry)
 {
@@ -77,7 +66,7 @@ void Playlist::append(const QString &display, const QString &path)
 
 Playlist::ListType Playlist::typeOf(const QString &file)
 {
-    const QString ext = upperExt(file);
+    const QString ext = mediaExtension(file);
     if (ext == QLatin1String("M3U") || ext == QLatin1String("M3U8"))
         return ListType::M3u;
     if (ext == QLatin1String("PLS"))
@@ -140,7 +129,7 @@ void Playlist::PlRead(const QString &file)
     const ListType type = typeOf(file);
     if (type == ListType::None || in.size() > kMaxListBytes)
         return;
-    const QString base = folderWithSlash(file);
+    const QString base = folderOf(file);
     const int room = kMaxEntries - int(m_state.PlPath.size());
     const QStringList entries = readEntries(in.readAll(), type, room);
     for (const QString &written : entries) {
@@ -153,7 +142,7 @@ void Playlist::PlRead(const QString &file)
 
 QString Playlist::WritePL(const QString &file) const
 {
-    const QString dir = folderWithSlash(file);
+    const QString dir = folderOf(file);
     QSaveFile out(file);
     if (out.open(QIODevice::WriteOnly)) {
         QByteArray bytes;
@@ -212,6 +201,11 @@ void Playlist::AddToPlaylist(const QString &path, const QString &display)
 void Playlist::AddOpened(const QString &path)
 {
     AddToPlaylist(path, FriendlyName(path, friendlyNames));
+}
+
+QString Playlist::folderOf(const QString &file)
+{
+    return file.left(file.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
 bool Playlist::IsPicture(const QString &path)

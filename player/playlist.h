@@ -46,6 +46,8 @@ public:
 
     static QString FriendlyName(const QString &path, bool friendly);
     static bool IsPicture(const QString &path);
+    // The file's folder with its "/"; empty for a bare name.
+    static QString folderOf(const QString &file);
 
     // The pure parts of PlRead, for tests and other readers.
     static ListType typeOf(const QString &file);

@@ -41,11 +41,6 @@ Playlist &PlaylistControl::playlist()
     return m_playlist;
 }
 
-QString PlaylistControl::folderOf(const QString &file)
-{
-    return file.left(file.lastIndexOf(QLatin1Char('/')) + 1);
-}
-
 void PlaylistControl::rememberPath(const QString &folder)
 {
     m_options.Path = folder;
@@ -87,7 +82,7 @@ void PlaylistControl::PlLoad()
         QStringLiteral("Playlists|*.M3U;*.M3U8;*.PLS|All Files|*.*"), filterIndex);
     if (file.isEmpty())
         return;
-    rememberPath(folderOf(file));
+    rememberPath(Playlist::folderOf(file));
     if (m_options.ClearPLFirst == 1)
         PlClear();
     enqueue([this, file] {
@@ -107,7 +102,7 @@ void PlaylistControl::PlSaveAs()
                                       QStringLiteral("MP3 Playlists (*.M3U)|*.M3U"));
     if (file.isEmpty())
         return;
-    rememberPath(folderOf(file));
+    rememberPath(Playlist::folderOf(file));
     // Only a list named so loads again.
     if (Playlist::typeOf(file) != Playlist::ListType::M3u)
         file += QStringLiteral(".m3u");
@@ -127,7 +122,7 @@ void PlaylistControl::OpenMedia()
                                             kMediaFilter, m_filterIndex);
     if (file.isEmpty())
         return;
-    rememberPath(folderOf(file));
+    rememberPath(Playlist::folderOf(file));
     addPaths({file});
 }
 

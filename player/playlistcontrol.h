@@ -72,9 +72,6 @@ public:
     // Puts the new "Path" into the settings store at once.
     std::function<void(const QString &path)> savePath;
 
-    // "Path" as written after a file dialog: the file's folder with its "/".
-    static QString folderOf(const QString &file);
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
