@@ -21,6 +21,7 @@ struct LargeSkin
 {
     QTemporaryDir dir;
     QuietDialogs dialogs;
+    SystemClock clock;
     QWidget window;
     std::unique_ptr<SkinLoader> loader;
 
@@ -43,7 +44,7 @@ struct LargeSkin
                        "L1,200,100,300,20,255,255,255,10,\"DejaVu Sans\",\"~\"\n"
                        "I2,10,60,8,8,0,255,0,1,\"~\"\nE\n");
         skin.close();
-        loader = std::make_unique<SkinLoader>(window, dialogs);
+        loader = std::make_unique<SkinLoader>(window, dialogs, clock);
         loader->setScale(scale);
         loader->LoadSkin(skin.fileName());
     }

@@ -17,34 +17,22 @@ struct Tray
     frmIcon icon{window, menu};
 };
 
-TEST(TrayIcon, StartsWithTheVeltoMarkTipAndThePopupMenu)
+TEST(TrayIcon, ShowsTheMarkBringsBackTheWindowAndHidesItOnCloseOnlyWhenItCan)
 {
     Tray tray;
     EXPECT_EQ(tray.icon.toolTip(), QStringLiteral("Velto"));
     EXPECT_EQ(tray.icon.icon().contextMenu(), tray.menu.menu());
     const QIcon mark = tray.icon.icon().icon();
     ASSERT_FALSE(mark.isNull());
-    for (const int size : {16, 22, 32}) {
+    for (const int size : {16, 32}) {
         const QImage image = mark.pixmap(size).toImage();
         ASSERT_EQ(image.size(), QSize(size, size));
         // Round: the corners show the tray through.
         EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0) << size;
         EXPECT_EQ(qAlpha(image.pixel(size / 2, size / 2)), 255) << size;
     }
-}
 
-TEST(TrayIcon, ToolTipKeepsAtMost64Characters)
-{
-    Tray tray;
-    const QString long65 = QStringLiteral("Velto - [Artist] - ") + QString(46, QChar('t'));
-    for (const QString &text : {QStringLiteral("Velto - a.mp3"), long65.left(64), long65}) {
-        tray.icon.setToolTip(text);
-        EXPECT_EQ(tray.icon.toolTip(), text.left(64));
-    }
-}
-
-TEST(TrayIcon, ClickingBringsBackAMinimisedOrHiddenWindow)
-{
+    // Clicking brings back a minimised or hidden window.
     const struct
     {
         QSystemTrayIcon::ActivationReason reason;
@@ -69,26 +57,22 @@ TEST(TrayIcon, ClickingBringsBackAMinimisedOrHiddenWindow)
             EXPECT_EQ(tray.window.geometry(), QRect(40, 50, 300, 120));
         }
     }
-}
 
-TEST(TrayIcon, ClosingHidesOnlyWithExitModeOneAndAnIconToComeBackBy)
-{
+    // Closing hides only with exit mode 1 and an icon to come back by.
     const struct
     {
         qint16 ExitMode;
         bool iconShown, hides;
-    } cases[] = {
+    } exits[] = {
         {1, true, true},
         {1, false, false},
-        {0, true, false},
         {2, true, false},
     };
-    for (const auto &c : cases)
+    for (const auto &c : exits)
         EXPECT_EQ(closeHidesToTray(c.ExitMode, c.iconShown), c.hides)
             << c.ExitMode << ' ' << c.iconShown;
 
     // The test platform has no notification area: closing always quits.
-    Tray tray;
     tray.icon.show();
     EXPECT_FALSE(frmIcon::available());
     EXPECT_FALSE(tray.icon.isShown());

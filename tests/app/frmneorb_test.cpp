@@ -1,6 +1,5 @@
 #include "app/frmneorb.h"
 #include "skin/skinlightwidget.h"
-#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/shippedwindow.h"
@@ -26,16 +25,14 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
+TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietlyAndToggleCommandsLightTheirLights)
 {
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
     EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
     EXPECT_EQ(window->size(), window->skin().pictures().windowSize);
     EXPECT_TRUE(lightShown(22)) << "media-file mode is lit";
-}
 
-TEST_F(MainWindow, ToggleCommandsLightTheirLights)
-{
+    // Toggle commands light their lights.
     EXPECT_FALSE(lightShown(5));
     window->DoIt(25); // intro scan
     EXPECT_TRUE(lightShown(5));
@@ -45,7 +42,7 @@ TEST_F(MainWindow, ToggleCommandsLightTheirLights)
     EXPECT_FALSE(lightShown(5));
 }
 
-TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOne)
+TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
 {
     window->DoIt(1003); // the calculator's key on the player skin
     EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"));
@@ -53,10 +50,6 @@ TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOne)
     window->DoIt(1011); // link commands never open anything
     window->DoIt(1001); // back to the player
     EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
-}
-
-TEST_F(MainWindow, CtrlQEndsThroughTheShutDown)
-{
     window->DoIt(1003);
     QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window->isVisible());
@@ -78,23 +71,6 @@ TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
     clock.time = clock.time.addSecs(1);
     QTest::qWait(300);
     EXPECT_TRUE(window->isMinimized()) << "07:30 is the entry's off time";
-}
-
-TEST_F(MainWindow, TheRestoredPlaylistShowsInTheSkinsList)
-{
-    window.reset();
-    const QString a = home.write(QStringLiteral("music/01 - Morning.mp3"), "x");
-    const QString b = home.write(QStringLiteral("music/Evening_Song.mp3"), "x");
-    home.write(QStringLiteral("data/velto/playlist.m3u"), (a + "\r\n" + b + "\r\n").toUtf8());
-    store.values["config/startmd"] = "1";
-    store.values["config/lasttrack"] = "2";
-    start();
-    const SkinListArea *list = window->skin().list(1);
-    ASSERT_NE(list, nullptr);
-    ASSERT_EQ(list->count(), 2);
-    EXPECT_EQ(list->item(0)->text(), QStringLiteral("Morning.mp3"));
-    EXPECT_EQ(list->item(1)->text(), QStringLiteral("Evening Song.mp3"));
-    EXPECT_EQ(list->currentRow(), 1) << "the last track is the current one";
 }
 
 TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)

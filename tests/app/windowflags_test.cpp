@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(SetOnTop, SwitchesTheStayOnTopHintAndNothingElse)
+TEST(SetOnTop, SwitchesTheStayOnTopHintAndNothingElseShownOrNot)
 {
     QWidget window(nullptr, Qt::Window | Qt::FramelessWindowHint);
     window.setGeometry(40, 50, 300, 120);
@@ -21,17 +21,14 @@ TEST(SetOnTop, SwitchesTheStayOnTopHintAndNothingElse)
         EXPECT_EQ(window.geometry(), QRect(40, 50, 300, 120));
         EXPECT_TRUE(window.isVisible());
     }
-}
 
-TEST(SetOnTop, LeavesAWindowNotYetShownHiddenUntilItIsShown)
-{
-    QWidget window(nullptr, Qt::Window | Qt::FramelessWindowHint);
-    SetOnTop(window, true);
-    EXPECT_FALSE(window.isVisible());
-    window.show();
-    ASSERT_NE(window.windowHandle(), nullptr);
-    EXPECT_TRUE(window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_TRUE(window.windowHandle()->flags().testFlag(Qt::FramelessWindowHint));
+    QWidget later(nullptr, Qt::Window | Qt::FramelessWindowHint);
+    SetOnTop(later, true);
+    EXPECT_FALSE(later.isVisible()) << "a window not yet shown stays hidden";
+    later.show();
+    ASSERT_NE(later.windowHandle(), nullptr);
+    EXPECT_EQ(later.windowHandle()->flags(), later.windowFlags());
+    EXPECT_TRUE(later.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
 } // namespace

@@ -15,10 +15,14 @@ public:
     public:
         Track &event(quint32 delta, std::initializer_list<int> bytes)
         {
-            vlq(delta);
-            for (int b : bytes)
-                m_bytes.append(char(b));
-            return *this;
+            char out[5];
+            int n = 0;
+            out[n++] = char(delta & 0x7f);
+            while (delta >>= 7)
+                out[n++] = char(0x80 | (delta & 0x7f));
+            while (n > 0)
+                m_bytes.append(out[--n]);
+            return raw(bytes);
         }
         Track &tempo(quint32 delta, quint32 usPerQuarter)
         {
@@ -41,48 +45,24 @@ public:
         const QByteArray &bytes() const { return m_bytes; }
 
     private:
-        void vlq(quint32 value)
-        {
-            char out[5];
-            int n = 0;
-            out[n++] = char(value & 0x7f);
-            while (value >>= 7)
-                out[n++] = char(0x80 | (value & 0x7f));
-            while (n > 0)
-                m_bytes.append(out[--n]);
-        }
         QByteArray m_bytes;
     };
 
     static QByteArray smf(int format, int division, const std::vector<Track> &tracks)
     {
-        QByteArray out("MThd");
-        be32(out, 6);
-        be16(out, format);
-        be16(out, int(tracks.size()));
-        be16(out, division);
-        for (const Track &t : tracks) {
-            out.append("MTrk");
-            be32(out, quint32(t.bytes().size()));
-            out.append(t.bytes());
-        }
+        QByteArray out = "MThd" + be(6, 4) + be(quint32(format), 2) +
+                         be(quint32(tracks.size()), 2) + be(quint32(division), 2);
+        for (const Track &t : tracks)
+            out += "MTrk" + be(quint32(t.bytes().size()), 4) + t.bytes();
         return out;
     }
 
     // The same song in a RIFF "RMID" wrapper, after a chunk a reader must skip.
     static QByteArray rmid(const QByteArray &smf)
     {
-        QByteArray body("RMID");
-        body.append("INFO");
-        le32(body, 3);
-        body.append("abc");
-        body.append('\0'); // pad to even
-        body.append("data");
-        le32(body, quint32(smf.size()));
-        body.append(smf);
-        QByteArray out("RIFF");
-        le32(out, quint32(body.size()));
-        return out + body;
+        const QByteArray body = "RMIDINFO" + le32(3) + QByteArray("abc\0", 4) + "data" +
+                                le32(quint32(smf.size())) + smf;
+        return "RIFF" + le32(quint32(body.size())) + body;
     }
 
     // A short piano tune of `ms` milliseconds at 120 beats a minute, 480 ticks a beat.
@@ -99,19 +79,18 @@ public:
     }
 
 private:
-    static void be32(QByteArray &out, quint32 v)
+    static QByteArray be(quint32 v, int bytes)
     {
-        for (int shift = 24; shift >= 0; shift -= 8)
+        QByteArray out;
+        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8)
             out.append(char(v >> shift));
+        return out;
     }
-    static void be16(QByteArray &out, int v)
+    static QByteArray le32(quint32 v)
     {
-        out.append(char(v >> 8));
-        out.append(char(v));
-    }
-    static void le32(QByteArray &out, quint32 v)
-    {
+        QByteArray out;
         for (int shift = 0; shift < 32; shift += 8)
             out.append(char(v >> shift));
+        return out;
     }
 };

@@ -1,51 +1,37 @@
 #include "mediatest.h"
 #include "platform/mediadevicefactory.h"
 #include "support/printers.h"
+#include "support/testmedia.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
-#include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <memory>
 
 namespace {
 
-// Media made here with ffmpeg: a 1.5 s sine as WAV and MP3, and bytes that
-// are no media at all.
+// A 1.5 s sine in several formats, and bytes that are no media at all.
 class MpvDeviceTest : public ::testing::Test
 {
 protected:
     static void SetUpTestSuite()
     {
         qputenv("VELTO_AUDIO", "null");
-        media = new QTemporaryDir;
+        media = new TestMedia;
         factory = new MediaDeviceFactory;
-        for (const char *name : {"tone.wav", "tone.mp3", "tone.flac", "tone.ogg"}) {
-            QProcess ffmpeg;
-            ffmpeg.start(QStringLiteral("ffmpeg"),
-                         {QStringLiteral("-loglevel"), QStringLiteral("error"),
-                          QStringLiteral("-y"), QStringLiteral("-f"), QStringLiteral("lavfi"),
-                          QStringLiteral("-i"), QStringLiteral("sine=frequency=440:duration=1.5"),
-                          QStringLiteral("-ac"), QStringLiteral("1"), file(name)});
-            ffmpeg.waitForFinished(20000);
-        }
-        QFile garbage(file("garbage.mp3"));
-        if (garbage.open(QIODevice::WriteOnly)) {
-            QRandomGenerator random(7);
-            QByteArray bytes(64 * 1024, Qt::Uninitialized);
-            random.fillRange(reinterpret_cast<quint32 *>(bytes.data()), bytes.size() / 4);
-            garbage.write(bytes);
-        }
+        media->sineWav(QStringLiteral("tone.wav"), 1500);
+        for (const char *name : {"tone.mp3", "tone.flac", "tone.ogg"})
+            media->encoded(QString::fromLatin1(name), 1500);
+        media->garbage(QStringLiteral("garbage.mp3"));
     }
     static void TearDownTestSuite()
     {
         delete factory;
         delete media;
     }
-    static QString file(const char *name) { return media->filePath(QString::fromLatin1(name)); }
+    static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
 
     void SetUp() override
     {
@@ -65,65 +51,22 @@ protected:
         return device;
     }
 
-    static QTemporaryDir *media;
+    static TestMedia *media;
     static MediaDeviceFactory *factory;
 };
 
-QTemporaryDir *MpvDeviceTest::media = nullptr;
+TestMedia *MpvDeviceTest::media = nullptr;
 MediaDeviceFactory *MpvDeviceTest::factory = nullptr;
 
-TEST_F(MpvDeviceTest, OpensGeneratedMediaWithItsLength)
-{
-    for (const char *name : {"tone.wav", "tone.mp3"}) {
-        SCOPED_TRACE(name);
-        EventLog log;
-        auto device = openDevice(log, name);
-        EXPECT_EQ(device->mode(), MediaDevice::Mode::NotReady) << "open returns before loading";
-        ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }));
-        ASSERT_EQ(log.opened, 1) << log.text.toStdString();
-        EXPECT_NEAR(device->length(), 1500, 60);
-        EXPECT_EQ(device->position(), 0);
-        EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
-        EXPECT_EQ(device->errorNumber(), 0);
-    }
-}
-
-TEST_F(MpvDeviceTest, PlaysInRealTimeToTheEndAndReportsIt)
-{
-    EventLog log;
-    auto device = openDevice(log, "tone.mp3");
-    device->setFrom(700);
-    device->play();
-    EXPECT_TRUE(waitFor([&] { return device->mode() == MediaDevice::Mode::Playing; }));
-    ASSERT_TRUE(waitFor([&] { return device->position() > 900; }));
-    EXPECT_GT(log.positions, 0);
-    EXPECT_EQ(log.ended, 0);
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }, 2000));
-    EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
-    EXPECT_EQ(device->position(), device->length());
-
-    // The file stays open at its end: seek back and it plays again.
-    device->seek(1200);
-    device->play();
-    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }, 2000));
-}
-
-TEST_F(MpvDeviceTest, SeekStaysInsideTheFileAndStopHoldsThePosition)
+TEST_F(MpvDeviceTest, StopHoldsThePositionAndTheEndLeavesTheFileOpen)
 {
     EventLog log;
     auto device = openDevice(log, "tone.wav");
     ASSERT_TRUE(waitFor([&] { return log.opened == 1; }));
-    const qint64 length = device->length();
-    const std::pair<qint64, qint64> seeks[] = {
-        {-500, 0}, {800, 800}, {length + 5000, length}, {300, 300}};
-    for (const auto &[target, expected] : seeks) {
-        device->seek(target);
-        EXPECT_EQ(device->position(), expected) << "at once, seeking to " << target;
-        spin(80);
-        EXPECT_NEAR(device->position(), expected, 30) << "after mpv seeked to " << target;
-    }
+    device->seek(300);
     device->play();
     ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
+    EXPECT_GT(log.positions, 0);
     device->stop();
     spin(100);
     const qint64 held = device->position();
@@ -131,18 +74,15 @@ TEST_F(MpvDeviceTest, SeekStaysInsideTheFileAndStopHoldsThePosition)
     EXPECT_EQ(device->position(), held);
     EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
     EXPECT_EQ(log.ended, 0);
-}
 
-TEST_F(MpvDeviceTest, TwoDevicesPlayAtOnce)
-{
-    EventLog firstLog, secondLog;
-    auto first = openDevice(firstLog, "tone.mp3");
-    auto second = openDevice(secondLog, "tone.wav");
-    first->play();
-    second->play();
-    ASSERT_TRUE(waitFor([&] { return first->position() > 400 && second->position() > 400; }));
-    EXPECT_EQ(first->mode(), MediaDevice::Mode::Playing);
-    EXPECT_EQ(second->mode(), MediaDevice::Mode::Playing);
+    device->setFrom(1200);
+    device->play();
+    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }, 2000));
+    EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
+    EXPECT_EQ(device->position(), device->length());
+    device->seek(1200); // seek back at the end and it plays again
+    device->play();
+    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }, 2000));
 }
 
 TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheClassicNumbersAndMpvsText)
@@ -158,7 +98,6 @@ TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheClassicNumbersAndMpvsText)
         {"missing.mp3", QStringLiteral("MPEGVideo"), 274, QStringLiteral("loading failed")},
         {"garbage.mp3", QStringLiteral("ActiveMovie"), 277,
          QStringLiteral("unrecognized file format")},
-        {"tone.mp3", QStringLiteral("Sequencer"), 263, QStringLiteral("unknown device type")},
         {"tone.mp3", QStringLiteral("mpegvideo"), 263, QStringLiteral("unknown device type")},
     };
     for (const Case &c : cases) {
@@ -183,8 +122,10 @@ TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheClassicNumbersAndMpvsText)
     }
 }
 
-TEST_F(MpvDeviceTest, ReopeningAbandonsTheEarlierFileQuietly)
+TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
 {
+    // mpv reports a length only when it differs from the last one it sent.
+    // Opens abandoned for another report nothing.
     EventLog log;
     auto device = openDevice(log, "garbage.mp3");
     device->close();
@@ -192,31 +133,25 @@ TEST_F(MpvDeviceTest, ReopeningAbandonsTheEarlierFileQuietly)
     device->open();
     device->setFileName(file("tone.wav"));
     device->open();
-    device->play();
-    ASSERT_TRUE(waitFor([&] { return device->position() > 200; }));
-    spin(100);
-    EXPECT_EQ(log.failed, 0) << log.text.toStdString();
-    EXPECT_EQ(log.opened, 1);
-    EXPECT_EQ(device->fileName(), file("tone.wav"));
-}
-
-TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthEvenWhenTheLastWasAsLong)
-{
-    // mpv reports a length only when it differs from the last one it sent.
-    EventLog log;
-    auto device = openDevice(log, "tone.flac");
-    for (int round = 1; round <= 8; ++round) {
+    const char *next[] = {"tone.mp3", "tone.flac", "tone.ogg", "tone.flac", nullptr};
+    for (int round = 1; round <= 5; ++round) {
         SCOPED_TRACE(round);
+        EXPECT_EQ(device->mode(), MediaDevice::Mode::NotReady) << "open returns before loading";
+        ASSERT_TRUE(waitFor([&] { return log.opened == round; })) << log.text.toStdString();
+        EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
+        EXPECT_EQ(device->position(), 0);
+        EXPECT_NEAR(device->length(), 1500, 60);
         device->play();
-        ASSERT_TRUE(waitFor([&] { return log.opened == round; }));
-        EXPECT_EQ(device->length(), 1500);
         ASSERT_TRUE(waitFor([&] { return device->position() > 0; }));
         device->seek(0);
         device->stop();
         device->close();
-        device->setFileName(file(round % 2 ? "tone.ogg" : "tone.flac"));
-        device->open();
+        if (next[round - 1]) {
+            device->setFileName(file(next[round - 1]));
+            device->open();
+        }
     }
+    EXPECT_EQ(log.failed, 0) << log.text.toStdString();
 }
 
 TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
@@ -241,7 +176,7 @@ TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
     spin(50);
 }
 
-TEST(MediaDeviceFactory, FallsBackToSilenceWithoutTheModule)
+TEST(MediaDeviceFactory, FallsBackToSilenceWithoutTheModuleWhichNoProgramLinks)
 {
     MediaDeviceFactory factory({QStringLiteral("/nonexistent/libvelto_mpv.so")});
     factory.preload();
@@ -255,11 +190,8 @@ TEST(MediaDeviceFactory, FallsBackToSilenceWithoutTheModule)
     device->setFileName(QCoreApplication::applicationFilePath());
     device->open();
     EXPECT_TRUE(waitFor([&] { return log.opened == 1; }));
-}
 
-TEST(MediaDeviceFactory, ProgramsLinkingThePlatformDoNotLinkLibmpv)
-{
-    // Start-up pays for libmpv only once the module is loaded.
+    // No program links libmpv: start-up pays for it only once the module loads.
     QProcess ldd;
     ldd.start(QStringLiteral("ldd"), {QCoreApplication::applicationFilePath()});
     ASSERT_TRUE(ldd.waitForFinished(10000));

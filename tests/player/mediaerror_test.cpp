@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 // The texts for the errors a real device gives are checked in playbackengine_test.
-TEST(MediaErrorMessage, ExplainsEachErrorNumber)
+TEST(MediaErrorMessage, ExplainsEachErrorNumberAndTheLengthRule)
 {
     const std::tuple<int, const char *, const char *> cases[] = {
         {264, "MPEGVideo", "Out of memory."},
@@ -21,10 +21,8 @@ TEST(MediaErrorMessage, ExplainsEachErrorNumber)
                   expected)
             << error << " " << device;
     }
-}
 
-TEST(MediaErrorMessage, OutOfMemoryBecomesTheLengthRuleAfter98CharactersWithTheLabel)
-{
+    // Out of memory becomes the length rule after 98 characters with the label.
     const QString tooLong = QStringLiteral("The filename and path must be 98 characters or less!");
     // "Filename: " is ten characters: an 88-character path is the longest that passes.
     for (const auto &[length, explanation] :

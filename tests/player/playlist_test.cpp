@@ -1,5 +1,6 @@
 #include "player/playlist.h"
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,17 +8,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-} // namespace
-
-TEST(FriendlyName, AppliesTheDisplayRules)
+TEST(FriendlyName, AppliesTheDisplayRulesAndKnowsPictures)
 {
     struct Case
     {
@@ -28,45 +19,31 @@ TEST(FriendlyName, AppliesTheDisplayRules)
     const Case cases[] = {
         {"05_My_Song.mp3", true, "05 My Song.mp3"},
         {"01 - Intro.mp3", true, "Intro.mp3"},
-        {"01-Title.mp3", true, "Title.mp3"},
         {"/music/album/02_-_Song.mp3", true, "Song.mp3"},
         {"Song Title (03:45)", true, "Song Title"},
-        {"Song Title ( 3:45)", true, "Song Title"},
         {"/music/a.b.c.def.mp3", true, "a b c def.mp3"},
-        {"name.flac", true, "name.flac"},
         {"name.abcde", true, "name abcde"},
-        {"0.5x", true, "0.5x"},
         {".5-ab", true, "ab"},
-        {" 7-ab", true, "ab"},
         {"0-ab", true, "0-ab"},
         {"00-Title.mp3", true, "00-Title.mp3"},
         {"  7- Tail.mp3", true, "7- Tail.mp3"},
-        {"-1-Title.mp3", true, "-1-Title.mp3"},
         {"AB-Title.mp3", true, "AB-Title.mp3"},
         {"05_My_Song.mp3", false, "05_My_Song.mp3"},
-        {"/a/01 - Intro.mp3", false, "01 - Intro.mp3"},
         {"", true, ""},
-        {"x)", true, "x)"},
         {"/music/", true, ""},
     };
     for (const Case &c : cases)
         EXPECT_EQ(Playlist::FriendlyName(QString::fromUtf8(c.path), c.friendly),
                   QString::fromUtf8(c.expected))
             << c.path;
-}
-
-TEST(FriendlyName, PictureTestLooksAtTheLastFourCharacters)
-{
-    const std::pair<const char *, bool> cases[] = {
-        {"a.jpg", true},   {"A.GIF", true},      {"/x/b.Bmp", true},
-        {"a.jpeg", false}, {"a.png", false},     {"jpg", false},
-        {"", false},       {"x.jpg.mp3", false}, {"folder.JPG", true},
-    };
-    for (const auto &[path, picture] : cases)
+    // The picture test looks at the last four characters.
+    const std::pair<const char *, bool> pictures[] = {
+        {"A.GIF", true}, {"/x/b.Bmp", true}, {"a.jpeg", false}, {"jpg", false}, {"", false}};
+    for (const auto &[path, picture] : pictures)
         EXPECT_EQ(Playlist::IsPicture(QString::fromUtf8(path)), picture) << path;
 }
 
-TEST(PlaylistReader, ReadsEntriesByTheRulesOfEachType)
+TEST(PlaylistReader, ReadsEntriesByTheRulesOfEachTypeAndEncoding)
 {
     using T = Playlist::ListType;
     struct Case
@@ -82,33 +59,26 @@ TEST(PlaylistReader, ReadsEntriesByTheRulesOfEachType)
          "#EXTM3U\n#EXTINF:12,x\n a.mp3 \n\nb.mp3\n",
          {"a.mp3", "", "b.mp3"}},
         {"CR LF and lone CR", T::M3u, "a.mp3\r\nb.mp3\rc.mp3\r\n", {"a.mp3", "b.mp3", "c.mp3"}},
-        {"no final line end", T::M3u, "a.mp3", {"a.mp3"}},
         {"empty file", T::M3u, "", {}},
         {"pls File keys only",
          T::Pls,
          "[playlist]\nFile1=a.mp3\nTitle1=A\nfile2=b.mp3\nFile3=c=d.mp3\nFile4\nNumberOfEntries="
          "4\n",
          {"a.mp3", "c=d.mp3"}},
-        {"pls without File lines", T::Pls, "[playlist]\nNumberOfEntries=0\nVersion=2\n", {}},
         {"pls keeps text after the first =", T::Pls, "  File1= x.mp3\n", {" x.mp3"}},
         {"other types read nothing", T::None, "a.mp3\n", {}},
+        {"each line UTF-8 or Windows-1252",
+         T::M3u,
+         "\xEF\xBB\xBF"
+         "Caf\xC3\xA9.mp3\r\nCaf\xE9.mp3\r\n\x80 \x93quoted\x94 \x8D.mp3\r\n",
+         {QStringLiteral(u"Café.mp3"), QStringLiteral(u"Café.mp3"),
+          QStringLiteral(u"€ “quoted” \u008D.mp3")}},
     };
     for (const Case &c : cases)
         EXPECT_EQ(Playlist::readEntries(c.bytes, c.type), c.expected) << c.name;
 }
 
-TEST(PlaylistReader, DecodesEachLineAsUtf8OrWindows1252)
-{
-    const QByteArray bytes = "\xEF\xBB\xBF"
-                             "Caf\xC3\xA9.mp3\r\n"
-                             "Caf\xE9.mp3\r\n"
-                             "\x80 \x93quoted\x94 \x8D.mp3\r\n";
-    const QStringList expected = {QStringLiteral(u"Café.mp3"), QStringLiteral(u"Café.mp3"),
-                                  QStringLiteral(u"€ “quoted” \u008D.mp3")};
-    EXPECT_EQ(Playlist::readEntries(bytes, Playlist::ListType::M3u), expected);
-}
-
-TEST(PlaylistReader, SurvivesBinaryGarbage)
+TEST(PlaylistReader, SurvivesBinaryGarbageAndStopsAtTheListLimit)
 {
     QByteArray bytes;
     quint32 x = 12345;
@@ -124,6 +94,20 @@ TEST(PlaylistReader, SurvivesBinaryGarbage)
     PlaylistState state;
     Playlist(state).PlRead(home.write(QStringLiteral("g.m3u"), bytes));
     EXPECT_EQ(state.PlNames.size(), state.PlPath.size());
+
+    // A long list stops at the limit; a full list takes nothing more.
+    QByteArray names;
+    for (int i = 0; i < 40000; ++i)
+        names += "t" + QByteArray::number(i) + ".mp3\n";
+    const QString list = home.write(QStringLiteral("big.m3u"), names);
+    PlaylistState full;
+    Playlist playlist(full);
+    playlist.PlRead(list);
+    ASSERT_EQ(full.PlPath.size(), Playlist::kMaxEntries);
+    EXPECT_EQ(full.PlNames.size(), Playlist::kMaxEntries);
+    EXPECT_TRUE(full.PlPath.last().endsWith(QStringLiteral("/t32765.mp3")));
+    playlist.PlRead(list);
+    EXPECT_EQ(full.PlPath.size(), Playlist::kMaxEntries);
 }
 
 TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
@@ -150,7 +134,6 @@ TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
              QStringLiteral("\\lists\\rel.mp3"),
          home.path() + QStringLiteral("/lists/rel.mp3")},
         {QStringLiteral("D:\\Gone\\x.mp3"), QStringLiteral("D:/Gone/x.mp3")},
-        {QStringLiteral("\\Gone\\x.mp3"), QStringLiteral("/Gone/x.mp3")},
         {QStringLiteral("http://radio.example/stream.mp3"),
          QStringLiteral("http://radio.example/stream.mp3")},
         {QStringLiteral("file:///srv/m%20n.mp3"), QStringLiteral("/srv/m n.mp3")},
@@ -159,43 +142,7 @@ TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
         EXPECT_EQ(Playlist::resolveEntry(c.written, base), c.expected) << c.written.toStdString();
 }
 
-TEST(PlaylistReader, ReadsAWindowsMadeList)
-{
-    TempHome home;
-    home.write(QStringLiteral("lists/Album/01_First.mp3"), "x");
-    const QString list =
-        home.write(QStringLiteral("lists/old.m3u"), "#EXTM3U\r\nD:\\Album\\01_First.mp3\r\n"
-                                                    "Album\\Cover.JPG\r\n\xC9t\xE9.mp3\r\n");
-    PlaylistState state;
-    Playlist(state).PlRead(list);
-    const QString base = home.path() + QStringLiteral("/lists/");
-    EXPECT_EQ(state.PlPath, QStringList({base + "Album/01_First.mp3", base + "Album/Cover.JPG",
-                                         base + QStringLiteral(u"Été.mp3")}));
-    EXPECT_EQ(state.PlNames,
-              QStringList({QStringLiteral("01 First.mp3"), QStringLiteral("Cover.JPG (picture)"),
-                           QStringLiteral(u"Été.mp3")}));
-    EXPECT_EQ(state.title, QStringLiteral("old.m3u"));
-}
-
-TEST(PlaylistReader, StopsAtTheListLimit)
-{
-    TempHome home;
-    QByteArray bytes;
-    for (int i = 0; i < 40000; ++i)
-        bytes += "t" + QByteArray::number(i) + ".mp3\n";
-    const QString list = home.write(QStringLiteral("big.m3u"), bytes);
-    PlaylistState state;
-    Playlist playlist(state);
-    playlist.PlRead(list);
-    ASSERT_EQ(state.PlPath.size(), Playlist::kMaxEntries);
-    EXPECT_EQ(state.PlNames.size(), Playlist::kMaxEntries);
-    EXPECT_TRUE(state.PlPath.last().endsWith(QStringLiteral("/t32765.mp3")));
-    // A list that is already full takes nothing more.
-    playlist.PlRead(list);
-    EXPECT_EQ(state.PlPath.size(), Playlist::kMaxEntries);
-}
-
-TEST(PlaylistWriter, WritesRelativeBelowTheFolderAndDropsMarkedEntries)
+TEST(PlaylistWriter, WritesRelativeBelowTheFolderDropsMarkedEntriesAndReadsBackEveryPath)
 {
     TempHome home;
     const QString dir = home.path() + QStringLiteral("/lists");
@@ -215,21 +162,15 @@ TEST(PlaylistWriter, WritesRelativeBelowTheFolderAndDropsMarkedEntries)
                                 (home.path() + "/LISTS/d.mp3\r\n").toUtf8() +
                                 QStringLiteral(u"/ü/é.mp3\r\n").toUtf8();
     EXPECT_EQ(readAll(file), expected);
-}
 
-TEST(PlaylistWriter, RoundTripKeepsEveryPath)
-{
-    TempHome home;
-    const QString dir = home.path() + QStringLiteral("/lists/");
     PlaylistState first;
-    first.PlPath = {dir + "a b.mp3", dir + "deep/er/c.ogg", "/elsewhere/d.wav",
-                    dir + QStringLiteral(u"Été.mp3"), "http://radio.example/s"};
+    first.PlPath = {dir + "/a b.mp3", dir + "/deep/er/c.ogg", "/elsewhere/d.wav",
+                    dir + QStringLiteral(u"/Été.mp3"), "http://radio.example/s"};
     for (const QString &p : first.PlPath)
         first.PlNames << Playlist::FriendlyName(p, true);
-    QDir().mkpath(dir);
-    ASSERT_EQ(Playlist(first).WritePL(dir + "l.m3u"), QString());
+    ASSERT_EQ(Playlist(first).WritePL(file), QString());
     PlaylistState second;
-    Playlist(second).PlRead(dir + "l.m3u");
+    Playlist(second).PlRead(file);
     EXPECT_EQ(second.PlPath, first.PlPath);
     EXPECT_EQ(second.PlNames, first.PlNames);
 }
@@ -246,9 +187,6 @@ TEST(PlaylistWriter, FailureLeavesTheOldListAndSaysSo)
     EXPECT_EQ(Playlist(state).WritePL(blocked),
               QStringLiteral("Unable to write Playlist! Is the file read-only?"));
     EXPECT_TRUE(QFileInfo(blocked).isDir());
-    // A folder that does not exist.
-    EXPECT_EQ(Playlist(state).WritePL(home.path() + QStringLiteral("/none/x.m3u")),
-              QStringLiteral("Unable to write Playlist! Is the file read-only?"));
     // An existing list in a folder we may not write to keeps its bytes.
     const QString kept = home.write(QStringLiteral("ro/kept.m3u"), "old.mp3\r\n");
     QFile::setPermissions(home.path() + QStringLiteral("/ro"),
@@ -296,21 +234,4 @@ TEST(PlaylistEdits, MoveRemoveAndClearKeepBothListsInStep)
     EXPECT_TRUE(state.PlNames.isEmpty() && state.PlPath.isEmpty());
     EXPECT_EQ(state.CurTrack, 1);
     EXPECT_EQ(state.title, QStringLiteral("untitled"));
-}
-
-TEST(PlaylistEdits, AddToPlaylistHandlesFilesListsAndFolders)
-{
-    TempHome home;
-    home.write(QStringLiteral("m/one.mp3"), "x");
-    home.write(QStringLiteral("m/skip.txt"), "x");
-    const QString pic = home.write(QStringLiteral("cover.jpg"), "x");
-    const QString list = home.write(QStringLiteral("l.pls"), "[playlist]\nFile1=m/one.mp3\n");
-    PlaylistState state;
-    Playlist playlist(state);
-    playlist.AddToPlaylist(pic, QStringLiteral("cover.jpg"));
-    EXPECT_EQ(state.CurTrack, 1);
-    playlist.AddToPlaylist(home.file(QStringLiteral("m")), QString());
-    playlist.AddOpened(list);
-    EXPECT_EQ(state.PlNames, QStringList({"cover.jpg (picture)", "one", "one.mp3"}));
-    EXPECT_EQ(state.PlPath, QStringList({pic, home.file("m/one.mp3"), home.file("m/one.mp3")}));
 }

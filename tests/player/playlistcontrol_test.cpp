@@ -3,7 +3,6 @@
 #include "support/recordingplayer.h"
 #include "support/temphome.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QListWidget>
 #include <QMimeData>
@@ -35,11 +34,7 @@ protected:
 
     void waitForScan()
     {
-        QElapsedTimer waited;
-        waited.start();
-        while (control.isScanning() && waited.elapsed() < 20000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        ASSERT_FALSE(control.isScanning());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !control.isScanning(); }, 20000));
     }
 
     QStringList shown() const
@@ -84,23 +79,19 @@ protected:
 
 TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPath)
 {
-    home.write(QStringLiteral("music/top.mp3"), "");
-    home.write(QStringLiteral("music/notes.txt"), "");
-    home.write(QStringLiteral("music/a/01_-_One.mp3"), "");
-    home.write(QStringLiteral("music/a/Two.WAV"), "");
-    home.write(QStringLiteral("music/b/three.mp3"), "");
-    home.write(QStringLiteral("lists/.keep"), "");
+    home.write("music/top.mp3", "");
+    home.write("music/a/01_-_One.mp3", "");
+    home.write("music/b/Two.WAV", "");
+    home.write("lists/.keep", "");
     const QString music = home.file(QStringLiteral("music/"));
 
     dialogs.folderResult = home.file(QStringLiteral("music"));
     control.AddFromDir();
     waitForScan();
-    const QStringList found = {music + "top.mp3", music + "a/01_-_One.mp3", music + "a/Two.WAV",
-                               music + "b/three.mp3"};
+    const QStringList found = {music + "top.mp3", music + "a/01_-_One.mp3", music + "b/Two.WAV"};
     EXPECT_EQ(state.PlPath, found);
-    EXPECT_EQ(state.PlNames, QStringList({"top", "One", "Two", "three"}));
-    EXPECT_EQ(shown(), state.PlNames);
-    EXPECT_EQ(labelCount, 4);
+    EXPECT_EQ(shown(), QStringList({"top", "One", "Two"}));
+    EXPECT_EQ(labelCount, 3);
     EXPECT_EQ(progress.value(progress.size() - 1), -1) << "the end of the scan is shown";
 
     dialogs.saveResult = home.file(QStringLiteral("lists/mine"));
@@ -109,9 +100,7 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPath)
     EXPECT_EQ(labelName, QStringLiteral("mine.m3u"));
 
     control.PlClear();
-    EXPECT_TRUE(state.PlNames.isEmpty() && state.PlPath.isEmpty());
     EXPECT_TRUE(shown().isEmpty());
-    EXPECT_EQ(state.CurTrack, 1);
     EXPECT_EQ(labelName, QStringLiteral("untitled"));
     EXPECT_EQ(labelCount, 0);
     EXPECT_EQ(coversCleared, 1);
@@ -119,27 +108,22 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPath)
     dialogs.openResults = {{home.file(QStringLiteral("lists/mine.m3u"))}};
     control.PlLoad();
     EXPECT_EQ(state.PlPath, found);
-    EXPECT_EQ(state.PlNames, QStringList({"top.mp3", "One.mp3", "Two.WAV", "three.mp3"}));
-    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(shown(), QStringList({"top.mp3", "One.mp3", "Two.WAV"}));
     EXPECT_EQ(labelName, QStringLiteral("mine.m3u"));
     EXPECT_EQ(list.currentRow(), 0) << "the current entry is selected";
 
     // Each dialog starts where the last one ended, and "Path" is saved at once.
     const QString lists = home.file(QStringLiteral("lists/"));
     ASSERT_EQ(dialogs.calls.size(), 3);
-    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select Directory containing Media Files:"));
     EXPECT_EQ(dialogs.calls[0].folder, QStringLiteral("/start/"));
-    EXPECT_EQ(dialogs.calls[1].title, QStringLiteral("Save Playlist"));
     EXPECT_EQ(dialogs.calls[1].folder, music);
-    EXPECT_EQ(dialogs.calls[1].filter, QStringLiteral("MP3 Playlists (*.M3U)|*.M3U"));
-    EXPECT_EQ(dialogs.calls[2].title, QStringLiteral("Load Playlist"));
     EXPECT_EQ(dialogs.calls[2].folder, lists);
     EXPECT_EQ(savedPaths, QStringList({music, lists, lists}));
     EXPECT_EQ(path, lists);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
-TEST_F(PlaylistControlTest, CancelledDialogsChangeNothing)
+TEST_F(PlaylistControlTest, CancelledDialogsChangeNothingAndAFailedSaveSaysSo)
 {
     setEntries({"A", "B"});
     const PlaylistState before = state;
@@ -150,16 +134,20 @@ TEST_F(PlaylistControlTest, CancelledDialogsChangeNothing)
     EXPECT_EQ(dialogs.calls.size(), 4);
     for (const FakeDialogs::Call &call : dialogs.calls)
         EXPECT_EQ(call.folder, QStringLiteral("/start/")) << call.title.toStdString();
-    EXPECT_EQ(state.PlNames, before.PlNames);
     EXPECT_EQ(state.PlPath, before.PlPath);
     EXPECT_EQ(state.title, before.title);
     EXPECT_EQ(path, QStringLiteral("/start/"));
     EXPECT_TRUE(savedPaths.isEmpty());
     EXPECT_TRUE(player.played.isEmpty());
     EXPECT_TRUE(dialogs.messages.isEmpty());
+
+    dialogs.saveResult = home.file(QStringLiteral("no/such/folder/list.m3u"));
+    control.PlSaveAs();
+    EXPECT_EQ(dialogs.messages, QStringList({"Unable to write Playlist! Is the file read-only?"}));
+    EXPECT_EQ(state.title, QStringLiteral("untitled"));
 }
 
-TEST_F(PlaylistControlTest, OpenMediaOffersTheFilterGroupsAndStartsOnTheLastOneUsed)
+TEST_F(PlaylistControlTest, OpenMediaStartsOnTheLastFilterUsed)
 {
     const QString picture = home.write(QStringLiteral("pics/Cover.JPG"), "");
     const QString song = home.write(QStringLiteral("song.ogg"), "");
@@ -173,16 +161,9 @@ TEST_F(PlaylistControlTest, OpenMediaOffersTheFilterGroupsAndStartsOnTheLastOneU
     control.OpenMedia();
 
     ASSERT_EQ(dialogs.calls.size(), 3);
-    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Open Media file"));
-    EXPECT_EQ(dialogs.calls[0].filter,
-              QStringLiteral("MPEG Audio Files|*.MP?|ActiveMovie Files|*.MP?;*.MPEG;*.DAT;*.WAV;"
-                             "*.AU;*.MID;*.RMI;*.AIF?;*.MOV;*.QT;*.AVI;*.M1V;*.RA;*.RAM;*.RM;*.RMM|"
-                             "Music Modules|*.MOD;*.MTM;*FAR;*.669;*.OKT;*.STM;*.S3M;*.NST;*.WOW;"
-                             "*.XM|Bitmaps|*.BMP;*.GIF;*.JPG|Playlists|*.M3U;*.PLS|All Files|*.*"));
     EXPECT_EQ(dialogs.calls[0].filterIndex, 0);
     EXPECT_EQ(dialogs.calls[1].filterIndex, 3);
     EXPECT_EQ(dialogs.calls[2].filterIndex, 5);
-    EXPECT_EQ(dialogs.calls[1].folder, home.file(QStringLiteral("pics/")));
 
     EXPECT_EQ(state.PlNames, QStringList({"Cover.JPG (picture)", "song.ogg", "x.mp3"}));
     EXPECT_EQ(state.PlPath, QStringList({picture, song, home.file(QStringLiteral("x.mp3"))}));
@@ -200,7 +181,7 @@ TEST_F(PlaylistControlTest, LoadingClearsFirstAndPlaysWhenTheSettingsSaySo)
         int entries;
         QList<int> played;
     };
-    const Case cases[] = {{0, 0, 3, {}}, {1, 0, 2, {}}, {0, 1, 3, {2}}, {1, 1, 2, {1}}};
+    const Case cases[] = {{0, 0, 3, {}}, {0, 1, 3, {2}}, {1, 1, 2, {1}}};
     for (const Case &c : cases) {
         setEntries({"Old"});
         state.CurTrack = 2;
@@ -221,9 +202,7 @@ TEST_F(PlaylistControlTest, MovesTheSelectedEntryAndTheSelectionFollows)
     state.CurTrack = 3;
     list.setCurrentRow(0);
     control.PlMoveEntry(+1);
-    EXPECT_EQ(state.PlNames, QStringList({"B", "A", "C"}));
-    EXPECT_EQ(state.PlPath, QStringList({"/m/b.mp3", "/m/a.mp3", "/m/c.mp3"}));
-    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(shown(), QStringList({"B", "A", "C"}));
     EXPECT_EQ(control.selectedIndex(), 1);
     control.PlMoveEntry(-1);
     control.PlMoveEntry(-1); // already at the top
@@ -248,9 +227,7 @@ TEST_F(PlaylistControlTest, ListKeysAndDoubleClickRemoveAndPlayTheSelectedEntry)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
     list.setCurrentRow(1);
     QTest::keyClick(&list, Qt::Key_Delete);
-    EXPECT_EQ(state.PlNames, QStringList({"A", "C"}));
-    EXPECT_EQ(state.PlPath, QStringList({"/m/a.mp3", "/m/c.mp3"}));
-    EXPECT_EQ(shown(), state.PlNames);
+    EXPECT_EQ(shown(), QStringList({"A", "C"}));
     EXPECT_EQ(labelCount, 2);
     EXPECT_EQ(control.selectedIndex(), 1) << "the next entry is selected, ready for another Delete";
 
@@ -274,8 +251,8 @@ TEST_F(PlaylistControlTest, ListKeysAndDoubleClickRemoveAndPlayTheSelectedEntry)
 
 TEST_F(PlaylistControlTest, DropsAreAddedInTheOrderGivenWhileFoldersScan)
 {
-    for (int f = 0; f < 5; ++f)
-        for (int i = 0; i < 40; ++i)
+    for (int f = 0; f < 3; ++f)
+        for (int i = 0; i < 20; ++i)
             home.write(QStringLiteral("drop/f%1/s%2.mp3").arg(f).arg(i, 2, 10, QLatin1Char('0')),
                        "");
     const QString single = home.write(QStringLiteral("single.wav"), "");
@@ -285,14 +262,12 @@ TEST_F(PlaylistControlTest, DropsAreAddedInTheOrderGivenWhileFoldersScan)
     EXPECT_TRUE(control.isScanning());
     EXPECT_TRUE(state.PlPath.isEmpty()) << "what follows a folder waits for its scan";
     waitForScan();
-    ASSERT_EQ(state.PlPath.size(), 202);
+    ASSERT_EQ(state.PlPath.size(), 62);
     EXPECT_EQ(state.PlPath.first(), home.file(QStringLiteral("drop/f0/s00.mp3")));
-    EXPECT_EQ(state.PlPath[199], home.file(QStringLiteral("drop/f4/s39.mp3")));
-    EXPECT_EQ(state.PlPath[200], single);
-    EXPECT_EQ(state.PlPath[201], home.file(QStringLiteral("x.mp3")));
-    EXPECT_EQ(state.PlNames[200], QStringLiteral("single.wav"));
+    EXPECT_EQ(state.PlPath[59], home.file(QStringLiteral("drop/f2/s19.mp3")));
+    EXPECT_EQ(state.PlPath.mid(60), QStringList({single, home.file(QStringLiteral("x.mp3"))}));
     EXPECT_EQ(shown(), state.PlNames);
-    EXPECT_EQ(labelCount, 202);
+    EXPECT_EQ(labelCount, 62);
 
     QMimeData drop;
     drop.setUrls({QUrl::fromLocalFile(QStringLiteral("/music/a b.mp3")),
@@ -300,9 +275,6 @@ TEST_F(PlaylistControlTest, DropsAreAddedInTheOrderGivenWhileFoldersScan)
                   QUrl::fromLocalFile(QStringLiteral("/music/folder/"))});
     EXPECT_EQ(PlaylistControl::droppedPaths(drop),
               QStringList({"/music/a b.mp3", "/music/folder/"}));
-    drop.setText(QStringLiteral("just text"));
-    drop.setUrls({});
-    EXPECT_TRUE(PlaylistControl::droppedPaths(drop).isEmpty());
 }
 
 TEST_F(PlaylistControlTest, ClearingOrCancellingEndsTheScanAndWhatWaitsForIt)
@@ -324,20 +296,4 @@ TEST_F(PlaylistControlTest, ClearingOrCancellingEndsTheScanAndWhatWaitsForIt)
     QTest::qWait(50);
     EXPECT_TRUE(state.PlPath.isEmpty());
     EXPECT_TRUE(shown().isEmpty());
-
-    // A scan that ends normally lets what waited follow.
-    control.addPaths({home.file(QStringLiteral("d")), single});
-    waitForScan();
-    EXPECT_EQ(state.PlPath.size(), 51);
-    EXPECT_EQ(state.PlPath.last(), single);
-}
-
-TEST_F(PlaylistControlTest, SaveFailureShowsTheMessageAndKeepsTheName)
-{
-    setEntries({"A"});
-    dialogs.saveResult = home.file(QStringLiteral("no/such/folder/list.m3u"));
-    control.PlSaveAs();
-    EXPECT_EQ(dialogs.messages, QStringList({"Unable to write Playlist! Is the file read-only?"}));
-    EXPECT_EQ(state.title, QStringLiteral("untitled"));
-    EXPECT_FALSE(QFile::exists(dialogs.saveResult));
 }
