@@ -88,8 +88,14 @@ const MediaDeviceFactory::Loaded &MediaDeviceFactory::loaded()
 std::unique_ptr<MediaDevice> MediaDeviceFactory::create()
 {
     const Loaded &engine = loaded();
-    if (!engine.create)
-        return std::make_unique<NullMediaDevice>();
+    if (!engine.create) {
+        // Asked for no module (tests): silence. A module that would not load:
+        // every file fails with a message, rather than playing nothing quietly.
+        auto device = std::make_unique<NullMediaDevice>();
+        if (!m_files.isEmpty())
+            device->refuseAll(engine.problem);
+        return device;
+    }
     // VELTO_AUDIO=null runs without sound but with real timing (tests, CI).
     const QByteArray audio = qgetenv("VELTO_AUDIO");
     const QByteArray audioOption = "ao=" + audio;

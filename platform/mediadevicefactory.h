@@ -11,7 +11,9 @@
 // Makes media devices. The real engine is a module (libvelto_mpv.so) loaded
 // at run time, because linking libmpv into the program triples its start-up
 // time; start loading it with preload() once the window is up. Without the
-// module, or without libmpv, devices are NullMediaDevice and a warning says why.
+// module, or without libmpv, a warning says why and every device fails to open
+// with "not installed" (263); a factory given no module files makes silent
+// NullMediaDevices instead.
 class MediaDeviceFactory
 {
 public:

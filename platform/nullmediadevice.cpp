@@ -27,7 +27,10 @@ void NullMediaDevice::finishOpening(quint32 generation)
     if (generation != m_generation || m_state != State::Loading)
         return;
     const QFileInfo file(m_fileName);
-    if (!isKnownDeviceType(m_deviceType)) {
+    if (!m_refusal.isEmpty()) {
+        m_error = DeviceNotInstalled;
+        m_errorText = m_refusal;
+    } else if (!isKnownDeviceType(m_deviceType)) {
         m_error = DeviceNotInstalled;
         m_errorText = QStringLiteral("unknown device type");
     } else if (m_fileName.isEmpty() || !file.isFile()) {

@@ -17,7 +17,9 @@ public:
 
     // The length a file opens with; other files get the default.
     void setLengthFor(const QString &path, qint64 ms) { m_lengths.insert(path, ms); }
-
+    // Every open fails as a device that is not installed, with this text:
+    // what stands in for a media engine that could not be loaded.
+    void refuseAll(const QString &why) { m_refusal = why; }
 
     void open() override;
     void close() override;
@@ -41,6 +43,7 @@ private:
     QHash<QString, qint64> m_lengths;
     qint64 m_defaultLength;
     State m_state = State::Closed;
+    QString m_refusal;
     Mode m_mode = Mode::NotReady;
     quint32 m_generation = 0;
     qint64 m_length = 0;

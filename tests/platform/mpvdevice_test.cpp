@@ -176,7 +176,7 @@ TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
     spin(50);
 }
 
-TEST(MediaDeviceFactory, FallsBackToSilenceWithoutTheModuleWhichNoProgramLinks)
+TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalledAndNoProgramLinksIt)
 {
     MediaDeviceFactory factory({QStringLiteral("/nonexistent/libvelto_mpv.so")});
     factory.preload();
@@ -189,7 +189,9 @@ TEST(MediaDeviceFactory, FallsBackToSilenceWithoutTheModuleWhichNoProgramLinks)
     device->setDeviceType(QStringLiteral("MPEGVideo"));
     device->setFileName(QCoreApplication::applicationFilePath());
     device->open();
-    EXPECT_TRUE(waitFor([&] { return log.opened == 1; }));
+    ASSERT_TRUE(waitFor([&] { return log.failed == 1; }));
+    EXPECT_EQ(log.error, MediaDevice::DeviceNotInstalled);
+    EXPECT_EQ(log.text, factory.problem());
 
     // No program links libmpv: start-up pays for it only once the module loads.
     QProcess ldd;
