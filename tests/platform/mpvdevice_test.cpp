@@ -85,7 +85,7 @@ TEST_F(MpvDeviceTest, StopHoldsThePositionAndTheEndLeavesTheFileOpen)
     ASSERT_TRUE(waitFor([&] { return log.ended == 2; }, 2000));
 }
 
-TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheClassicNumbersAndMpvsText)
+TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheDeviceNumbersAndMpvsText)
 {
     struct Case
     {
