@@ -96,9 +96,8 @@ void PlaybackEngine::PlayIt()
         if (pl.PlPath.size() < Playlist::kMaxEntries) {
             const QString &file = m_state.CurFile;
             pl.PlPath << file;
-            pl.PlNames << Playlist::FriendlyName(file, opts.friendlyNames) +
-                              (Playlist::IsPicture(file) ? QStringLiteral(" (picture)")
-                                                         : QString());
+            pl.PlNames << Playlist::markPicture(Playlist::FriendlyName(file, opts.friendlyNames),
+                                                file);
             call(playlistChanged);
         }
         pl.CurTrack = int(pl.PlNames.size());

@@ -135,8 +135,7 @@ void Playlist::PlRead(const QString &file)
     for (const QString &written : entries) {
         QString shown = written;
         shown.replace(QLatin1Char('\\'), QLatin1Char('/'));
-        const QString suffix = IsPicture(shown) ? QStringLiteral(" (picture)") : QString();
-        append(FriendlyName(shown, friendlyNames) + suffix, resolveEntry(written, base));
+        append(markPicture(FriendlyName(shown, friendlyNames), shown), resolveEntry(written, base));
     }
 }
 
@@ -193,7 +192,7 @@ void Playlist::AddToPlaylist(const QString &path, const QString &display)
         PlRead(path);
         return;
     }
-    append(display + (IsPicture(path) ? QStringLiteral(" (picture)") : QString()), path);
+    append(markPicture(display, path), path);
     if (m_state.CurTrack == 0)
         m_state.CurTrack = 1;
 }
@@ -206,6 +205,11 @@ void Playlist::AddOpened(const QString &path)
 QString Playlist::folderOf(const QString &file)
 {
     return file.left(file.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString Playlist::markPicture(const QString &display, const QString &path)
+{
+    return IsPicture(path) ? display + QStringLiteral(" (picture)") : display;
 }
 
 bool Playlist::IsPicture(const QString &path)

@@ -46,6 +46,8 @@ public:
 
     static QString FriendlyName(const QString &path, bool friendly);
     static bool IsPicture(const QString &path);
+    // The name as the list shows it: " (picture)" added for a picture file.
+    static QString markPicture(const QString &display, const QString &path);
     // The file's folder with its "/"; empty for a bare name.
     static QString folderOf(const QString &file);
 
