@@ -148,11 +148,7 @@ void frmNeOrb::wireEngine()
         SkinSliderWidget *slider = m_skin.slider(1);
         if (!slider || slider->dragging() || length <= 0)
             return;
-        // Moved only when the knob moves a pixel: every repaint costs CPU time.
-        const double value = qBound(0.0, double(pos) / double(length), 1.0);
-        const int travel = slider->vertical() ? slider->height() : slider->width();
-        if (qRound(value * travel) != qRound(slider->value() * travel))
-            slider->setValue(value);
+        slider->setValue(double(pos) / double(length));
     };
     e.askText = [this](const QString &prompt) {
         return QInputDialog::getText(this, QStringLiteral("Velto"), prompt);

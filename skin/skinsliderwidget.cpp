@@ -63,7 +63,9 @@ void SkinSliderWidget::setValue(double value)
         return;
     const QRect before = knobRect();
     m_value = value;
-    update(before | knobRect());
+    // Playback moves the value every tick; most steps move no pixel.
+    if (const QRect after = knobRect(); after != before)
+        update(before | after);
 }
 
 void SkinSliderWidget::userSet(double value)
