@@ -354,12 +354,7 @@ void frmNeOrb::AddOpened(const QString &path)
 {
     Playlist playlist(m_playlist);
     playlist.friendlyNames = m_settings.FriendlyNames > 0;
-    const int before = int(m_playlist.PlPath.size());
     playlist.AddOpened(path);
-    // With no current entry the player would start from the last one, not
-    // from what was just opened.
-    if (m_playlist.CurTrack == 0 && m_playlist.PlPath.size() > before)
-        m_playlist.CurTrack = before + 1;
 }
 
 void frmNeOrb::LoadSkin(const QString &file)

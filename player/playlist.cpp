@@ -199,7 +199,12 @@ void Playlist::AddToPlaylist(const QString &path, const QString &display)
 
 void Playlist::AddOpened(const QString &path)
 {
+    const qsizetype before = m_state.PlPath.size();
     AddToPlaylist(path, FriendlyName(path, friendlyNames));
+    // Lists and folders leave the current entry alone; with none, the player
+    // would start from the last entry, not from what was just opened.
+    if (m_state.CurTrack == 0 && m_state.PlPath.size() > before)
+        m_state.CurTrack = int(before) + 1;
 }
 
 QString Playlist::folderOf(const QString &file)
