@@ -414,10 +414,13 @@ void MpvDevice::handleEvent(const mpv_event &event)
             const auto *property = static_cast<mpv_event_property *>(event.data);
             const bool known = event.error >= 0 && property &&
                                property->format == MPV_FORMAT_NODE && property->data;
-            m_videoSize = QSize();
+            // While the output is being replaced the parameters are briefly
+            // gone; the size the pictures were announced with stays.
             if (known) {
                 const auto &params = *static_cast<mpv_node *>(property->data);
-                m_videoSize = QSize(int(intIn(params, "dw")), int(intIn(params, "dh")));
+                const QSize size(int(intIn(params, "dw")), int(intIn(params, "dh")));
+                if (!size.isEmpty())
+                    m_videoSize = size;
             }
             showVideo();
             return;

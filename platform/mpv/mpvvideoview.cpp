@@ -31,6 +31,9 @@ MpvVideoView::MpvVideoView(mpv_handle *mpv, QWidget *parent) : QOpenGLWidget(par
 
 MpvVideoView::~MpvVideoView()
 {
+    // The base class destroys the context after this object is gone.
+    if (QOpenGLContext *gl = context())
+        disconnect(gl, nullptr, this, nullptr);
     release();
 }
 
