@@ -1,7 +1,5 @@
 #include "mediatest.h"
-#include "platform/mediadevicefactory.h"
 #include "support/printers.h"
-#include "support/testmedia.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -13,31 +11,23 @@
 namespace {
 
 // A 1.5 s sine in several formats, and bytes that are no media at all.
-class MpvDeviceTest : public ::testing::Test
+class MpvDeviceTest : public EngineSuite
 {
 protected:
     static void SetUpTestSuite()
     {
-        qputenv("VELTO_AUDIO", "null");
-        media = new TestMedia;
-        factory = new MediaDeviceFactory;
+        EngineSuite::SetUpTestSuite();
         media->sineWav(QStringLiteral("tone.wav"), 1500);
         for (const char *name : {"tone.mp3", "tone.flac", "tone.ogg"})
             media->encoded(QString::fromLatin1(name), 1500);
         media->garbage(QStringLiteral("garbage.mp3"));
     }
-    static void TearDownTestSuite()
-    {
-        delete factory;
-        delete media;
-    }
-    static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
 
     void SetUp() override
     {
         if (!QFile::exists(file("tone.mp3")))
             GTEST_SKIP() << "ffmpeg could not make the test media";
-        ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString();
+        EngineSuite::SetUp();
     }
 
     std::unique_ptr<MediaDevice> openDevice(EventLog &log, const char *name,
@@ -50,13 +40,7 @@ protected:
         device->open();
         return device;
     }
-
-    static TestMedia *media;
-    static MediaDeviceFactory *factory;
 };
-
-TestMedia *MpvDeviceTest::media = nullptr;
-MediaDeviceFactory *MpvDeviceTest::factory = nullptr;
 
 TEST_F(MpvDeviceTest, StopHoldsThePositionAndTheEndLeavesTheFileOpen)
 {

@@ -18,14 +18,12 @@ namespace {
 
 // MIDI through FluidSynth, FLI lengths and the output gains, on the real
 // media engine with silent output. All media are made here.
-class MpvSoundTest : public ::testing::Test
+class MpvSoundTest : public EngineSuite
 {
 protected:
     static void SetUpTestSuite()
     {
-        qputenv("VELTO_AUDIO", "null");
-        media = new TestMedia;
-        factory = new MediaDeviceFactory;
+        EngineSuite::SetUpTestSuite();
         const QByteArray tune = MidiWriter::tune(1500);
         media->write(QStringLiteral("tune.mid"), tune);
         media->write(QStringLiteral("tune.RMI"), MidiWriter::rmid(tune));
@@ -36,15 +34,6 @@ protected:
         media->write(QStringLiteral("anim.fli"), makeFlic(false, 20, 7)); // 2 s at 10 frames/s
         media->sineWav(QStringLiteral("mono.wav"), 3000);
     }
-    static void TearDownTestSuite()
-    {
-        delete factory;
-        delete media;
-    }
-    static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
-
-    void SetUp() override { ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString(); }
-
     std::unique_ptr<MediaDevice> openDevice(EventLog &log, const char *name,
                                             MediaDeviceFactory &from = *factory)
     {
@@ -55,13 +44,7 @@ protected:
         device->open();
         return device;
     }
-
-    static TestMedia *media;
-    static MediaDeviceFactory *factory;
 };
-
-TestMedia *MpvSoundTest::media = nullptr;
-MediaDeviceFactory *MpvSoundTest::factory = nullptr;
 
 TEST_F(MpvSoundTest, MidiAndFliPlayWithTheLengthsTheirFilesGive)
 {

@@ -1,9 +1,8 @@
-#include "platform/mediadevicefactory.h"
 #include "platform/mediatest.h"
 #include "support/printers.h"
-#include "support/testmedia.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
 #include <QSet>
 #include <QWidget>
@@ -31,28 +30,23 @@ struct VideoLog
 
 // The real engine with silent sound, drawing through OpenGL on the test's X
 // server (Mesa's software renderer is enough).
-class MpvVideo : public ::testing::Test
+class MpvVideo : public EngineSuite
 {
 protected:
     static void SetUpTestSuite()
     {
-        qputenv("VELTO_AUDIO", "null");
-        media = new TestMedia;
-        factory = new MediaDeviceFactory;
+        EngineSuite::SetUpTestSuite();
         media->video(QStringLiteral("clip.avi"), 1500);
         media->encoded(QStringLiteral("tone.mp3"), 800);
-    }
-    static void TearDownTestSuite()
-    {
-        delete factory;
-        delete media;
     }
 
     void SetUp() override
     {
-        if (!QFile::exists(media->file(QStringLiteral("clip.avi"))))
+        if (!QFile::exists(file("clip.avi")))
             GTEST_SKIP() << "ffmpeg could not make the test media";
-        ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString();
+        if (QGuiApplication::platformName() != QLatin1String("xcb"))
+            GTEST_SKIP() << "pictures need the X server (run through scripts/with-display)";
+        EngineSuite::SetUp();
         device = factory->create();
         device->setEvents(log.events());
         device->setVideoEvents(video.events());
@@ -61,7 +55,7 @@ protected:
     void play(const char *name)
     {
         device->setDeviceType(QStringLiteral("MPEGVideo"));
-        device->setFileName(media->file(QString::fromLatin1(name)));
+        device->setFileName(file(name));
         device->open();
         device->play();
     }
@@ -77,15 +71,10 @@ protected:
         return int(colours.size());
     }
 
-    static TestMedia *media;
-    static MediaDeviceFactory *factory;
     EventLog log;
     VideoLog video;
     std::unique_ptr<MediaDevice> device;
 };
-
-TestMedia *MpvVideo::media = nullptr;
-MediaDeviceFactory *MpvVideo::factory = nullptr;
 
 TEST_F(MpvVideo, PicturesAreAnnouncedShownAndEndWithTheirItem)
 {

@@ -1,37 +1,31 @@
 #include "app/videooutput.h"
-#include "platform/mediadevicefactory.h"
 #include "platform/mediatest.h"
 #include "skin/skinareawidget.h"
-#include "support/testmedia.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <gtest/gtest.h>
 
 #include <memory>
 
 namespace {
 
-class VideoOutputTest : public ::testing::Test
+class VideoOutputTest : public EngineSuite
 {
 protected:
     static void SetUpTestSuite()
     {
-        qputenv("VELTO_AUDIO", "null");
-        media = new TestMedia;
-        factory = new MediaDeviceFactory;
+        EngineSuite::SetUpTestSuite();
         media->video(QStringLiteral("clip.avi"), 1200);
-    }
-    static void TearDownTestSuite()
-    {
-        delete factory;
-        delete media;
     }
 
     void SetUp() override
     {
-        if (!QFile::exists(media->file(QStringLiteral("clip.avi"))))
+        if (!QFile::exists(file("clip.avi")))
             GTEST_SKIP() << "ffmpeg could not make the test media";
-        ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString();
+        if (QGuiApplication::platformName() != QLatin1String("xcb"))
+            GTEST_SKIP() << "pictures need the X server (run through scripts/with-display)";
+        EngineSuite::SetUp();
         device = factory->create();
         device->setEvents(log.events());
         output = std::make_unique<VideoOutput>(main);
@@ -44,21 +38,16 @@ protected:
     void play()
     {
         device->setDeviceType(QStringLiteral("MPEGVideo"));
-        device->setFileName(media->file(QStringLiteral("clip.avi")));
+        device->setFileName(file("clip.avi"));
         device->open();
         device->play();
     }
 
-    static TestMedia *media;
-    static MediaDeviceFactory *factory;
     QWidget main;
     EventLog log;
     std::unique_ptr<MediaDevice> device;
     std::unique_ptr<VideoOutput> output;
 };
-
-TestMedia *VideoOutputTest::media = nullptr;
-MediaDeviceFactory *VideoOutputTest::factory = nullptr;
 
 TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowOpensAndClosesWithTheItem)
 {
