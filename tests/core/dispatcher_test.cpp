@@ -135,17 +135,12 @@ TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
         const char *calls;
     } cases[] = {
         // clang-format off
-        {3, "ShowTrackInfo"},   {4, "ToggleRemaining"}, {7, "VolumeStep 1"},  {8, "VolumeStep -1"},
-        {9, "ToggleMute"},      {16, "ShowAux16"},      {17, "selectedIndex, PlSelAct 4"},
-        {18, "PlMoveEntry 1"},  {19, "PlMoveEntry -1"}, {30, "LoopPoint"},    {34, "ToggleAux"},
-        {39, "JumpTo"},         {40, "AddDigit 0"},     {49, "AddDigit 9"},   {50, "AddDigit ."},
-        {51, "CalcKey 0"},      {68, "CalcKey 17"},     {69, "SelectConversionFile"}, {70, "TimerFn 1"},
-        {75, "TimerFn 6"},      {76, "NoteLoad"},       {80, "FMSetScan -1"}, {81, "FMSetScan 1"},
-        {87, "FMAct87"},        {88, "FMStep 1"},       {89, "FMStep -1"},    {90, "FMEnterFreq"},
-        {91, "FMPresetKey 0"},  {100, "FMPresetKey 9"}, {101, "WebNav 0"},    {105, "WebNav 4"},
-        {106, "WebSearch"},     {110, "QuickLink 0"},   {119, "QuickLink 9"}, {130, "WRQuickURL 0"},
-        {139, "WRQuickURL 9"},  {140, "WRDoPreset 6"},  {141, "WRDoPreset 8"},{144, "WRStep 1"},
-        {145, "WRStep -1"},     {146, "WRAct146"},      {148, "WRStop"},      {150, "ShowQuickFind"},
+        {7, "VolumeStep 1"},    {8, "VolumeStep -1"},   {17, "selectedIndex, PlSelAct 4"},
+        {18, "PlMoveEntry 1"},  {19, "PlMoveEntry -1"}, {40, "AddDigit 0"},   {49, "AddDigit 9"},
+        {50, "AddDigit ."},     {51, "CalcKey 0"},      {68, "CalcKey 17"},   {70, "TimerFn 1"},
+        {75, "TimerFn 6"},      {80, "FMSetScan -1"},   {89, "FMStep -1"},    {91, "FMPresetKey 0"},
+        {100, "FMPresetKey 9"}, {105, "WebNav 4"},      {110, "QuickLink 0"}, {139, "WRQuickURL 9"},
+        {140, "WRDoPreset 6"},  {141, "WRDoPreset 8"},  {145, "WRStep -1"},   {148, "WRStop"},
         {151, "currentSkinFile, LoadSkin current.skin"},
         // clang-format on
     };

@@ -3,9 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSettings>
 #include <gtest/gtest.h>
-
-#include <csignal>
 
 namespace {
 
@@ -15,9 +14,11 @@ struct ShippedPlayer
     QRgb transparent = 0;
     QPoint hole{-1, -1};  // a pixel cut out of the window
     QPoint solid{-1, -1}; // a pixel the skin shows
+    QRect close;          // the button bound to command 1
 };
 
-// Reads the default skin's main picture and transparent colour from the source tree.
+// Reads the default skin's main picture, transparent colour and close button from the
+// source tree.
 ShippedPlayer shippedPlayer()
 {
     ShippedPlayer p;
@@ -31,8 +32,15 @@ ShippedPlayer shippedPlayer()
     const auto colour =
         QRegularExpression(QStringLiteral("(?m)^O\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
             .match(text);
+    const auto close =
+        QRegularExpression(
+            QStringLiteral("(?m)^B1\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
+            .match(text);
     if (!main.hasMatch() || !colour.hasMatch())
         return p;
+    if (close.hasMatch())
+        p.close = QRect(close.captured(1).toInt(), close.captured(2).toInt(),
+                        close.captured(3).toInt(), close.captured(4).toInt());
     p.main = QImage(folder + main.captured(1)).convertToFormat(QImage::Format_RGB32);
     p.transparent =
         qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(), colour.captured(3).toInt());
@@ -57,9 +65,7 @@ ShippedPlayer shippedPlayer()
     return p;
 }
 
-} // namespace
-
-TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
+TEST(ShapedWindow, HolesLetClicksThroughAndTheCloseButtonEndsVelto)
 {
     if (!haveDisplay())
         GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
@@ -67,6 +73,7 @@ TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
     ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
     ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
     ASSERT_GE(player.solid.x(), 0);
+    ASSERT_FALSE(player.close.isEmpty()) << "the player skin has no close button";
 
     const QColor beneath(0x13, 0x57, 0x9b);
     Backdrop backdrop(beneath);
@@ -92,37 +99,11 @@ TEST(ShapedWindow, HolesShowWhatIsBeneathAndLetClicksThrough)
     processEvents(300);
     EXPECT_EQ(backdrop.clicks(), before + 1) << "a click on the skin stays with Velto";
 
-    velto.signal(SIGTERM);
-    EXPECT_TRUE(velto.waitForExit());
-}
-
-TEST(ShapedWindow, ClickingTheSkinsCloseButtonEndsVelto)
-{
-    if (!haveDisplay())
-        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/default.skin"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    // B1,x,y,w,h,...: the button bound to command 1.
-    const auto close =
-        QRegularExpression(
-            QStringLiteral("(?m)^B1\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
-            .match(QString::fromUtf8(file.readAll()));
-    ASSERT_TRUE(close.hasMatch()) << "the player skin has no close button";
-    const QRect button(close.captured(1).toInt(), close.captured(2).toInt(),
-                       close.captured(3).toInt(), close.captured(4).toInt());
-
-    VeltoProcess velto;
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow();
-    ASSERT_FALSE(window.isEmpty());
-    processEvents(300);
-    const QPoint at = windowGeometry(window).topLeft() + button.center();
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+    const QPoint close = frame.topLeft() + player.close.center();
+    xdotool({"mousemove", QString::number(close.x()), QString::number(close.y()), "click", "1"});
     ASSERT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
 }
-
-namespace {
 
 // A point of the player skin that is neither cut away nor under any element.
 QPoint bareSkinPoint(const ShippedPlayer &player)
@@ -159,10 +140,6 @@ QPoint bareSkinPoint(const ShippedPlayer &player)
     return {-1, -1};
 }
 
-} // namespace
-
-namespace {
-
 // Drags the window by its bare spot in five steps; returns where it settled.
 QPoint drag(const QString &window, QPoint grip, QPoint by)
 {
@@ -180,12 +157,11 @@ QPoint drag(const QString &window, QPoint grip, QPoint by)
 
 } // namespace
 
-TEST(ShapedWindow, DraggingTheSkinMovesTheWindowAndSnapsItToEdges)
+TEST(ShapedWindow, DraggingTheSkinSnapsItAndItsMenuQuitsKeepingThePlace)
 {
     if (!haveDisplay())
         GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    const ShippedPlayer player = shippedPlayer();
-    const QPoint grip = bareSkinPoint(player);
+    const QPoint grip = bareSkinPoint(shippedPlayer());
     ASSERT_GE(grip.x(), 0) << "the player skin has no bare spot to drag by";
 
     VeltoProcess velto;
@@ -203,21 +179,6 @@ TEST(ShapedWindow, DraggingTheSkinMovesTheWindowAndSnapsItToEdges)
     // 10 pixels from the left edge is inside the snapping distance.
     EXPECT_EQ(drag(window, grip, {-440, 0}), QPoint(0, 300));
 
-    velto.signal(SIGTERM);
-    EXPECT_TRUE(velto.waitForExit());
-}
-
-TEST(ShapedWindow, RightClickOnTheSkinOpensThePopupMenu)
-{
-    if (!haveDisplay())
-        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    const QPoint grip = bareSkinPoint(shippedPlayer());
-    ASSERT_GE(grip.x(), 0);
-    VeltoProcess velto;
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow();
-    ASSERT_FALSE(window.isEmpty());
-    processEvents(300);
     auto windows = [&velto] {
         return xdotool({"search", "--onlyvisible", "--pid", QString::number(velto.pid())})
             .split('\n', Qt::SkipEmptyParts)
@@ -231,5 +192,8 @@ TEST(ShapedWindow, RightClickOnTheSkinOpensThePopupMenu)
     // The menu has the keyboard: "q" is its "&Quit".
     xdotool({"key", "q"});
     ASSERT_TRUE(velto.waitForExit()) << "Quit from the menu ended Velto";
-    EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
+    const QSettings saved(ini.fileName(), QSettings::IniFormat);
+    EXPECT_EQ(saved.value("config/x").toString() + ',' + saved.value("config/y").toString(),
+              QStringLiteral("0,300"))
+        << "the place the window was dragged to is kept";
 }

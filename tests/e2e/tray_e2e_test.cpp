@@ -3,7 +3,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -113,49 +112,21 @@ protected:
         ASSERT_FALSE(panel.isEmpty()) << "trayer did not show its panel";
     }
 
-    // Starts velto and opens its menu from the tray icon.
-    void openMenuFromTheIcon(VeltoProcess &velto)
-    {
-        ASSERT_TRUE(velto.start());
-        const QString icon = waitForTrayIcon(velto, panel);
-        ASSERT_FALSE(icon.isEmpty()) << "no tray icon in the panel";
-        ASSERT_TRUE(openMenu(velto, icon)) << "no menu after a right click on the icon";
-    }
-
     Trayer trayer;
     QRect panel;
 };
 
-QVariant savedSetting(const VeltoProcess &velto, const QString &key)
-{
-    const QString ini = velto.home(QStringLiteral("config/velto/velto.ini"));
-    if (!QFile::exists(ini))
-        return {};
-    return QSettings(ini, QSettings::IniFormat).value(QStringLiteral("config/") + key);
-}
-
 TEST_F(TrayMenu, QuitFromTheIconMenuEndsThroughTheNormalShutDown)
 {
     VeltoProcess velto;
-    openMenuFromTheIcon(velto);
+    ASSERT_TRUE(velto.start());
+    const QString icon = waitForTrayIcon(velto, panel);
+    ASSERT_FALSE(icon.isEmpty()) << "no tray icon in the panel";
+    ASSERT_TRUE(openMenu(velto, icon)) << "no menu after a right click on the icon";
     xdotool({"key", "q"});
     ASSERT_TRUE(velto.waitForExit());
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));
-}
-
-TEST_F(TrayMenu, AlwaysOnTopChosenFromTheIconIsKept)
-{
-    VeltoProcess velto;
-    openMenuFromTheIcon(velto);
-    xdotool({"key", "a"});
-    processEvents(300);
-    const QString icon = waitForTrayIcon(velto, panel);
-    ASSERT_FALSE(icon.isEmpty());
-    ASSERT_TRUE(openMenu(velto, icon));
-    xdotool({"key", "q"});
-    ASSERT_TRUE(velto.waitForExit());
-    EXPECT_EQ(savedSetting(velto, QStringLiteral("winontop")).toString(), QStringLiteral("1"));
 }
 
 } // namespace

@@ -227,19 +227,18 @@ TEST_F(SegmentDisplayTest, CharacterAndLetterSheetsPickTheirCells)
 {
     // clang-format off
     const struct { int sheetType; char32_t ch; int row, col; } cases[] = {
-        {1, U'a', 4, 1},  {1, U' ', 0, 0},  {1, U'~', 5, 14}, {1, 127, 5, 15}, {1, 31, 0, 0},
-        {1, U'é', 0, 0},  {2, U'a', 2, 1},  {2, U'z', 3, 10}, {2, U'{', 5, 11}, {3, U'a', 0, 0},
-        {3, U'Z', 0, 25}, {3, U'7', 1, 7},  {3, U'@', 0, 8},  {3, U'I', 0, 8},  {3, U':', 1, 12},
-        {3, U'.', 1, 27}, {3, U' ', 0, 29}, {3, U'?', 2, 3},  {3, U'<', 0, 29}, {3, U'é', 0, 29},
+        {1, U'a', 4, 1},  {1, 127, 5, 15}, {1, 31, 0, 0},   {1, U'é', 0, 0},  {2, U'a', 2, 1},
+        {2, U'{', 5, 11}, {3, U'Z', 0, 25}, {3, U'7', 1, 7},  {3, U'@', 0, 8},  {3, U'I', 0, 8},
+        {3, U':', 1, 12}, {3, U'.', 1, 27}, {3, U' ', 0, 29}, {3, U'?', 2, 3},  {3, U'é', 0, 29},
     };
     // clang-format on
     for (const auto &c : cases) {
         const QString text = QString::fromUcs4(&c.ch, 1);
         const Drawn d = show(group(qint16(c.sheetType), -1), text);
         ASSERT_EQ(d.cells.size(), 1u) << "type " << c.sheetType << " char " << uint(c.ch);
-        EXPECT_EQ(d.cells[0].sheet, c.sheetType == 3 ? 2 : 1);
-        EXPECT_EQ(d.cells[0].row, c.row) << "type " << c.sheetType << " char " << uint(c.ch);
-        EXPECT_EQ(d.cells[0].col, c.col) << "type " << c.sheetType << " char " << uint(c.ch);
+        EXPECT_EQ(std::tuple(d.cells[0].sheet, d.cells[0].row, d.cells[0].col),
+                  std::tuple(c.sheetType == 3 ? 2 : 1, c.row, c.col))
+            << "type " << c.sheetType << " char " << uint(c.ch);
     }
 }
 
@@ -262,26 +261,16 @@ TEST_F(SegmentDisplayTest, CharacterSheetsCutOrPadTheTextToTheirCells)
 
 TEST_F(SegmentDisplayTest, RepaintAsksForTheGroupsCellOnly)
 {
-    const struct
-    {
-        int mode;
-        QVariant value;
-        int width;
-    } cases[] = {
-        // clang-format off
-        {-3, 7, 3 * W}, {3, 0.5, 4 * W + N}, {4, 1.5, 6 * W + N}, {1, 0, 4 * W + N},
-        {2, 0, 6 * W + 2 * N}, {0, 1234, 4 * W + N}, {9, 42, 9 * W},
-        // "hh:mm:ss" is wider than the five cells of mode 5: what is drawn counts.
-        {5, 3909, 6 * W + 2 * N},
-        // clang-format on
+    // "hh:mm:ss" is wider than the five cells of mode 5: what is drawn counts.
+    const std::tuple<int, QVariant, int> cases[] = {
+        {-3, 7, 3 * W}, {4, 1.5, 6 * W + N},      {2, 0, 6 * W + 2 * N},
+        {9, 42, 9 * W}, {5, 3909, 6 * W + 2 * N},
     };
-    for (const auto &c : cases) {
-        show(group(0, qint16(c.mode)), c.value);
-        ASSERT_EQ(repaints.size(), 1u) << "mode " << c.mode;
-        EXPECT_EQ(repaints[0], QRect(10, 5, c.width, H)) << "mode " << c.mode;
+    for (const auto &[mode, value, width] : cases) {
+        show(group(0, qint16(mode)), value);
+        ASSERT_EQ(repaints.size(), 1u) << "mode " << mode;
+        EXPECT_EQ(repaints[0], QRect(10, 5, width, H)) << "mode " << mode;
     }
-    EXPECT_EQ(cellWidth(group(0, 5)), 5 * W);
-    EXPECT_EQ(cellWidth(group(0, -16)), 16 * W);
 
     DigitGroup atEdge = group(0, -3);
     atEdge.x = 190;
@@ -294,24 +283,16 @@ TEST_F(SegmentDisplayTest, HiddenUnknownAndUndrawableGroupsPaintNothing)
 {
     DigitGroup hidden = group(0, 1);
     hidden.visible = false;
-    DigitGroup noSheet = group(4, -3);
-    DigitGroup negativeSheet = group(-1, -3);
-    const struct
-    {
-        DigitGroup g;
-        int index;
-        size_t labels;
-    } cases[] = {
-        {hidden, 0, 0},        {group(0, -3), 14, 0}, {group(0, -3), -1, 0}, {noSheet, 0, 0},
-        {negativeSheet, 0, 0}, {group(1, 0), 0, 0},   {group(4, 1), 0, 1}, // the clock text, label
-                                                                           // 9 included, is made
-                                                                           // before drawing
+    // The clock text, label 9 included, is made before drawing.
+    const std::tuple<DigitGroup, int, size_t> cases[] = {
+        {hidden, 0, 0},        {group(0, -3), 14, 0}, {group(0, -3), -1, 0}, {group(4, -3), 0, 0},
+        {group(-1, -3), 0, 0}, {group(1, 0), 0, 0},   {group(4, 1), 0, 1},
     };
-    for (const auto &c : cases) {
-        show(c.g, 88, c.index);
-        EXPECT_EQ(canvas.pixel(c.g.x + 1, c.g.y + 1), CanvasBackground) << "index " << c.index;
-        EXPECT_TRUE(repaints.empty()) << "index " << c.index;
-        EXPECT_EQ(labels.size(), c.labels);
+    for (const auto &[g, index, labelCount] : cases) {
+        show(g, 88, index);
+        EXPECT_EQ(canvas.pixel(g.x + 1, g.y + 1), CanvasBackground) << "index " << index;
+        EXPECT_TRUE(repaints.empty()) << "index " << index;
+        EXPECT_EQ(labels.size(), labelCount);
     }
 }
 
@@ -326,27 +307,22 @@ TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsConvertedAndEditsAreSeen)
         EXPECT_EQ(canvas.pixel(10 + 2 * W, 6), qRgb(200, 1, 1)) << "format " << format;
     }
 
+    // A canvas in another format is drawn on; one that cannot be painted on is left alone.
     sheets = makeSheets();
-    for (QImage::Format format : {QImage::Format_RGB888, QImage::Format_RGB16,
-                                  QImage::Format_Grayscale8, QImage::Format_Indexed8}) {
-        canvas = QImage(200, 40, format);
-        if (format == QImage::Format_Indexed8)
-            canvas.setColorTable({CanvasBackground, qRgb(0, 0, 0)});
-        canvas.fill(0);
-        const QImage before = canvas.copy();
-        repaints.clear();
-        display.setGroup(0, group(0, -3));
-        display.SetDD(0, 7);
-        const bool drawable = format != QImage::Format_Indexed8;
-        EXPECT_EQ(canvas != before, drawable) << "format " << format;
-        EXPECT_EQ(repaints.size(), drawable ? 1u : 0u) << "format " << format;
-        if (format == QImage::Format_RGB888) {
-            EXPECT_EQ(readRow(canvas.convertToFormat(QImage::Format_RGB32), 7).text,
-                      QStringLiteral(" 07"));
-        }
-    }
-    canvas = QImage();
+    canvas = QImage(200, 40, QImage::Format_RGB888);
+    canvas.fill(0);
+    display.setGroup(0, group(0, -3));
     display.SetDD(0, 7);
+    EXPECT_EQ(readRow(canvas.convertToFormat(QImage::Format_RGB32), 7).text, QStringLiteral(" 07"));
+    canvas = QImage(200, 40, QImage::Format_Indexed8);
+    canvas.setColorTable({CanvasBackground, qRgb(0, 0, 0)});
+    canvas.fill(0);
+    const QImage before = canvas.copy();
+    repaints.clear();
+    display.SetDD(0, 7);
+    EXPECT_TRUE(canvas == before && repaints.empty());
+    canvas = QImage();
+    display.SetDD(0, 7); // no picture: nothing to draw on, no crash
 }
 
 TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
@@ -396,7 +372,6 @@ TEST(MakeDayStr, NamesEachWeekdayWithItsLetterAndTheDate)
     EXPECT_EQ(std::tuple(thursday.day, thursday.todayLetter),
               std::tuple(QStringLiteral("Thu"), QChar(u'R')));
     EXPECT_EQ(MakeDayStr(QDate(2027, 1, 5)).date, QStringLiteral("Jan 05"));
-    EXPECT_EQ(MakeDayStr(QDate(2026, 12, 31)).date, QStringLiteral("Dec 31"));
     const DayText none = MakeDayStr(QDate());
     EXPECT_TRUE(none.day.isEmpty() && none.date.isEmpty() && none.todayLetter.isNull());
 }

@@ -89,7 +89,6 @@ TEST(SkinReader, ReadsFieldsWhereverTheLineBreaksFall)
         {"one line", kLabel, "tip"},
         {"quoted commas", "L1,0,0,10,10,0,0,0,8,\"Arial\",\"a, b,c\"\r\n", "a, b,c"},
         {"across lines", "L1,0,0\r\n10,10\r\n0,0,0\r\n8\r\nArial\r\n\r\ntip\r\n", "tip"},
-        {"comma before a line end", "L1,\r\n0,10,10,0,0,0,8,Arial,tip", "tip"},
         {"LF only", "L1,0,0,10,10\n0,0,0,8,Arial,tip\n", "tip"},
         {"lone CR", "L1,0,0,10,10,0,0,0,8,Arial\rtip\r", "tip"},
         {"blanks around fields", "  L1 , 0,\t0 ,10, 10,0,0,0, 8 , Arial ,  two words  ",
@@ -99,14 +98,14 @@ TEST(SkinReader, ReadsFieldsWhereverTheLineBreaksFall)
         {"empty number fields", "L1,,,10,10,,,,8,Arial,tip", "tip"},
         {"Windows-1252", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xe9 \x80\r\n", u"Café €"_qs},
         {"UTF-8", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xc3\xa9\r\n", u"Café"_qs},
-        {"quoted numbers", "L1,\"0\",0,10,10,0,0,0,8,Arial,tip", "tip"},
     };
     for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
         const SkinDescription d = readBody(c.body);
-        ASSERT_EQ(d.labels.size(), 1) << c.what;
-        EXPECT_EQ(d.labels[0].toolTip, c.tip) << c.what;
-        EXPECT_EQ(d.labels[0].rect, QRect(0, 0, 10, 10)) << c.what;
-        EXPECT_FALSE(d.errorFlag) << c.what << ": " << d.errorList.toStdString();
+        ASSERT_EQ(d.labels.size(), 1);
+        EXPECT_EQ(d.labels[0].toolTip, c.tip);
+        EXPECT_EQ(d.labels[0].rect, QRect(0, 0, 10, 10));
+        EXPECT_FALSE(d.errorFlag) << d.errorList.toStdString();
     }
 }
 
@@ -127,19 +126,17 @@ TEST(SkinReader, HeaderDecidesAcceptanceTypesAndName)
         {"\"Ne-Orb Skin\",\"Old\"", true, {"PLAYER"}, "Old"},
         {"\"Ne-Orb Skin/CALCULATOR\",\"Old\"", true, {"PLAYER"}, "Old"},
         {"\"velto skin/PLAYER\",\"x\"", false, {}, "x"},
-        {"\"Ne-Orb skin\",\"x\"", false, {}, "x"},
         {"\"Velto Skin \",\"x\"", false, {}, "x"},
     };
     for (const auto &c : cases) {
         const QByteArray bytes = c.header + "\r\n1,0\r\nMain,main.bmp\r\n*,\r\n0,0,1,2,3,0,0,0\r\n";
+        SCOPED_TRACE(c.header.constData());
         const SkinDescription d = readBytes(bytes);
-        EXPECT_EQ(d.accepted, c.accepted) << c.header.constData();
-        EXPECT_EQ(d.displayName, c.name) << c.header.constData();
-        EXPECT_EQ(d.messages, c.accepted ? QStringList() : QStringList{"Invalid Skin!"})
-            << c.header.constData();
+        EXPECT_EQ(std::tuple(d.accepted, d.displayName), std::tuple(c.accepted, c.name));
+        EXPECT_EQ(d.messages, c.accepted ? QStringList() : QStringList{"Invalid Skin!"});
         if (c.accepted) {
-            EXPECT_EQ(d.types, c.types) << c.header.constData();
-            EXPECT_EQ(d.backgroundColour, 1 + 256 * 2 + 65536 * 3) << c.header.constData();
+            EXPECT_EQ(d.types, c.types);
+            EXPECT_EQ(d.backgroundColour, 1 + 256 * 2 + 65536 * 3);
         }
         const SkinDescription header = readHeader(bytes);
         EXPECT_EQ(std::tuple(header.accepted, header.displayName), std::tuple(c.accepted, c.name));
@@ -207,12 +204,9 @@ TEST(SkinReader, ListsOutOfRangeRecordsInOneMessage)
         {"D%1,0,0,0,0,8,12,4,0,1,-2,~", 0, 13, [](auto &d) { return d.digitGroups.size(); }},
         {"I%1,0,0,5,5,255,0,0,1,~", 0, 22, [](auto &d) { return d.lights.size(); }},
         {"L%1,0,0,5,5,0,0,0,8,Arial,~", 0, 80, [](auto &d) { return d.labels.size() - 1; }},
-        {"R%1,main.bmp", 0, 2, [](auto &d) { return d.pictureSteps.size(); }},
         {"S%1,0,0,50,5,0,0,0,5,~", 0, 6, [](auto &d) { return d.sliders.size(); }},
-        {"T%1,0,0,5,5,0,0,0,8,Arial,~", 0, 3, [](auto &d) { return d.textFields.size(); }},
         {"W%1,5,5", 0, 1, [](auto &d) { return qsizetype(d.pictureSize.has_value()); }},
         {"X%1,0,0,5,5,0,0,0,255,255,255,8,Arial,~", 1, 8, [](auto &d) { return d.lists.size(); }},
-        {"Z%1,0,0,5,5,1,1", 0, 1, [](auto &d) { return d.pictureSteps.size(); }},
         {"B%1,0,0,5,5,0,0,name,~", 1, 32767, [](auto &d) { return d.buttons.size(); }},
     };
     for (const auto &k : kinds) {
@@ -255,12 +249,12 @@ TEST(SkinReader, UnreadableRecordsAreListedAndLoadingGoesOn)
         {"?1", " ?1", 0},
     };
     for (const auto &c : cases) {
+        SCOPED_TRACE(c.body.constData());
         const SkinDescription d = readBody(c.body);
-        EXPECT_TRUE(d.errorFlag) << c.body.constData();
-        EXPECT_EQ(d.errorList, c.listed) << c.body.constData();
-        EXPECT_EQ(d.messages, QStringList{kClosing + c.listed}) << c.body.constData();
-        EXPECT_EQ(d.labels.size(), c.labels) << c.body.constData();
-        EXPECT_TRUE(d.lights.isEmpty() && d.buttons.isEmpty()) << c.body.constData();
+        EXPECT_TRUE(d.errorFlag);
+        EXPECT_EQ(d.messages, QStringList{kClosing + c.listed});
+        EXPECT_EQ(d.labels.size(), c.labels);
+        EXPECT_TRUE(d.lights.isEmpty() && d.buttons.isEmpty());
     }
 }
 
@@ -318,7 +312,6 @@ TEST(SkinReader, FontAndTipRules)
         {"12,\"Courier New\"", "Play ~", {"Courier New", 12, false, false, false}, "Play ~"},
         {"9,\" Times :uB\"", "\"\"", {"Times", 9, true, false, true}, ""},
         {"9,:i", "~", {"Arial", 9, false, true, false}, ""},
-        {"9,\"\"", "t", {"Arial", 9, false, false, false}, "t"},
         {"7,Sans:xyz:b", "t", {"Sans", 7, true, false, false}, "t"},
         {"-32768,\"  \"", "t", {"  ", 32768, false, false, false}, "t"},
     };
@@ -329,50 +322,32 @@ TEST(SkinReader, FontAndTipRules)
             const QList<SkinLabel> &built = kind == 'L' ? d.labels : d.textFields;
             ASSERT_EQ(built.size(), 1) << c.sizeAndFont.constData();
             const SkinFont &f = built[0].font;
-            EXPECT_EQ(f.name, c.font.name) << c.sizeAndFont.constData();
-            EXPECT_EQ(f.size, c.font.size) << c.sizeAndFont.constData();
-            EXPECT_EQ(std::tuple(f.bold, f.italic, f.underline),
-                      std::tuple(c.font.bold, c.font.italic, c.font.underline))
+            EXPECT_EQ(std::tuple(f.name, f.size, f.bold, f.italic, f.underline, built[0].toolTip),
+                      std::tuple(c.font.name, c.font.size, c.font.bold, c.font.italic,
+                                 c.font.underline, c.toolTip))
                 << c.sizeAndFont.constData();
-            EXPECT_EQ(built[0].toolTip, c.toolTip) << c.sizeAndFont.constData();
         }
     }
 }
 
-TEST(SkinReader, ElementFieldsLandWhereTheyBelong)
+// Anims, areas, lights, sliders and digit groups show their fields in the element tests.
+TEST(SkinReader, ListFieldsLandAndEmptyElementsAreDropped)
 {
-    const SkinDescription d = readBody("A2,1,2,3,4,5,6,7,80,1,~\r\n"
-                                       "C3,10,20,30,40,Web\r\n"
+    const SkinDescription d = readBody("C3,10,20,30,40,Web\r\n"
                                        "D13,1,2,3,4,8,12,4,0,1,-2,~\r\n"
-                                       "I22,1,2,3,4,255,128,1,3,Light\r\n"
-                                       "S6,1,2,100,8,50,60,0,12,~\r\n"
                                        "X3,0,0,5,5,0,0,0,0,0,0,8,Arial,~\r\n"
                                        "X8,1,2,3,4,1,0,0,0,0,1,-9,Verdana:b,~\r\n"
-                                       "W1,400,260\r\n"
                                        "L80,0,0,0,5,0,0,0,8,Arial,~\r\n"
                                        "C1,0,0,5,-1,~\r\nD0,0,0,0,0,0,12,4,0,1,-2,~\r\n");
     EXPECT_FALSE(d.errorFlag) << d.errorList.toStdString();
-    ASSERT_EQ(d.anims.size(), 1);
-    EXPECT_EQ(std::tuple(d.anims[0].number, d.anims[0].rect, d.anims[0].face, d.anims[0].frames,
-                         d.anims[0].msPerFrame, d.anims[0].direction),
-              std::tuple(2, QRect(1, 2, 5, 6), QPoint(3, 4), 7, 80, 1));
-    ASSERT_EQ(d.areas.size(), 1) << "a zero-height area is dropped";
-    EXPECT_EQ(std::tuple(d.areas[0].number, d.areas[0].rect, d.areas[0].toolTip),
-              std::tuple(3, QRect(10, 20, 30, 40), QString("Web")));
+    EXPECT_EQ(d.areas.size(), 1) << "a zero-height area is dropped";
     EXPECT_EQ(d.digitGroups.size(), 1) << "a zero-width glyph is dropped";
-    // Sliders and digit groups show their fields in the element tests.
-    ASSERT_EQ(d.lights.size(), 1);
-    EXPECT_EQ(std::tuple(skinColourToQColor(d.lights[0].colour), d.lights[0].shape),
-              std::tuple(QColor(255, 128, 1), 3));
+    EXPECT_TRUE(d.labels.isEmpty()) << "a zero-width label is dropped";
     ASSERT_EQ(d.lists.size(), 1) << "X3 builds nothing";
     EXPECT_EQ(std::tuple(d.lists[0].number, d.lists[0].foreColour, d.lists[0].backColour,
                          d.lists[0].fontSize, d.lists[0].fontName),
               std::tuple(8, 1, 65536, -9, QString("Verdana:b")));
-    EXPECT_EQ(d.pictureSize, QSize(400, 260));
-    EXPECT_TRUE(d.labels.isEmpty()) << "a zero-width label is dropped";
-    EXPECT_EQ(d.hoverStyle, 1);
-    EXPECT_EQ(d.backgroundColour, 20 + 256 * 24 + 65536 * 32);
-    EXPECT_EQ(d.bitmapFormat, 1);
+    EXPECT_EQ(std::tuple(d.hoverStyle, d.bitmapFormat), std::tuple(1, 1));
 }
 
 TEST(SkinReader, ConditionalSectionsFollowTheLastPictureLoad)
@@ -393,16 +368,16 @@ TEST(SkinReader, ConditionalSectionsFollowTheLastPictureLoad)
         {"?0,in\r\nL9,:in\r\nL2,0,0,5,5,0,0,0,8,Arial,second", {"second"}},
         {"?0,x\r\n/ hidden\r\n; \"q\",:x\r\nE\r\n:x\r\n" + kLabel, {}},
         {"?0,x\r\nB1,0,0,5,5,0,0,Eject,~\r\n:x\r\n" + kLabel, {"tip"}},
-        {kLabel + "E1\r\n" + kLabel, {"tip"}},
     };
     for (const auto &c : cases) {
+        SCOPED_TRACE(c.body.constData());
         const SkinDescription d = readBody(c.body);
         QStringList tips;
         for (const SkinLabel &l : d.labels)
             tips << l.toolTip;
-        EXPECT_EQ(tips, c.labelTips) << c.body.constData();
-        EXPECT_FALSE(d.errorFlag) << c.body.constData();
-        EXPECT_TRUE(d.comment.isEmpty()) << c.body.constData();
+        EXPECT_EQ(tips, c.labelTips);
+        EXPECT_FALSE(d.errorFlag);
+        EXPECT_TRUE(d.comment.isEmpty());
     }
 }
 
@@ -451,11 +426,10 @@ TEST(SkinReader, PolygonOutlineNeedsExactlyTheDeclaredPoints)
     };
     for (const auto &c : cases) {
         const SkinDescription d = readBody(c.body);
-        EXPECT_EQ(d.outline.points.size(), c.points) << c.body.constData();
-        EXPECT_EQ(d.outline.complete(), c.complete) << c.body.constData();
-        EXPECT_EQ(d.outline.multiPolygon, c.multi) << c.body.constData();
-        EXPECT_EQ(d.outline.polygonPointCounts, c.counts) << c.body.constData();
-        EXPECT_FALSE(d.errorFlag) << c.body.constData();
+        EXPECT_EQ(std::tuple(d.outline.points.size(), d.outline.complete(), d.outline.multiPolygon,
+                             d.outline.polygonPointCounts, d.errorFlag),
+                  std::tuple(c.points, c.complete, c.multi, c.counts, false))
+            << c.body.constData();
     }
     const SkinDescription surplus = readBody(cases[2].body);
     EXPECT_EQ(surplus.labels.size(), 1);
@@ -498,9 +472,9 @@ TEST(SkinReader, DamagedInputKeepsTheGoodRecords)
     };
     for (const auto &c : cases) {
         const SkinDescription d = readBody(c.body);
-        EXPECT_EQ(d.labels.size(), c.labels) << c.what;
-        EXPECT_EQ(d.errorList, c.listed) << c.what;
-        EXPECT_EQ(d.errorFlag, !c.listed.isEmpty()) << c.what;
+        EXPECT_EQ(std::tuple(d.labels.size(), d.errorList, d.errorFlag),
+                  std::tuple(c.labels, c.listed, !c.listed.isEmpty()))
+            << c.what;
     }
 }
 
@@ -523,10 +497,9 @@ TEST(SkinReader, TruncatedHeadersStillGiveADescription)
     EXPECT_EQ(readBytes("").messages, QStringList{"Invalid Skin!"});
 }
 
-TEST(SkinReader, ManyRecordsAndGarbageEndInTime)
+// How fast many records read is skin_reader_bench's.
+TEST(SkinReader, RandomBodiesStillGiveADescription)
 {
-    EXPECT_EQ(readBody(repeated("Z0,1,2,3,4,5,6\r\n", 10000)).pictureSteps.size(), 10000);
-
     QRandomGenerator random(42);
     for (int round = 0; round < 200; ++round) {
         QByteArray garbage(int(random.bounded(2000)), '\0');
@@ -569,7 +542,6 @@ TEST(FindFileNoCase, MatchesEveryPartWhateverItsCase)
         {"C:\\Skins\\Blue\\main.bmp", "Skins/Blue/Main.BMP"},
         {"/skins//blue/./main.bmp", "Skins/Blue/Main.BMP"},
         {"Skins/Blue/../../TOP.TXT", "top.txt"},
-        {"Skins/A.png", "Skins/A.png"},
         {"Skins/a.png", "Skins/a.png"},
         {"Skins/Blue", ""},
         {"Skins/Blue/gone.bmp", ""},
