@@ -1,8 +1,6 @@
-#include "platform/mediatest.h"
 #include "support/printers.h"
+#include "videosuite.h"
 
-#include <QFile>
-#include <QGuiApplication>
 #include <QImage>
 #include <QSet>
 #include <QWidget>
@@ -28,36 +26,14 @@ struct VideoLog
     }
 };
 
-// The real engine with silent sound, drawing through OpenGL on the test's X
-// server (Mesa's software renderer is enough).
-class MpvVideo : public EngineSuite
+class MpvVideo : public VideoSuite
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        EngineSuite::SetUpTestSuite();
-        media->video(QStringLiteral("clip.avi"), 1500);
-        media->encoded(QStringLiteral("tone.mp3"), 800);
-    }
-
     void SetUp() override
     {
-        if (!QFile::exists(file("clip.avi")))
-            GTEST_SKIP() << "ffmpeg could not make the test media";
-        if (QGuiApplication::platformName() != QLatin1String("xcb"))
-            GTEST_SKIP() << "pictures need the X server (run through scripts/with-display)";
-        EngineSuite::SetUp();
-        device = factory->create();
-        device->setEvents(log.events());
-        device->setVideoEvents(video.events());
-    }
-
-    void play(const char *name)
-    {
-        device->setDeviceType(QStringLiteral("MPEGVideo"));
-        device->setFileName(file(name));
-        device->open();
-        device->play();
+        VideoSuite::SetUp();
+        if (device)
+            device->setVideoEvents(video.events());
     }
 
     // Colours of the test picture, or a single one for a black or empty view.
@@ -71,15 +47,13 @@ protected:
         return int(colours.size());
     }
 
-    EventLog log;
     VideoLog video;
-    std::unique_ptr<MediaDevice> device;
 };
 
 TEST_F(MpvVideo, PicturesAreAnnouncedShownAndEndWithTheirItem)
 {
     play("clip.avi");
-    ASSERT_TRUE(waitFor([&] { return video.started == 1; })) << log.text.toStdString();
+    ASSERT_TRUE(waitLong([&] { return video.started == 1; })) << log.text.toStdString();
     EXPECT_EQ(video.size, QSize(160, 120));
     EXPECT_EQ(device->videoSize(), QSize(160, 120));
 
@@ -87,42 +61,42 @@ TEST_F(MpvVideo, PicturesAreAnnouncedShownAndEndWithTheirItem)
     ASSERT_TRUE(view);
     view->resize(160, 120);
     view->show();
-    ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
+    ASSERT_TRUE(waitLong([&] { return device->position() >= 500; }));
     EXPECT_GT(coloursIn(*view), 4) << "the view stays black";
 
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
     EXPECT_EQ(video.stopped, 1);
     EXPECT_TRUE(device->videoSize().isEmpty());
 
     // Sound alone announces nothing, with the view still there.
     play("tone.mp3");
-    ASSERT_TRUE(waitFor([&] { return log.ended == 2; })) << log.text.toStdString();
+    ASSERT_TRUE(waitLong([&] { return log.ended == 2; })) << log.text.toStdString();
     EXPECT_EQ(video.started, 1);
 }
 
 TEST_F(MpvVideo, ClosingTheViewLeavesThePlayingItemToTheEnd)
 {
     play("clip.avi");
-    ASSERT_TRUE(waitFor([&] { return video.started == 1; })) << log.text.toStdString();
+    ASSERT_TRUE(waitLong([&] { return video.started == 1; })) << log.text.toStdString();
     std::unique_ptr<QWidget> view(device->createVideoView(nullptr));
     ASSERT_TRUE(view);
     view->show();
-    ASSERT_TRUE(waitFor([&] { return device->position() >= 300; }));
+    ASSERT_TRUE(waitLong([&] { return device->position() >= 300; }));
     view.reset();
 
     const qint64 before = device->position();
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
     EXPECT_GT(device->position(), before);
     EXPECT_EQ(log.failed, 0);
 
     // A new view takes the pictures of the next item.
     play("clip.avi");
-    ASSERT_TRUE(waitFor([&] { return video.started == 2; }));
+    ASSERT_TRUE(waitLong([&] { return video.started == 2; }));
     view.reset(device->createVideoView(nullptr));
     ASSERT_TRUE(view);
     view->resize(160, 120);
     view->show();
-    ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
+    ASSERT_TRUE(waitLong([&] { return device->position() >= 500; }));
     EXPECT_GT(coloursIn(*view), 4);
 }
 

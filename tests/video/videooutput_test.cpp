@@ -1,33 +1,21 @@
 #include "app/videooutput.h"
-#include "platform/mediatest.h"
 #include "skin/skinareawidget.h"
+#include "videosuite.h"
 
-#include <QFile>
-#include <QGuiApplication>
 #include <gtest/gtest.h>
 
 #include <memory>
 
 namespace {
 
-class VideoOutputTest : public EngineSuite
+class VideoOutputTest : public VideoSuite
 {
 protected:
-    static void SetUpTestSuite()
-    {
-        EngineSuite::SetUpTestSuite();
-        media->video(QStringLiteral("clip.avi"), 1200);
-    }
-
     void SetUp() override
     {
-        if (!QFile::exists(file("clip.avi")))
-            GTEST_SKIP() << "ffmpeg could not make the test media";
-        if (QGuiApplication::platformName() != QLatin1String("xcb"))
-            GTEST_SKIP() << "pictures need the X server (run through scripts/with-display)";
-        EngineSuite::SetUp();
-        device = factory->create();
-        device->setEvents(log.events());
+        VideoSuite::SetUp();
+        if (!device)
+            return;
         output = std::make_unique<VideoOutput>(main);
         output->addDevice(*device);
         output->title = [] { return QStringLiteral("clip — Velto"); };
@@ -35,30 +23,20 @@ protected:
         main.show();
     }
 
-    void play()
-    {
-        device->setDeviceType(QStringLiteral("MPEGVideo"));
-        device->setFileName(file("clip.avi"));
-        device->open();
-        device->play();
-    }
-
     QWidget main;
-    EventLog log;
-    std::unique_ptr<MediaDevice> device;
     std::unique_ptr<VideoOutput> output;
 };
 
 TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowOpensAndClosesWithTheItem)
 {
     play();
-    ASSERT_TRUE(waitFor([&] { return output->window(*device); })) << log.text.toStdString();
+    ASSERT_TRUE(waitLong([&] { return output->window(*device); })) << log.text.toStdString();
     QWidget *window = output->window(*device);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("clip — Velto"));
     EXPECT_EQ(window->size(), QSize(160, 120));
 
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
     EXPECT_EQ(output->window(*device), nullptr);
     EXPECT_EQ(output->view(*device), nullptr);
 }
@@ -70,7 +48,7 @@ TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSk
     box.show();
     output->setVideoBox(&box);
     play();
-    ASSERT_TRUE(waitFor([&] { return output->view(*device); })) << log.text.toStdString();
+    ASSERT_TRUE(waitLong([&] { return output->view(*device); })) << log.text.toStdString();
     EXPECT_EQ(box.content(), output->view(*device));
     EXPECT_EQ(output->view(*device)->geometry(), QRect(0, 0, 80, 60));
     EXPECT_EQ(output->window(*device), nullptr);
@@ -83,7 +61,7 @@ TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSk
 
     // Closing that window leaves the sound to play to its end.
     output->window(*device)->close();
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
     EXPECT_EQ(log.failed, 0);
 }
 
