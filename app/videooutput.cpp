@@ -103,6 +103,6 @@ void VideoOutput::show(Shown &shown)
 
 void VideoOutput::hide(Shown &shown)
 {
-    delete shown.view; // gives the device its silent picture output back
+    delete shown.view; // the device drops its pictures while it has no view
     delete shown.window;
 }

@@ -12,8 +12,7 @@ class SkinAreaWidget;
 
 // Puts the pictures of a playing video on screen: in the skin's video area
 // when the skin has one, else in a plain window of their own that closes when
-// the item ends. Nothing here exists until a file shows pictures, so audio
-// never pays for OpenGL.
+// the item ends. Nothing here exists until a file shows pictures.
 class VideoOutput
 {
 public:

@@ -107,7 +107,7 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
         {"gapless-audio", "no"},
         {"input-default-bindings", "no"},
         {"osc", "no"},
-        {"vo", "null"},
+        {"vo", "libmpv"}, // drawn by MpvRenderer, or "null" when it cannot be
         {"idle", "yes"},
         {"keep-open", "yes"},
         {"terminal", "no"},
@@ -131,6 +131,12 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
         mpv_terminate_destroy(m_mpv);
         m_mpv = nullptr;
         return;
+    }
+    m_renderer = std::make_unique<MpvRenderer>(m_mpv);
+    if (!m_renderer->valid()) {
+        qWarning("MpvDevice: mpv cannot draw pictures here; videos play their sound only");
+        m_renderer.reset();
+        mpv_set_property_string(m_mpv, "vo", "null");
     }
     mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
     mpv_observe_property(m_mpv, 0, "time-pos", MPV_FORMAT_DOUBLE);
@@ -156,7 +162,7 @@ MpvDevice::~MpvDevice()
 {
     if (!m_mpv)
         return;
-    delete m_view; // it draws with this player
+    m_renderer.reset(); // before its player goes
     // After this returns no wakeup is running or will run; a drain already
     // queued dies with this QObject.
     mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
@@ -414,8 +420,7 @@ void MpvDevice::handleEvent(const mpv_event &event)
             const auto *property = static_cast<mpv_event_property *>(event.data);
             const bool known = event.error >= 0 && property &&
                                property->format == MPV_FORMAT_NODE && property->data;
-            // While the output is being replaced the parameters are briefly
-            // gone; the size the pictures were announced with stays.
+            // An answer without parameters keeps the size already known.
             if (known) {
                 const auto &params = *static_cast<mpv_node *>(property->data);
                 const QSize size(int(intIn(params, "dw")), int(intIn(params, "dh")));
@@ -561,11 +566,7 @@ void MpvDevice::fail(int error, const QString &text)
 
 QWidget *MpvDevice::createVideoView(QWidget *parent)
 {
-    if (!m_mpv || !MpvVideoView::supported())
-        return nullptr;
-    delete m_view;
-    m_view = new MpvVideoView(m_mpv, parent);
-    return m_view;
+    return m_renderer ? m_renderer->createView(parent) : nullptr;
 }
 
 // Video parameters carry the display size (aspect applied); they exist from

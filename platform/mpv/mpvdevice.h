@@ -8,11 +8,12 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 struct mpv_handle;
 struct mpv_event;
 struct mpv_event_property;
-class MpvVideoView;
+class MpvRenderer;
 
 // One libmpv player per device. Every call into mpv from the UI thread is
 // asynchronous or a property read of the client's own cache, so nothing here
@@ -87,9 +88,8 @@ private:
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
 
-    QPointer<MpvVideoView> m_view;
+    std::unique_ptr<MpvRenderer> m_renderer; // none: sound only
     QSize m_videoSize; // of the file being opened or open
-    // Once over, the pictures of a file stay over: the output switching back
-    // to "null" at its end reports the size once more.
+    // Once over, the pictures of a file stay over.
     enum class Pictures { None, Shown, Over } m_pictures = Pictures::None;
 };

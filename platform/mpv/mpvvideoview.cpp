@@ -1,120 +1,141 @@
 #include "mpvvideoview.h"
 
-#include <QGuiApplication>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
+#include <QPainter>
 #include <QtDebug>
 
 #include <mpv/client.h>
-#include <mpv/render_gl.h>
+#include <mpv/render.h>
 
 namespace {
 
-void *procAddress(void *, const char *name)
-{
-    QOpenGLContext *context = QOpenGLContext::currentContext();
-    return context ? reinterpret_cast<void *>(context->getProcAddress(QByteArray(name))) : nullptr;
-}
-
-void setVideoOutput(mpv_handle *mpv, const char *name)
-{
-    if (mpv_set_property(mpv, "vo", MPV_FORMAT_STRING, &name) < 0)
-        qWarning("MpvVideoView: the video output %s was refused", name);
-}
+// QImage::Format_RGB32 in memory order.
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+char rgb32[] = "bgr0";
+#else
+char rgb32[] = "0rgb";
+#endif
 
 } // namespace
 
-MpvVideoView::MpvVideoView(mpv_handle *mpv, QWidget *parent) : QOpenGLWidget(parent), m_mpv(mpv)
+MpvRenderer::MpvRenderer(mpv_handle *mpv)
 {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-}
-
-MpvVideoView::~MpvVideoView()
-{
-    // The base class destroys the context after this object is gone.
-    if (QOpenGLContext *gl = context())
-        disconnect(gl, nullptr, this, nullptr);
-    release();
-}
-
-bool MpvVideoView::supported()
-{
-    static const bool openGL = [] {
-        // Qt's headless and framebuffer platforms cannot put OpenGL widgets
-        // on screen and crash trying; elsewhere a context must come up.
-        static const QStringList without{QStringLiteral("offscreen"), QStringLiteral("minimal"),
-                                         QStringLiteral("linuxfb"), QStringLiteral("vnc")};
-        QOpenGLContext probe;
-        const bool yes = !without.contains(QGuiApplication::platformName()) && probe.create();
-        if (!yes)
-            qWarning("Video: this display offers no OpenGL; videos play their sound only");
-        return yes;
-    }();
-    return openGL;
-}
-
-void MpvVideoView::initializeGL()
-{
-    release();
-    mpv_opengl_init_params gl{procAddress, nullptr};
-    int advanced = 0;
     mpv_render_param params[] = {
-        {MPV_RENDER_PARAM_API_TYPE, const_cast<char *>(MPV_RENDER_API_TYPE_OPENGL)},
-        {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &gl},
-        {MPV_RENDER_PARAM_ADVANCED_CONTROL, &advanced},
+        {MPV_RENDER_PARAM_API_TYPE, const_cast<char *>(MPV_RENDER_API_TYPE_SW)},
         {MPV_RENDER_PARAM_INVALID, nullptr},
     };
-    if (mpv_render_context_create(&m_render, m_mpv, params) < 0) {
-        qWarning("MpvVideoView: no OpenGL rendering; pictures stay hidden");
+    if (mpv_render_context_create(&m_render, mpv, params) < 0) {
         m_render = nullptr;
         return;
     }
-    // Runs on an mpv thread; the paint must happen on ours.
+    // Runs on an mpv thread: only hand the work to the UI thread, once.
     mpv_render_context_set_update_callback(
         m_render,
-        [](void *view) {
-            QMetaObject::invokeMethod(static_cast<QWidget *>(view), "update", Qt::QueuedConnection);
+        [](void *context) {
+            auto *self = static_cast<MpvRenderer *>(context);
+            if (self->m_posted.exchange(true))
+                return;
+            QMetaObject::invokeMethod(
+                self, [self] { self->takePicture(); }, Qt::QueuedConnection);
         },
         this);
-    // Qt drops its context when the widget moves to another window; the next
-    // initializeGL makes a new one.
-    connect(
-        context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { release(); },
-        Qt::DirectConnection);
-    setVideoOutput(m_mpv, "libmpv");
 }
 
-void MpvVideoView::paintGL()
+MpvRenderer::~MpvRenderer()
 {
-    if (!m_render) {
-        if (QOpenGLContext *gl = context()) {
-            gl->functions()->glClearColor(0, 0, 0, 1);
-            gl->functions()->glClear(GL_COLOR_BUFFER_BIT);
-        }
+    delete m_view; // it draws through this renderer
+    if (!m_render)
+        return;
+    mpv_render_context_set_update_callback(m_render, nullptr, nullptr);
+    mpv_render_context_free(m_render);
+}
+
+MpvVideoView *MpvRenderer::createView(QWidget *parent)
+{
+    delete m_view;
+    m_view = new MpvVideoView(*this, parent);
+    return m_view;
+}
+
+void MpvRenderer::draw(QImage &image)
+{
+    int size[2] = {image.width(), image.height()};
+    size_t stride = size_t(image.bytesPerLine());
+    int block = 0; // the UI thread never waits for the picture's time
+    mpv_render_param params[] = {
+        {MPV_RENDER_PARAM_SW_SIZE, size},
+        {MPV_RENDER_PARAM_SW_FORMAT, rgb32},
+        {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+        {MPV_RENDER_PARAM_SW_POINTER, image.bits()},
+        {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
+        {MPV_RENDER_PARAM_INVALID, nullptr},
+    };
+    if (mpv_render_context_render(m_render, params) < 0)
+        image.fill(Qt::black);
+}
+
+void MpvRenderer::takePicture()
+{
+    m_posted = false;
+    if (!(mpv_render_context_update(m_render) & MPV_RENDER_UPDATE_FRAME))
+        return;
+    if (m_view && m_view->isVisible()) {
+        m_view->redraw();
         return;
     }
-    const qreal ratio = devicePixelRatioF();
-    mpv_opengl_fbo fbo{int(defaultFramebufferObject()), int(width() * ratio), int(height() * ratio),
-                       0};
-    int flip = 1;
+    int skip = 1;
+    int block = 0;
     mpv_render_param params[] = {
-        {MPV_RENDER_PARAM_OPENGL_FBO, &fbo},
-        {MPV_RENDER_PARAM_FLIP_Y, &flip},
+        {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
+        {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
         {MPV_RENDER_PARAM_INVALID, nullptr},
     };
     mpv_render_context_render(m_render, params);
 }
 
-void MpvVideoView::release()
+MpvVideoView::MpvVideoView(MpvRenderer &renderer, QWidget *parent)
+    : QWidget(parent), m_renderer(renderer)
 {
-    if (!m_render)
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+QSize MpvVideoView::pixelSize() const
+{
+    return (QSizeF(size()) * devicePixelRatioF()).toSize();
+}
+
+void MpvVideoView::redraw()
+{
+    drawPicture();
+    update();
+}
+
+void MpvVideoView::drawPicture()
+{
+    const QSize pixels = pixelSize();
+    if (pixels.isEmpty())
         return;
-    // Away from "libmpv" first: freeing the context under a playing file
-    // would switch its video off for good.
-    setVideoOutput(m_mpv, "null");
-    makeCurrent();
-    mpv_render_context_set_update_callback(m_render, nullptr, nullptr);
-    mpv_render_context_free(m_render);
-    m_render = nullptr;
-    doneCurrent();
+    if (m_picture.size() != pixels) {
+        const qsizetype stride = (qsizetype(pixels.width()) * 4 + 63) / 64 * 64;
+        m_picture = QImage();
+        m_pixels.reset(static_cast<uchar *>(std::aligned_alloc(64, stride * pixels.height())));
+        if (!m_pixels)
+            return;
+        m_picture = QImage(m_pixels.get(), pixels.width(), pixels.height(), stride,
+                           QImage::Format_RGB32);
+        m_picture.setDevicePixelRatio(devicePixelRatioF());
+    }
+    m_renderer.draw(m_picture);
+}
+
+void MpvVideoView::paintEvent(QPaintEvent *)
+{
+    // After a resize the picture is drawn anew at the new size, also while
+    // the player is paused.
+    if (m_picture.size() != pixelSize())
+        drawPicture();
+    QPainter painter(this);
+    if (m_picture.isNull())
+        painter.fillRect(rect(), Qt::black);
+    else
+        painter.drawImage(0, 0, m_picture);
 }

@@ -1,30 +1,64 @@
 #pragma once
 
-#include <QOpenGLWidget>
+#include <QImage>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <atomic>
+#include <cstdlib>
+#include <memory>
 
 struct mpv_handle;
 struct mpv_render_context;
+class MpvVideoView;
 
-// Draws one mpv player's pictures through its render API. While the view has
-// a render context the player's video output is "libmpv"; before the context
-// goes, the output falls back to "null", so a file that plays on keeps its
-// pictures decoded (and a silent animation keeps its clock) with no view.
-class MpvVideoView : public QOpenGLWidget
+// One player's picture output, in memory and on the UI thread. The output
+// lives as long as the player, so mpv never has to replace it while a file
+// plays (replacing it mid-play can leave the file stuck); each new picture is
+// drawn into the shown view, or taken and dropped when there is none, so a
+// file keeps its clock either way.
+class MpvRenderer : public QObject
 {
 public:
-    MpvVideoView(mpv_handle *mpv, QWidget *parent);
-    ~MpvVideoView() override;
+    // Check valid(): mpv may refuse to draw into memory.
+    explicit MpvRenderer(mpv_handle *mpv);
+    ~MpvRenderer() override;
 
-    // False where the display offers no OpenGL to widgets (said once).
-    static bool supported();
+    bool valid() const { return m_render != nullptr; }
 
-protected:
-    void initializeGL() override;
-    void paintGL() override;
+    // Replaces the renderer's view; the view belongs to parent.
+    MpvVideoView *createView(QWidget *parent);
+
+    // Draws the current picture, scaled to fit with black bars, into image
+    // (QImage::Format_RGB32).
+    void draw(QImage &image);
 
 private:
-    void release();
+    void takePicture();
 
-    mpv_handle *m_mpv;
     mpv_render_context *m_render = nullptr;
+    QPointer<MpvVideoView> m_view;
+    std::atomic<bool> m_posted{false};
+};
+
+class MpvVideoView : public QWidget
+{
+public:
+    MpvVideoView(MpvRenderer &renderer, QWidget *parent);
+
+    // Draws the current picture at the view's size and shows it.
+    void redraw();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QSize pixelSize() const;
+    void drawPicture();
+
+    MpvRenderer &m_renderer;
+    // mpv draws fastest into rows that start on 64-byte boundaries.
+    std::unique_ptr<uchar, decltype(&std::free)> m_pixels{nullptr, &std::free};
+    QImage m_picture; // over m_pixels
 };

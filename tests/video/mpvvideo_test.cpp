@@ -74,4 +74,30 @@ TEST_F(MpvVideo, PicturesAreAnnouncedShownAndEndWithTheirItem)
     EXPECT_EQ(video.started, 1);
 }
 
+TEST_F(MpvVideo, ClosingTheViewLeavesThePlayingItemToTheEnd)
+{
+    play("clip.avi");
+    ASSERT_TRUE(waitLong([&] { return video.started == 1; })) << log.text.toStdString();
+    std::unique_ptr<QWidget> view(device->createVideoView(nullptr));
+    ASSERT_TRUE(view);
+    view->show();
+    ASSERT_TRUE(waitLong([&] { return device->position() >= 300; }));
+    view.reset();
+
+    const qint64 before = device->position();
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
+    EXPECT_GT(device->position(), before);
+    EXPECT_EQ(log.failed, 0);
+
+    // A new view takes the pictures of the next item.
+    play("clip.avi");
+    ASSERT_TRUE(waitLong([&] { return video.started == 2; }));
+    view.reset(device->createVideoView(nullptr));
+    ASSERT_TRUE(view);
+    view->resize(160, 120);
+    view->show();
+    ASSERT_TRUE(waitLong([&] { return device->position() >= 500; }));
+    EXPECT_GT(coloursIn(*view), 4);
+}
+
 } // namespace

@@ -58,6 +58,11 @@ TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSk
     EXPECT_EQ(box.content(), nullptr);
     ASSERT_NE(output->window(*device), nullptr);
     EXPECT_TRUE(output->window(*device)->isVisible());
+
+    // Closing that window leaves the sound to play to its end.
+    output->window(*device)->close();
+    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
+    EXPECT_EQ(log.failed, 0);
 }
 
 } // namespace
