@@ -38,6 +38,8 @@ public:
     {
         std::function<void()> opened;
         std::function<void()> ended;
+        // A newer position came in. The mpv device learns one only when
+        // position() is read while playing.
         std::function<void(qint64 ms)> positionChanged;
         std::function<void(int error, const QString &text)> failed;
     };

@@ -23,7 +23,8 @@ enum ReplyKind : uint64_t {
     SeekReply = 2,
     OtherReply = 3,
     DurationReply = 4,
-    VideoReply = 5
+    VideoReply = 5,
+    PositionReply = 6
 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
@@ -139,7 +140,6 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
         mpv_set_property_string(m_mpv, "vo", "null");
     }
     mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
-    mpv_observe_property(m_mpv, 0, "time-pos", MPV_FORMAT_DOUBLE);
     mpv_observe_property(m_mpv, 0, "eof-reached", MPV_FORMAT_FLAG);
     mpv_set_property_string(m_mpv, "pause", "yes");
     if (!MidiStream::registerProtocol(m_mpv))
@@ -223,7 +223,7 @@ void MpvDevice::open()
     m_state = State::Loading;
     m_mode = Mode::NotReady;
     m_length = 0;
-    m_position = 0;
+    holdPosition(0);
     m_durationKnown = false;
     m_videoSize = QSize();
     m_pictures = Pictures::None;
@@ -246,7 +246,7 @@ void MpvDevice::close()
     m_from = -1;
     m_pendingSeek = -1;
     m_length = 0;
-    m_position = 0;
+    holdPosition(0);
     const char *command[] = {"stop", nullptr};
     mpv_command_async(m_mpv, replyId(OtherReply, m_generation), command);
 }
@@ -285,6 +285,7 @@ void MpvDevice::stop()
         m_wantPlay = false;
         setPaused(true);
     } else if (m_state == State::Open) {
+        holdPosition(position());
         m_mode = Mode::Stopped;
         setPaused(true);
     }
@@ -314,9 +315,9 @@ void MpvDevice::seek(qint64 ms)
 void MpvDevice::seekNow(qint64 ms)
 {
     ms = qBound<qint64>(0, ms, m_length);
-    m_position = ms;
-    // time-pos values still queued from before the seek would move the
-    // position back; they are dropped until playback restarts.
+    holdPosition(ms);
+    // Times asked for before the seek would move the position back; they
+    // are dropped until playback restarts.
     m_seeking = true;
     const QByteArray seconds = QByteArray::number(double(ms) / 1000.0, 'f', 3);
     const char *command[] = {"seek", seconds.constData(), "absolute+exact", nullptr};
@@ -414,8 +415,17 @@ void MpvDevice::handleEvent(const mpv_event &event)
         }
         return;
     case MPV_EVENT_GET_PROPERTY_REPLY: {
+        if (kind == PositionReply)
+            m_positionAsked = false;
         if (generation != m_generation)
             return;
+        if (kind == PositionReply) {
+            const auto *property = static_cast<mpv_event_property *>(event.data);
+            if (event.error >= 0 && property && property->format == MPV_FORMAT_DOUBLE &&
+                property->data)
+                takePosition(*static_cast<double *>(property->data));
+            return;
+        }
         if (kind == VideoReply) {
             const auto *property = static_cast<mpv_event_property *>(event.data);
             const bool known = event.error >= 0 && property &&
@@ -503,26 +513,62 @@ void MpvDevice::propertyChanged(const mpv_event_property &property)
     }
     if (m_state != State::Open || !known)
         return;
-    if (std::strcmp(property.name, "time-pos") == 0) {
-        // A stopped device holds the position it was stopped at, though mpv
-        // still settles a few milliseconds further.
-        if (m_seeking || m_mode != Mode::Playing)
-            return;
-        const qint64 ms = qMin(toMs(*static_cast<double *>(property.data)), m_length);
-        if (ms == m_position)
-            return;
-        m_position = ms;
-        if (m_events.positionChanged)
-            m_events.positionChanged(ms);
-    } else if (std::strcmp(property.name, "eof-reached") == 0) {
+    if (std::strcmp(property.name, "eof-reached") == 0) {
         if (*static_cast<int *>(property.data) && m_mode == Mode::Playing) {
             m_mode = Mode::Stopped;
-            m_position = m_length;
+            holdPosition(m_length);
             hideVideo();
             if (m_events.ended)
                 m_events.ended();
         }
     }
+}
+
+// mpv is asked for the time only when someone reads it: told every change,
+// it would wake the UI thread some 40 times a second, which costs more than
+// playing the sound. Between answers the time runs on from the last one.
+qint64 MpvDevice::position() const
+{
+    if (m_state != State::Open)
+        return 0;
+    if (m_mode != Mode::Playing || m_seeking)
+        return m_position;
+    if (!m_positionAsked) {
+        m_positionAsked = true;
+        mpv_get_property_async(m_mpv, replyId(PositionReply, m_generation), "time-pos",
+                               MPV_FORMAT_DOUBLE);
+    }
+    if (!m_sampledAt.isValid())
+        return m_position;
+    // Readers that ask seldom still see the time run; a player that stalled
+    // since its last answer is believed for at most a second.
+    const qint64 runOn = qMin<qint64>(m_sampledAt.elapsed(), 1000);
+    return qMin(m_position + runOn, m_length);
+}
+
+void MpvDevice::holdPosition(qint64 ms)
+{
+    m_position = ms;
+    m_sampledAt.invalidate();
+}
+
+void MpvDevice::takePosition(double seconds)
+{
+    // A stopped device holds the position it was stopped at, though mpv
+    // still settles a few milliseconds further.
+    if (m_state != State::Open || m_seeking || m_mode != Mode::Playing)
+        return;
+    const qint64 ms = qMin(toMs(seconds), m_length);
+    // Only a clock seen moving runs on: not before the sound starts.
+    if (ms > m_position)
+        m_sampledAt.start();
+    else
+        m_sampledAt.invalidate();
+    if (ms == m_position)
+        return;
+    m_position = ms;
+    if (m_events.positionChanged)
+        m_events.positionChanged(ms);
 }
 
 void MpvDevice::finishLoading()
@@ -533,7 +579,7 @@ void MpvDevice::finishLoading()
         return;
     m_state = State::Open;
     m_mode = m_wantPlay ? Mode::Playing : Mode::Stopped;
-    m_position = 0;
+    holdPosition(0);
     if (m_headerLength > 0) // mpv may never know it
         m_length = m_headerLength;
     if (m_from >= 0 && m_wantPlay) {

@@ -3,6 +3,7 @@
 #include "platform/mediadevice.h"
 
 #include <QByteArrayList>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 
@@ -40,7 +41,7 @@ public:
     }
 
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
-    qint64 position() const override { return m_state == State::Open ? m_position : 0; }
+    qint64 position() const override;
     Mode mode() const override;
 
 private:
@@ -54,6 +55,8 @@ private:
     void fail(int error, const QString &text);
     void setPaused(bool paused);
     void seekNow(qint64 ms);
+    void holdPosition(qint64 ms);
+    void takePosition(double seconds);
     void setBalanceFilter(double balance);
     void askVideoSize();
     void showVideo();
@@ -84,12 +87,14 @@ private:
     qint64 m_headerLength = 0;
     // "af" holds the balance filter.
     bool m_balanceFilter = false;
-    qint64 m_position = 0;
+    qint64 m_position = 0;     // as mpv last told it, or held
+    QElapsedTimer m_sampledAt; // when mpv told it; invalid while held
+    mutable bool m_positionAsked = false;
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
 
     std::unique_ptr<MpvRenderer> m_renderer; // none: sound only
-    QSize m_videoSize; // of the file being opened or open
+    QSize m_videoSize;                       // of the file being opened or open
     // Once over, the pictures of a file stay over.
     enum class Pictures { None, Shown, Over } m_pictures = Pictures::None;
 };
