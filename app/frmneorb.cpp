@@ -354,6 +354,7 @@ void frmNeOrb::AddOpened(const QString &path)
 {
     Playlist playlist(m_playlist);
     playlist.friendlyNames = m_settings.FriendlyNames > 0;
+    playlist.validExt = m_settings.ValidExt;
     playlist.AddOpened(path);
 }
 

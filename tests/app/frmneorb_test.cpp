@@ -84,4 +84,12 @@ TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)
     window->playlist().CurTrack = 2;
     window->AddOpened(a);
     EXPECT_EQ(window->playlist().CurTrack, 2) << "an entry already current stays so";
+
+    window->settings().ValidExt = QStringLiteral("flac");
+    home.write(QStringLiteral("music/c.flac"), "x");
+    const int before = int(window->playlist().PlPath.size());
+    window->AddOpened(home.file(QStringLiteral("music")));
+    EXPECT_EQ(window->playlist().PlPath.mid(before),
+              QStringList{home.file(QStringLiteral("music/c.flac"))})
+        << "a folder brings what the preferences accept";
 }
