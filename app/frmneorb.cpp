@@ -139,6 +139,7 @@ void frmNeOrb::wireEngine()
     e.setWindowTitle = [this](const QString &title) { setWindowTitle(title); };
     e.repaint = [this] { update(); };
     e.playlistChanged = [this] { ShowPlaylist(); };
+    e.markPlaying = [this](int row) { m_playlistControl.markPlaying(row); };
     e.selectEntry = [this](int row) {
         if (SkinListArea *list = m_skin.list(1); list && row < list->count())
             list->setCurrentRow(row);

@@ -242,6 +242,7 @@ void PlaybackEngine::started(bool showPlaying)
         ShowLights();
     }
     ShowTitles();
+    call(markPlaying, m_playlist.CurTrack - 1);
     call(repaint);
     if (showPlaying)
         m_timer1.start();

@@ -145,6 +145,8 @@ public:
     // The playlist's names changed (a missing file was marked, a file added).
     std::function<void()> playlistChanged;
     std::function<void(int row)> selectEntry;
+    // The entry that plays now, to stand out in the list.
+    std::function<void(int row)> markPlaying;
 
     // The other parts that follow playback.
     std::function<void(const QString &file)> LoadCover;

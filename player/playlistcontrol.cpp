@@ -63,12 +63,16 @@ void PlaylistControl::PlMoveEntry(int direction)
     m_list->item(from)->setText(m_state.PlNames[from]);
     m_list->item(to)->setText(m_state.PlNames[to]);
     m_list->setCurrentRow(to);
+    // The texts swapped places; the mark goes with the entry playing.
+    if (m_marked.row() == from || m_marked.row() == to)
+        markPlaying(m_marked.row() == from ? to : from);
 }
 
 void PlaylistControl::PlClear()
 {
     cancelScan();
     m_playlist.PlClear();
+    m_markWanted = false;
     if (clearCover)
         clearCover();
     refresh(-1);
@@ -235,8 +239,10 @@ void PlaylistControl::setList(QListWidget *list)
         disconnect(m_list, nullptr, this, nullptr);
     }
     m_list = list;
+    m_marked = QPersistentModelIndex();
     if (!list)
         return;
+    restoreMark();
     list->installEventFilter(this);
     connect(list, &QListWidget::itemDoubleClicked, this, &PlaylistControl::itemDoubleClicked);
 }
@@ -262,9 +268,36 @@ void PlaylistControl::refresh(int selectRow)
         }
         if (selectRow >= 0 && selectRow < m_list->count())
             m_list->setCurrentRow(selectRow);
+        restoreMark();
     }
     if (showLabels)
         showLabels(m_state.title, int(m_state.PlNames.size()));
+}
+
+void PlaylistControl::markPlaying(int row)
+{
+    m_markWanted = row >= 0;
+    if (!m_list)
+        return;
+    QAbstractItemModel *model = m_list->model();
+    if (m_marked.isValid())
+        model->setData(m_marked, QVariant(), Qt::FontRole);
+    // A persistent index follows its entry when rows above it go.
+    m_marked = model->index(row, 0);
+    if (m_marked.isValid()) {
+        // Only the weight: the mark keeps the skin's font.
+        QFont bold;
+        bold.setBold(true);
+        model->setData(m_marked, bold, Qt::FontRole);
+    }
+}
+
+// After the list was rebuilt, or caught up with a scan, the current entry
+// gets its mark back.
+void PlaylistControl::restoreMark()
+{
+    if (m_markWanted && !m_marked.isValid())
+        markPlaying(m_state.CurTrack - 1);
 }
 
 void PlaylistControl::appendNewNames()
@@ -276,6 +309,7 @@ void PlaylistControl::appendNewNames()
             return;
         }
         m_list->addItems(m_state.PlNames.mid(shown));
+        restoreMark();
         if (m_list->currentRow() < 0 && m_state.CurTrack >= 1 &&
             m_state.CurTrack <= m_list->count())
             m_list->setCurrentRow(m_state.CurTrack - 1);

@@ -5,6 +5,7 @@
 #include "playlist.h"
 
 #include <QObject>
+#include <QPersistentModelIndex>
 #include <QPointer>
 
 #include <deque>
@@ -58,6 +59,9 @@ public:
     // Fills the list from the names, selects the current entry and shows the
     // playlist's name and count.
     void ShowPlaylist();
+    // The entry at row stands out as the one playing, apart from the
+    // selection the user moves and acts on.
+    void markPlaying(int row);
 
     bool isScanning() const { return m_scan.isRunning(); }
     // Stops a folder scan and forgets what waited for it; entries found stay.
@@ -78,6 +82,7 @@ protected:
 private:
     Playlist &playlist();
     void rememberPath(const QString &folder);
+    void restoreMark();
     void enqueue(std::function<void()> work);
     void runQueued();
     void refresh(int selectRow);
@@ -93,6 +98,8 @@ private:
     FolderScan m_scan;
     Playlist m_playlist;
     QPointer<QListWidget> m_list;
+    QPersistentModelIndex m_marked;
+    bool m_markWanted = false;
     // Work that waits for a running folder scan, so drops keep their order.
     std::deque<std::function<void()>> m_waiting;
     int m_filterIndex = 0;

@@ -219,6 +219,42 @@ TEST_F(PlaylistControlTest, MovesTheSelectedEntryAndTheSelectionFollows)
     EXPECT_EQ(state.PlNames, QStringList({"A", "B", "C"}));
 }
 
+TEST_F(PlaylistControlTest, ThePlayingEntryStandsOutApartFromTheSelection)
+{
+    const auto marked = [this] {
+        QStringList bold;
+        for (int i = 0; i < list.count(); ++i)
+            if (list.item(i)->data(Qt::FontRole).value<QFont>().bold())
+                bold << list.item(i)->text();
+        return bold;
+    };
+    setEntries({"A", "B", "C", "D"});
+    list.setCurrentRow(0);
+    state.CurTrack = 3;
+    control.markPlaying(2);
+    control.markPlaying(2);
+    EXPECT_EQ(marked(), QStringList{"C"});
+    EXPECT_EQ(control.selectedIndex(), 0);
+
+    control.RemoveEntry(); // A goes; C still plays
+    EXPECT_EQ(marked(), QStringList{"C"});
+    list.setCurrentRow(1);
+    control.PlMoveEntry(+1);
+    EXPECT_EQ(shown(), QStringList({"B", "D", "C"}));
+    EXPECT_EQ(marked(), QStringList{"C"});
+    state.CurTrack = 1;
+    control.markPlaying(0);
+    EXPECT_EQ(marked(), QStringList{"B"});
+
+    state.PlNames << "E";
+    control.ShowPlaylist(); // rebuilt: the current entry is marked again
+    EXPECT_EQ(marked(), QStringList{"B"});
+
+    control.PlClear();
+    setEntries({"F"});
+    EXPECT_TRUE(marked().isEmpty()) << "nothing plays from a new list yet";
+}
+
 TEST_F(PlaylistControlTest, ListKeysAndDoubleClickRemoveAndPlayTheSelectedEntry)
 {
     setEntries({"A", "B", "C"});
