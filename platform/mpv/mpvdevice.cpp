@@ -3,6 +3,7 @@
 #include "midistream.h"
 #include "mpvvideoview.h"
 #include "platform/fliheader.h"
+#include "postonce.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -148,12 +149,8 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
     mpv_set_wakeup_callback(
         m_mpv,
         [](void *context) {
-            // Runs on an mpv thread: only hand the work to the UI thread, once.
             auto *self = static_cast<MpvDevice *>(context);
-            if (self->m_drainPosted.exchange(true))
-                return;
-            QMetaObject::invokeMethod(
-                self, [self] { self->drainEvents(); }, Qt::QueuedConnection);
+            postOnce(self, self->m_drainPosted, [self] { self->drainEvents(); });
         },
         this);
 }

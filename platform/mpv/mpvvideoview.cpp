@@ -1,4 +1,5 @@
 #include "mpvvideoview.h"
+#include "postonce.h"
 
 #include <QPainter>
 #include <QtDebug>
@@ -27,15 +28,11 @@ MpvRenderer::MpvRenderer(mpv_handle *mpv)
         m_render = nullptr;
         return;
     }
-    // Runs on an mpv thread: only hand the work to the UI thread, once.
     mpv_render_context_set_update_callback(
         m_render,
         [](void *context) {
             auto *self = static_cast<MpvRenderer *>(context);
-            if (self->m_posted.exchange(true))
-                return;
-            QMetaObject::invokeMethod(
-                self, [self] { self->takePicture(); }, Qt::QueuedConnection);
+            postOnce(self, self->m_posted, [self] { self->takePicture(); });
         },
         this);
 }
@@ -120,8 +117,8 @@ void MpvVideoView::drawPicture()
         m_pixels.reset(static_cast<uchar *>(std::aligned_alloc(64, stride * pixels.height())));
         if (!m_pixels)
             return;
-        m_picture = QImage(m_pixels.get(), pixels.width(), pixels.height(), stride,
-                           QImage::Format_RGB32);
+        m_picture =
+            QImage(m_pixels.get(), pixels.width(), pixels.height(), stride, QImage::Format_RGB32);
         m_picture.setDevicePixelRatio(devicePixelRatioF());
     }
     m_renderer.draw(m_picture);
