@@ -364,5 +364,5 @@ int main(int argc, char **argv)
     // Silent but timed, as the reference player is run.
     if (!qEnvironmentVariableIsSet("VELTO_AUDIO"))
         qputenv("VELTO_AUDIO", "null");
-    return runWithWidgets(argc, argv);
+    return runBenchmarks(argc, argv);
 }

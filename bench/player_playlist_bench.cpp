@@ -163,5 +163,5 @@ BENCHMARK(ScanTwentyThousandFilesOnTheEventLoop)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    return runWithWidgets(argc, argv);
+    return runBenchmarks(argc, argv);
 }

@@ -2,6 +2,7 @@
 // thread spends on it (budget: 1 ms) and whether playback goes on without a
 // stall. Real media engine with silent but timed output; the media are made
 // here (a sine MP3 by ffmpeg, a MIDI tune by our writer).
+#include "bench/benchsupport.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/wavevolume.h"
 #include "player/volumecontrol.h"
@@ -16,7 +17,6 @@
 #include <QThread>
 #include <benchmark/benchmark.h>
 
-#include <clocale>
 #include <memory>
 
 namespace {
@@ -191,12 +191,8 @@ int main(int argc, char **argv)
     // Silent but timed output, as the tests run.
     if (!qEnvironmentVariableIsSet("VELTO_AUDIO"))
         qputenv("VELTO_AUDIO", "null");
-    QCoreApplication app(argc, argv);
-    std::setlocale(LC_NUMERIC, "C");
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    for (auto &p : players)
-        p.reset();
-    return 0;
+    return runBenchmarks<QCoreApplication>(argc, argv, [] {
+        for (auto &p : players)
+            p.reset();
+    });
 }

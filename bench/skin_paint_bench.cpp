@@ -100,5 +100,5 @@ BENCHMARK(BM_LoadSkin)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    return runWithWidgets(argc, argv);
+    return runBenchmarks(argc, argv);
 }

@@ -1,3 +1,4 @@
+#include "bench/benchsupport.h"
 #include "skin/windowshape.h"
 
 #include <QBitmap>
@@ -133,13 +134,5 @@ BENCHMARK(BM_RegionFromColourMask)->Unit(benchmark::kMillisecond)->ArgName("alph
 int main(int argc, char **argv)
 {
     // QBitmap needs a GUI application; no screen is needed.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QGuiApplication>(argc, argv);
 }
