@@ -166,9 +166,9 @@ void frmInfo::SaveIDTag()
     f.track = txtTrack->text();
     f.genre = qMax(0, cboGenre->currentIndex());
     const QString file = txtFileName->text();
-    const QString result = ::SaveIDTag(file, f);
-    m_dialogs.message(result);
-    if (result.startsWith(QLatin1String("Tag ")) && m_source.tagSaved)
+    const TagWrite result = writeTag(file, f);
+    m_dialogs.message(tagWriteMessage(result));
+    if (result != TagWrite::Failed && m_source.tagSaved)
         m_source.tagSaved(file);
 }
 

@@ -182,13 +182,12 @@ TagFields fieldsFromRecord(const TagRecord &record)
     return fields;
 }
 
-QString SaveIDTag(const QString &file, const TagFields &fields)
+TagWrite writeTag(const QString &file, const TagFields &fields)
 {
-    const QString failed = QStringLiteral("Error writing tag (is file in use?)!");
     const std::optional<char> track = oneByte(leadingNumber(fields.track));
     const std::optional<char> genre = oneByte(fields.genre);
     if (!track || !genre || file.isEmpty())
-        return failed;
+        return TagWrite::Failed;
     const QByteArray record = "TAG" + fixedBytes(fields.title, 30) + fixedBytes(fields.artist, 30) +
                               fixedBytes(fields.album, 30) + fixedBytes(fields.year, 4) +
                               fixedBytes(fields.comment, 29) + *track + *genre;
@@ -198,25 +197,43 @@ QString SaveIDTag(const QString &file, const TagFields &fields)
     if (!out.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
         qWarning("velto: cannot open %s to write its tag: %s", qPrintable(file),
                  qPrintable(out.errorString()));
-        return failed;
+        return TagWrite::Failed;
     }
     const qint64 size = out.size();
     const qint64 from = qMax<qint64>(0, size - 256);
     if (!out.seek(from))
-        return failed;
+        return TagWrite::Failed;
     const QByteArray last = out.read(size - from);
     if (last.size() != size - from)
-        return failed;
+        return TagWrite::Failed;
     const qsizetype p = findTagMarker(last);
     const qint64 at = p < 0 ? size : from + p;
     const QByteArray old = p < 0 ? QByteArray() : last.mid(p, 128);
 
     if (out.seek(at) && out.write(record) == record.size())
-        return p < 0 ? QStringLiteral("Tag Added!") : QStringLiteral("Tag Updated!");
+        return p < 0 ? TagWrite::Added : TagWrite::Updated;
     qWarning("velto: writing the tag of %s failed: %s", qPrintable(file),
              qPrintable(out.errorString()));
     if (out.seek(at))
         out.write(old);
     out.resize(size);
-    return failed;
+    return TagWrite::Failed;
+}
+
+QString tagWriteMessage(TagWrite result)
+{
+    switch (result) {
+    case TagWrite::Added:
+        return QStringLiteral("Tag Added!");
+    case TagWrite::Updated:
+        return QStringLiteral("Tag Updated!");
+    case TagWrite::Failed:
+        break;
+    }
+    return QStringLiteral("Error writing tag (is file in use?)!");
+}
+
+QString SaveIDTag(const QString &file, const TagFields &fields)
+{
+    return tagWriteMessage(writeTag(file, fields));
 }

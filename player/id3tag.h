@@ -43,10 +43,16 @@ TagRecord readTag(const QByteArray &last256);
 // The fields as the window shows them: trimmed, cut at a NUL, track "00".
 TagFields fieldsFromRecord(const TagRecord &record);
 
-// Writes the tag into the file and returns the message for the user:
-// "Tag Added!", "Tag Updated!" or "Error writing tag (is file in use?)!".
-// Only the 128 tag bytes are written, in place: a temporary copy and rename
-// would rewrite megabytes, need a writable folder and replace the file's
-// identity (links, owner). A write that fails part way puts the old bytes
-// and length back, so the file ends as it was.
+enum class TagWrite { Added, Updated, Failed };
+
+// Writes the tag into the file. Only the 128 tag bytes are written, in
+// place: a temporary copy and rename would rewrite megabytes, need a
+// writable folder and replace the file's identity (links, owner). A write
+// that fails part way puts the old bytes and length back, so the file ends
+// as it was.
+TagWrite writeTag(const QString &file, const TagFields &fields);
+// The message for the user: "Tag Added!", "Tag Updated!" or
+// "Error writing tag (is file in use?)!".
+QString tagWriteMessage(TagWrite result);
+// writeTag, told as its message.
 QString SaveIDTag(const QString &file, const TagFields &fields);
