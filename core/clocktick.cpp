@@ -3,13 +3,9 @@
 #include "core/schedule.h"
 #include "core/settings.h"
 #include "platform/clock.h"
+#include "platform/text.h"
 
 namespace {
-
-QString twoDigits(int n)
-{
-    return QString::number(n).rightJustified(2, QLatin1Char('0'));
-}
 
 QString clockLabelText(const QTime &t, bool twentyFourHour)
 {

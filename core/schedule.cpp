@@ -1,18 +1,13 @@
 #include "core/schedule.h"
 
 #include "core/settings.h"
+#include "platform/text.h"
 
 namespace {
 
 QString timeField(const QString &time)
 {
     return time.left(5).leftJustified(5, QLatin1Char(' '));
-}
-
-QString twoDigits(int n)
-{
-    const QString digits = QString::number(qAbs(qint64(n))).rightJustified(2, QLatin1Char('0'));
-    return n < 0 ? QLatin1Char('-') + digits : digits;
 }
 
 } // namespace

@@ -56,6 +56,12 @@ QString decodeText(QByteArrayView bytes)
     return utf8.hasError() ? fromWindows1252(bytes) : text;
 }
 
+QString twoDigits(int n)
+{
+    const QString digits = QString::number(qAbs(qint64(n))).rightJustified(2, QLatin1Char('0'));
+    return n < 0 ? QLatin1Char('-') + digits : digits;
+}
+
 double leadingNumber(QStringView text)
 {
     QByteArray number;

@@ -20,6 +20,9 @@ QString decodeText(QByteArrayView bytes);
 // Lines end at LF, CR LF or a lone CR; a last line without an end counts.
 QStringList splitLines(const QString &text);
 
+// At least two digits, zero padded, after a minus sign if any: "07", "-03".
+QString twoDigits(int n);
+
 // The leading number of a text, as every file and setting of Velto reads
 // numbers: blanks are ignored, then sign, digits, decimals and an exponent
 // ("e" or "d"); no number gives 0.

@@ -1,5 +1,7 @@
 #include "skin/daytext.h"
 
+#include "platform/text.h"
+
 DayText MakeDayStr(const QDate &date)
 {
     static const QString days = QStringLiteral("SunMonTueWedThuFriSat");
@@ -12,7 +14,6 @@ DayText MakeDayStr(const QDate &date)
     const int weekday = date.dayOfWeek() % 7 + 1;
     text.day = days.mid((weekday - 1) * 3, 3);
     text.todayLetter = letters.at(weekday - 1);
-    text.date = months.mid((date.month() - 1) * 3, 3) + QLatin1Char(' ') +
-                QString::number(date.day()).rightJustified(2, QLatin1Char('0'));
+    text.date = months.mid((date.month() - 1) * 3, 3) + QLatin1Char(' ') + twoDigits(date.day());
     return text;
 }
