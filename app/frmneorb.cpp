@@ -281,44 +281,17 @@ void frmNeOrb::connectPlaylist()
     m_playlistControl.showLabels = [this](const QString &name, int count) {
         m_skin.setLabel(8, name);
         m_skin.setLabel(13, QString::number(count));
-        // A list read from a file brings its picture along as the cover.
-        if (m_playlist.file != m_coverListFile) {
-            m_coverListFile = m_playlist.file;
-            if (!m_coverListFile.isEmpty())
-                m_trackInfo.cover().PlaylistLoaded(m_coverListFile);
-        }
     };
-    m_playlistControl.showScanProgress = [this](int entries) { showScanProgress(entries); };
+    m_playlistControl.listFileShown = [this](const QString &file) {
+        m_trackInfo.cover().PlaylistLoaded(file);
+    };
+    m_playlistControl.showScanProgress = [this](int entries) { m_scanBanner.show(entries); };
     m_playlistControl.cdMode = [this] { return m_engine.state().CDMode; };
     m_playlistControl.clearCover = [this] { m_trackInfo.cover().PlaylistCleared(); };
     m_playlistControl.savePath = [this](const QString &path) {
         m_config.SaveStr(QStringLiteral("Path"), path);
         m_config.flush();
     };
-}
-
-// A scan counts in the title and in the name group (2); what they showed comes
-// back after it unless something else wrote there meanwhile.
-void frmNeOrb::showScanProgress(int entries)
-{
-    if (entries < 0) {
-        if (!m_scanShown)
-            return;
-        m_scanShown = false;
-        if (windowTitle() == m_scanText)
-            setWindowTitle(m_titleBeforeScan);
-        if (m_skin.display().value(2).toString() == m_scanText)
-            m_skin.SetDD(2, m_nameBeforeScan);
-        return;
-    }
-    if (!m_scanShown) {
-        m_scanShown = true;
-        m_titleBeforeScan = windowTitle();
-        m_nameBeforeScan = m_skin.display().value(2);
-    }
-    m_scanText = QStringLiteral("Scanning %1").arg(entries);
-    setWindowTitle(m_scanText);
-    m_skin.SetDD(2, m_scanText);
 }
 
 void frmNeOrb::ShowQuickFind()

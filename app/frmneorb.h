@@ -2,6 +2,7 @@
 
 #include "app/frmicon.h"
 #include "app/popupmenu.h"
+#include "app/scanbanner.h"
 #include "app/trackinfo.h"
 #include "app/videooutput.h"
 #include "app/windowflags.h"
@@ -137,7 +138,6 @@ private:
     void refreshLights();
     void ShowPlaylist();
     void connectPlaylist();
-    void showScanProgress(int entries);
     ClockTick::Actions clockActions();
     void wireEngine();
     void wireTrackInfo();
@@ -197,8 +197,5 @@ private:
     bool m_painted = false;
 
     std::unique_ptr<frmQFind> m_qfind;
-    QString m_titleBeforeScan, m_scanText;
-    QString m_coverListFile; // the playlist whose picture was last looked for
-    QVariant m_nameBeforeScan;
-    bool m_scanShown = false;
+    ScanBanner m_scanBanner{*this, m_skin};
 };

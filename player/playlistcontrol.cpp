@@ -116,8 +116,7 @@ void PlaylistControl::PlSaveAs()
         return;
     }
     m_state.title = Playlist::FriendlyName(file, m_playlist.friendlyNames);
-    if (showLabels)
-        showLabels(m_state.title, int(m_state.PlNames.size()));
+    labelsChanged();
 }
 
 void PlaylistControl::OpenMedia()
@@ -161,8 +160,7 @@ void PlaylistControl::RemoveEntry()
     if (m_list && m_list->count() == m_state.PlNames.size() + 1) {
         delete m_list->takeItem(index);
         m_list->setCurrentRow(qMin(index, m_list->count() - 1));
-        if (showLabels)
-            showLabels(m_state.title, int(m_state.PlNames.size()));
+        labelsChanged();
     } else {
         refresh(index);
     }
@@ -270,8 +268,18 @@ void PlaylistControl::refresh(int selectRow)
             m_list->setCurrentRow(selectRow);
         restoreMark();
     }
+    labelsChanged();
+}
+
+void PlaylistControl::labelsChanged()
+{
     if (showLabels)
         showLabels(m_state.title, int(m_state.PlNames.size()));
+    if (m_state.file != m_shownFile) {
+        m_shownFile = m_state.file;
+        if (!m_shownFile.isEmpty() && listFileShown)
+            listFileShown(m_shownFile);
+    }
 }
 
 void PlaylistControl::markPlaying(int row)
@@ -314,8 +322,7 @@ void PlaylistControl::appendNewNames()
             m_state.CurTrack <= m_list->count())
             m_list->setCurrentRow(m_state.CurTrack - 1);
     }
-    if (showLabels)
-        showLabels(m_state.title, int(m_state.PlNames.size()));
+    labelsChanged();
 }
 
 void PlaylistControl::scanProgress(int entries)

@@ -69,6 +69,9 @@ public:
 
     // Filled in by the window.
     std::function<void(const QString &name, int count)> showLabels;
+    // A list read from a file other than the one shown before: its picture
+    // becomes the cover.
+    std::function<void(const QString &file)> listFileShown;
     // Entries so far while a folder is scanned; -1 once the scan ends.
     std::function<void(int entries)> showScanProgress;
     std::function<void()> clearCover;
@@ -83,6 +86,7 @@ private:
     Playlist &playlist();
     void rememberPath(const QString &folder);
     void restoreMark();
+    void labelsChanged();
     void enqueue(std::function<void()> work);
     void runQueued();
     void refresh(int selectRow);
@@ -99,6 +103,7 @@ private:
     Playlist m_playlist;
     QPointer<QListWidget> m_list;
     QPersistentModelIndex m_marked;
+    QString m_shownFile;
     bool m_markWanted = false;
     // Work that waits for a running folder scan, so drops keep their order.
     std::deque<std::function<void()>> m_waiting;
