@@ -159,7 +159,13 @@ void frmNeOrb::wireEngine()
             m_engine.PlayFrom(qint32(value * m_engine.state().TrackLength));
     });
     // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
-    connect(this, &frmNeOrb::firstFramePainted, this, [this] { m_mediaDevices.preload(); });
+    connect(this, &frmNeOrb::firstFramePainted, this, [this] {
+        // Unless playing brought a cover of its own meanwhile.
+        if (!m_startCover.isEmpty() && m_trackInfo.cover().CoverFile.isEmpty())
+            m_trackInfo.LoadCover(m_startCover);
+        m_startCover.clear();
+        m_mediaDevices.preload();
+    });
 }
 
 // Frame information, cover and lyrics follow the item the engine plays.
@@ -287,7 +293,10 @@ void frmNeOrb::connectPlaylist()
     };
     m_playlistControl.showScanProgress = [this](int entries) { m_scanBanner.show(entries); };
     m_playlistControl.cdMode = [this] { return m_engine.state().CDMode; };
-    m_playlistControl.clearCover = [this] { m_trackInfo.cover().PlaylistCleared(); };
+    m_playlistControl.clearCover = [this] {
+        m_startCover.clear();
+        m_trackInfo.cover().PlaylistCleared();
+    };
     m_playlistControl.savePath = [this](const QString &path) {
         m_config.SaveStr(QStringLiteral("Path"), path);
         m_config.flush();
@@ -324,12 +333,30 @@ void frmNeOrb::Unload(bool interactive)
     m_lifecycle.Unload(interactive);
 }
 
+// A folder is scanned while the window comes up, as one the user adds.
 void frmNeOrb::AddOpened(const QString &path)
 {
-    Playlist playlist(m_playlist);
-    playlist.friendlyNames = m_settings.FriendlyNames > 0;
-    playlist.validExt = m_settings.ValidExt;
-    playlist.AddOpened(path);
+    m_playlistControl.addOpened(path);
+}
+
+void frmNeOrb::PlayIt()
+{
+    m_playlistControl.afterScans([this] { m_engine.PlayIt(); });
+}
+
+QString frmNeOrb::currentCover() const
+{
+    const QString shown = m_trackInfo.cover().CoverFile;
+    return shown.isEmpty() ? m_startCover : shown;
+}
+
+// A big picture would hold up the first frame; it is decoded after it.
+void frmNeOrb::SetCover(const QString &file)
+{
+    if (m_painted)
+        m_trackInfo.LoadCover(file);
+    else
+        m_startCover = file;
 }
 
 void frmNeOrb::LoadSkin(const QString &file)

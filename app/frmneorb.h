@@ -93,9 +93,9 @@ public:
     void MakeDayStr() override { m_clockTick.MakeDayStr(); }
     void InitTimers() override;
     void AddOpened(const QString &path) override;
-    void PlayIt() override { m_engine.PlayIt(); }
-    QString currentCover() const override { return m_trackInfo.cover().CoverFile; }
-    void SetCover(const QString &file) override { m_trackInfo.LoadCover(file); }
+    void PlayIt() override;
+    QString currentCover() const override;
+    void SetCover(const QString &file) override;
     void MuteFmTuner() override {}
     void CloseDevices() override { m_engine.CloseDevices(); }
 
@@ -195,6 +195,7 @@ private:
     QPoint m_dragOffset; // mouse position within the window while dragging
     bool m_dragging = false;
     bool m_painted = false;
+    QString m_startCover; // the last run's cover, until the first frame is up
 
     std::unique_ptr<frmQFind> m_qfind;
     ScanBanner m_scanBanner{*this, m_skin};

@@ -197,6 +197,23 @@ void PlaylistControl::addPaths(const QStringList &paths)
     }
 }
 
+void PlaylistControl::addOpened(const QString &path)
+{
+    enqueue([this, path] {
+        const qsizetype before = m_state.PlPath.size();
+        Playlist &list = playlist();
+        list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
+        // A folder is still being scanned: its entries are counted after it.
+        enqueue([this, before] {
+            // With none, the player would start from the last entry, not
+            // from what was just opened.
+            if (m_state.CurTrack == 0 && m_state.PlPath.size() > before)
+                m_state.CurTrack = int(before) + 1;
+            appendNewNames();
+        });
+    });
+}
+
 QStringList PlaylistControl::droppedPaths(const QMimeData &data)
 {
     QStringList paths;

@@ -50,6 +50,11 @@ public:
     // Files, folders and playlists, added in the order given: a folder is
     // scanned to its end before what follows it is added.
     void addPaths(const QStringList &paths);
+    // What the command line or the start settings open, added like a drop;
+    // with no current entry, the first one it brings becomes current.
+    void addOpened(const QString &path);
+    // Runs work once the folder scans already asked for have ended.
+    void afterScans(std::function<void()> work) { enqueue(std::move(work)); }
     // The local files of a drop (text/uri-list), in the order given.
     static QStringList droppedPaths(const QMimeData &data);
 

@@ -89,6 +89,8 @@ TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)
     home.write(QStringLiteral("music/c.flac"), "x");
     const int before = int(window->playlist().PlPath.size());
     window->AddOpened(home.file(QStringLiteral("music")));
+    // Scanned in the background, as a folder the user adds.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->playlist().PlPath.size() > before; }));
     EXPECT_EQ(window->playlist().PlPath.mid(before),
               QStringList{home.file(QStringLiteral("music/c.flac"))})
         << "a folder brings what the preferences accept";

@@ -160,6 +160,7 @@ TEST_F(MainWindowCover, RestoresThePlaylistAndCoverAndOpensTheAlbumWindow)
     store.values["config/lasttrack"] = "2";
     store.values["config/startmd"] = "1"; // start with the last playlist and cover
     start();
+    showFirstFrame();
     const SkinListArea *list = window->skin().list(1);
     ASSERT_EQ(list->count(), 2);
     EXPECT_EQ(list->currentRow(), 1) << "the last track is the current one";

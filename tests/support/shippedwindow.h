@@ -6,6 +6,9 @@
 #include "support/fakes.h"
 #include "support/temphome.h"
 
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
 #include <memory>
 
 // The real main window on the shipped skins in a temporary home, with scripted
@@ -23,6 +26,14 @@ protected:
         window = std::make_unique<frmNeOrb>(
             frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
         window->Load({}, home.path());
+    }
+
+    // What waits for the window to be on screen (the last cover) comes in.
+    void showFirstFrame()
+    {
+        QSignalSpy painted(window.get(), &frmNeOrb::firstFramePainted);
+        window->show();
+        ASSERT_TRUE(painted.wait(5000));
     }
 
     TempHome home;
