@@ -531,9 +531,9 @@ qint64 MpvDevice::position() const
     if (m_mode != Mode::Playing || m_seeking)
         return m_position;
     if (!m_positionAsked) {
-        m_positionAsked = true;
-        mpv_get_property_async(m_mpv, replyId(PositionReply, m_generation), "time-pos",
-                               MPV_FORMAT_DOUBLE);
+        // Only a question mpv took gets an answer that clears the flag.
+        m_positionAsked = mpv_get_property_async(m_mpv, replyId(PositionReply, m_generation),
+                                                 "time-pos", MPV_FORMAT_DOUBLE) >= 0;
     }
     if (!m_sampledAt.isValid())
         return m_position;
