@@ -103,7 +103,7 @@ TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
     EXPECT_TRUE(rig.loader.buttons().button(1)->isVisible());
 }
 
-TEST(SkinLoader, SetDDRepaintsOnlyTheCellItDrawsInAtTheWindowsScale)
+TEST(SkinLoader, SetDDRepaintsOnlyItsCellAndAHiddenGroupShowsThePicture)
 {
     Rig rig(2);
     // Six-pixel digits with two-pixel points, three cells at (20, 30).
@@ -111,13 +111,6 @@ TEST(SkinLoader, SetDDRepaintsOnlyTheCellItDrawsInAtTheWindowsScale)
                                         "D4,20,50,0,0,6,8,2,0,0,-2,\"~\"\n")));
     const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(1, 7); });
     EXPECT_TRUE(region.xored(QRegion(40, 60, 36, 16)).isEmpty()) << "repainted" << describe(region);
-}
-
-TEST(SkinLoader, HiddenDigitGroupShowsThePictureAndIgnoresValues)
-{
-    Rig rig;
-    ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n")));
-    rig.loader.SetDD(1, 7);
     ASSERT_EQ(rig.loader.canvas().pixel(37, 37), resourcePixel(47, 7));
 
     const QRegion hiding = rig.repaintedBy([&] { rig.loader.setGroupVisible(1, false); });

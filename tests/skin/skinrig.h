@@ -30,23 +30,6 @@ inline QRgb mainPixel(int x, int y)
     return qRgb(90, 90 + (x + y) % 8, 40);
 }
 
-// folder/main.png (120x80, a magenta corner from 110,70 for cut-out tests) and
-// folder/res.png (128x64) drawn with the pixels above.
-inline void saveTestPictures(const QString &folder)
-{
-    QImage main(120, 80, QImage::Format_RGB32);
-    for (int y = 0; y < main.height(); ++y)
-        for (int x = 0; x < main.width(); ++x)
-            main.setPixel(x, y, x >= 110 && y >= 70 ? qRgb(255, 0, 255) : mainPixel(x, y));
-    QImage resource(128, 64, QImage::Format_RGB32);
-    for (int y = 0; y < resource.height(); ++y)
-        for (int x = 0; x < resource.width(); ++x)
-            resource.setPixel(x, y, resourcePixel(x, y));
-    QDir().mkpath(folder);
-    main.save(folder + QStringLiteral("/main.png"));
-    resource.save(folder + QStringLiteral("/res.png"));
-}
-
 inline std::string describe(const QRegion &region)
 {
     std::string s;
@@ -92,7 +75,18 @@ struct SkinRig
         loader.setScale(scale);
         QObject::connect(&loader, &SkinLoader::command,
                          [this](qint16 cmd) { commands.push_back(cmd); });
-        saveTestPictures(home.file(QStringLiteral("skin")));
+        // skin/main.png has a magenta corner from 110,70 for cut-out tests.
+        QImage main(120, 80, QImage::Format_RGB32);
+        for (int y = 0; y < main.height(); ++y)
+            for (int x = 0; x < main.width(); ++x)
+                main.setPixel(x, y, x >= 110 && y >= 70 ? qRgb(255, 0, 255) : mainPixel(x, y));
+        QImage resource(128, 64, QImage::Format_RGB32);
+        for (int y = 0; y < resource.height(); ++y)
+            for (int x = 0; x < resource.width(); ++x)
+                resource.setPixel(x, y, resourcePixel(x, y));
+        QDir().mkpath(home.file(QStringLiteral("skin")));
+        main.save(home.file(QStringLiteral("skin/main.png")));
+        resource.save(home.file(QStringLiteral("skin/res.png")));
     }
 
     QString write(const QString &name, const QString &records, int hoverStyle = 0) const

@@ -70,7 +70,7 @@ QImage randomPicture(std::mt19937 &random, int width, int height, int runs)
 
 } // namespace
 
-TEST(RegionFromBitmap, KeepsExactlyThePixelsOfOtherColoursAndAgreesWithRunByRunSubtraction)
+TEST(RegionFromBitmap, KeepsExactlyThePixelsOfOtherColours)
 {
     const struct
     {
@@ -88,17 +88,13 @@ TEST(RegionFromBitmap, KeepsExactlyThePixelsOfOtherColoursAndAgreesWithRunByRunS
     for (const auto &c : cases) {
         const QImage image = picture(c.rows);
         const QRegion fast = RegionFromBitmap(image, kCut);
-        const QRegion reference = regionFromBitmapByRuns(image, kCut);
         EXPECT_TRUE(sameRegion(fast, kept(c.rows))) << c.name;
-        EXPECT_TRUE(sameRegion(reference, kept(c.rows))) << c.name;
         // Same rectangles as Qt's own operations make, so == and later operations work.
-        EXPECT_EQ(fast.rectCount(), reference.rectCount()) << c.name;
+        EXPECT_EQ(fast.rectCount(), regionFromBitmapByRuns(image, kCut).rectCount()) << c.name;
     }
-    const QImage image = picture({"..", ".."});
-    EXPECT_TRUE(sameRegion(RegionFromBitmap(image, kCut | 0x1000000), QRect(0, 0, 2, 2)));
-    EXPECT_TRUE(sameRegion(regionFromBitmapByRuns(image, kCut | 0x1000000), QRect(0, 0, 2, 2)));
+    EXPECT_TRUE(
+        sameRegion(RegionFromBitmap(picture({"..", ".."}), kCut | 0x1000000), QRect(0, 0, 2, 2)));
     EXPECT_TRUE(RegionFromBitmap(QImage(), kCut).isEmpty());
-    EXPECT_TRUE(regionFromBitmapByRuns(QImage(), kCut).isEmpty());
 }
 
 TEST(RegionFromBitmap, AgreesWithRunByRunSubtractionOnRandomPicturesInEveryFormat)
@@ -113,8 +109,6 @@ TEST(RegionFromBitmap, AgreesWithRunByRunSubtractionOnRandomPicturesInEveryForma
         ASSERT_TRUE(sameRegion(fast, reference)) << "picture " << i;
         ASSERT_EQ(fast.rectCount(), reference.rectCount()) << "picture " << i;
     }
-    const QImage large = randomPicture(random, 640, 480, 6000);
-    EXPECT_TRUE(sameRegion(RegionFromBitmap(large, kCut), regionFromBitmapByRuns(large, kCut)));
     // Every format is read as the pixels it shows.
     const QImage source = randomPicture(random, 37, 23, 120);
     for (const QImage::Format format :
