@@ -33,44 +33,31 @@ TEST(TrayIcon, ShowsTheMarkBringsBackTheWindowAndHidesItOnCloseOnlyWhenItCan)
     }
 
     // Clicking brings back a minimised or hidden window.
-    const struct
-    {
-        QSystemTrayIcon::ActivationReason reason;
-        bool restores;
-    } cases[] = {
+    const std::pair<QSystemTrayIcon::ActivationReason, bool> cases[] = {
         {QSystemTrayIcon::DoubleClick, true},
         {QSystemTrayIcon::Trigger, true},
         {QSystemTrayIcon::Context, false},
     };
-    for (const auto &c : cases) {
+    for (const auto &[reason, restores] : cases) {
         Tray tray;
         tray.window.setGeometry(40, 50, 300, 120);
         tray.window.showMinimized();
-        emit tray.icon.icon().activated(c.reason);
-        EXPECT_EQ(tray.window.isMinimized(), !c.restores) << int(c.reason);
+        emit tray.icon.icon().activated(reason);
+        EXPECT_EQ(tray.window.isMinimized(), !restores) << int(reason);
         EXPECT_TRUE(tray.window.isVisible());
 
         tray.window.hide();
-        emit tray.icon.icon().activated(c.reason);
-        EXPECT_EQ(tray.window.isVisible(), c.restores) << int(c.reason);
-        if (c.restores) {
+        emit tray.icon.icon().activated(reason);
+        EXPECT_EQ(tray.window.isVisible(), restores) << int(reason);
+        if (restores) {
             EXPECT_EQ(tray.window.geometry(), QRect(40, 50, 300, 120));
         }
     }
 
     // Closing hides only with exit mode 1 and an icon to come back by.
-    const struct
-    {
-        qint16 ExitMode;
-        bool iconShown, hides;
-    } exits[] = {
-        {1, true, true},
-        {1, false, false},
-        {2, true, false},
-    };
-    for (const auto &c : exits)
-        EXPECT_EQ(closeHidesToTray(c.ExitMode, c.iconShown), c.hides)
-            << c.ExitMode << ' ' << c.iconShown;
+    EXPECT_TRUE(closeHidesToTray(1, true));
+    EXPECT_FALSE(closeHidesToTray(1, false));
+    EXPECT_FALSE(closeHidesToTray(2, true));
 
     // The test platform has no notification area: closing always quits.
     tray.icon.show();

@@ -73,21 +73,18 @@ TEST_F(ClockTickTest, ScheduleFollowsTheDayBegunAtMidnight)
              << "D 07:30 21:15 02"
              << "N 07:30 21:15 03"
              << "D 06:00 00:00 04";
-    const struct
-    {
-        QDate day;
-        const char *letter, *atMidnight, *at0730;
-    } cases[] = {{Monday, "M", "off", "on 1,on 2"}, {Monday.addDays(5), "S", "", "on 3"}};
-    for (const auto &c : cases) {
+    const std::tuple<QDate, const char *, const char *, const char *> cases[] = {
+        {Monday, "M", "off", "on 1,on 2"}, {Monday.addDays(5), "S", "", "on 3"}};
+    for (const auto &[day, letter, atMidnight, at0730] : cases) {
         events.clear();
-        setNow(c.day.addDays(-1), QTime(23, 59, 59));
+        setNow(day.addDays(-1), QTime(23, 59, 59));
         runSeconds(2);
-        EXPECT_EQ(only("day"), QStringList{QStringLiteral("day ") + c.letter});
-        EXPECT_EQ(switching().join(','), c.atMidnight) << c.letter;
+        EXPECT_EQ(only("day"), QStringList{QStringLiteral("day ") + letter});
+        EXPECT_EQ(switching().join(','), atMidnight) << letter;
         events.clear();
-        setNow(c.day, QTime(7, 29, 59));
+        setNow(day, QTime(7, 29, 59));
         runSeconds(2);
-        EXPECT_EQ(switching().join(','), c.at0730) << c.letter;
+        EXPECT_EQ(switching().join(','), at0730) << letter;
     }
 }
 
@@ -133,24 +130,19 @@ TEST_F(ClockTickTest, MinuteWorkRunsOnlyInTheTickThatSeesSecondZero)
 
 TEST_F(ClockTickTest, ClockLabelFollowsTheTimeFormat)
 {
-    const struct
-    {
-        QTime time;
-        qint16 timeFmt;
-        const char *label;
-    } cases[] = {
+    const std::tuple<QTime, qint16, const char *> cases[] = {
         {QTime(0, 5), 0, "12:05 AM"},  {QTime(11, 59), 0, "11:59 AM"},
         {QTime(12, 0), 0, "12:00 PM"}, {QTime(19, 30), 0, "07:30 PM"},
         {QTime(0, 0), 1, "00:00   "},  {QTime(19, 30), -1, "19:30   "},
     };
-    for (const auto &c : cases) {
-        settings.TimeFmt = c.timeFmt;
+    for (const auto &[time, timeFmt, label] : cases) {
+        settings.TimeFmt = timeFmt;
         events.clear();
-        setNow(Monday, c.time.addSecs(-1));
+        setNow(Monday, time.addSecs(-1));
         runSeconds(2);
         EXPECT_EQ(only("label 3"),
-                  QStringList{QStringLiteral("label 3 [%1]").arg(QLatin1String(c.label))})
-            << c.time.toString().toStdString() << " TimeFmt " << c.timeFmt;
+                  QStringList{QStringLiteral("label 3 [%1]").arg(QLatin1String(label))})
+            << time.toString().toStdString() << " TimeFmt " << timeFmt;
     }
 }
 

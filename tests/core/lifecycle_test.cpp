@@ -133,26 +133,20 @@ TEST_F(LifecycleTest, WhatStartUpOpens)
     store("LastTrack", "1");
     store("StartFile", other);
 
-    struct Case
-    {
-        const char *startMd;
-        QStringList names;
-        QStringList expectedPaths;
-        QString message;
-    } cases[] = {
+    const std::tuple<const char *, QStringList, QStringList, QString> cases[] = {
         {"1", {}, {song}, {}},
         {"1", {"second.mp3"}, {other}, {}}, // the command line wins over StartMd
         {"2", {}, {other}, {}},
         {"0", {}, {}, {}},
         {"1", {"no", "such.mp3"}, {}, "File not found:\r" + home.file("music/no such.mp3")},
     };
-    for (const Case &c : cases) {
+    for (const auto &[startMd, names, expectedPaths, message] : cases) {
         playlist = {};
         dialogs.messages.clear();
-        store("StartMd", QString::fromLatin1(c.startMd));
-        lifecycle().Load(c.names, home.file(QStringLiteral("music")));
-        EXPECT_EQ(playlist.PlPath, c.expectedPaths) << "StartMd " << c.startMd;
-        EXPECT_EQ(dialogs.messages.join('|'), c.message);
+        store("StartMd", QString::fromLatin1(startMd));
+        lifecycle().Load(names, home.file(QStringLiteral("music")));
+        EXPECT_EQ(playlist.PlPath, expectedPaths) << "StartMd " << startMd;
+        EXPECT_EQ(dialogs.messages.join('|'), message);
         EXPECT_FALSE(host.calls.contains(QStringLiteral("PlayIt"))) << "AutoPlay is off";
     }
 }

@@ -43,21 +43,16 @@ TEST(PopupMenu, EveryEntryLeadsSomewhereAndSkinSlotsCountUp)
 
 TEST(PopupMenu, AlwaysOnTopWritesOneMinusTheValue)
 {
-    const struct
-    {
-        qint16 stored;
-        qint16 after;
-        bool onBefore;
-    } cases[] = {
+    const std::tuple<qint16, qint16, bool> cases[] = {
         // clang-format off
         {0, 1, false}, {1, 0, true}, {-1, 2, false}, {2, -1, false}, {-32766, 32767, false},
         // 1 minus these does not fit in 16 bits: the value stays.
         {-32767, -32767, false}, {-32768, -32768, false},
         // clang-format on
     };
-    for (const auto &c : cases) {
-        EXPECT_EQ(toggledOnTop(c.stored), c.after) << c.stored;
-        EXPECT_EQ(isOnTop(c.stored), c.onBefore) << c.stored;
+    for (const auto &[stored, after, onBefore] : cases) {
+        EXPECT_EQ(toggledOnTop(stored), after) << stored;
+        EXPECT_EQ(isOnTop(stored), onBefore) << stored;
     }
 }
 

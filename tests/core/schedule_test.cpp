@@ -8,14 +8,8 @@ namespace {
 
 TEST(Schedule, MakeEntryLaysFieldsOutByPosition)
 {
-    const struct
-    {
-        char day;
-        const char *on;
-        const char *off;
-        int preset;
-        const char *entry; // nullptr: not added
-    } cases[] = {
+    // The last column is the entry made; nullptr: none.
+    const std::tuple<char, const char *, const char *, int, const char *> cases[] = {
         {'E', "07:30", "08:00", 3, "E 07:30 08:00 03"},
         {'D', "07:30", "00:00", 1, "D 07:30 00:00 01"},
         {'U', "7:30", "8:0", 12, "U 7:30  8:0   12"},
@@ -27,28 +21,21 @@ TEST(Schedule, MakeEntryLaysFieldsOutByPosition)
         {'E', "0:00", "00:00", 2, "E 0:00  00:00 02"},
         {'F', "06:00", "07:00", -3, "F 06:00 07:00 -03"},
     };
-    for (const auto &c : cases) {
-        const auto entry = makeEntry(QChar::fromLatin1(c.day), QString::fromLatin1(c.on),
-                                     QString::fromLatin1(c.off), c.preset);
-        if (!c.entry) {
-            EXPECT_FALSE(entry.has_value()) << c.on << " " << c.off;
+    for (const auto &[day, on, off, preset, expected] : cases) {
+        const auto entry = makeEntry(QChar::fromLatin1(day), QString::fromLatin1(on),
+                                     QString::fromLatin1(off), preset);
+        if (!expected) {
+            EXPECT_FALSE(entry.has_value()) << on << " " << off;
             continue;
         }
-        ASSERT_TRUE(entry.has_value()) << c.entry;
-        EXPECT_EQ(*entry, QString::fromLatin1(c.entry));
+        ASSERT_TRUE(entry.has_value()) << expected;
+        EXPECT_EQ(*entry, QString::fromLatin1(expected));
     }
 }
 
 TEST(Schedule, FieldsReadBackFromTheirPositions)
 {
-    const struct
-    {
-        const char *entry;
-        QChar day;
-        const char *on;
-        const char *off;
-        int preset;
-    } cases[] = {
+    const std::tuple<const char *, QChar, const char *, const char *, int> cases[] = {
         {"E 07:30 08:00 03", QChar('E'), "07:30", "08:00", 3},
         {"D 07:30 00:00 9 radio", QChar('D'), "07:30", "00:00", 9},
         {"U 7:30  8:0   12", QChar('U'), "7:30 ", "8:0  ", 12},
@@ -58,34 +45,30 @@ TEST(Schedule, FieldsReadBackFromTheirPositions)
         {"M 07:3", QChar('M'), "07:3", "", 0},
         {"", QChar(), "", "", 0},
     };
-    for (const auto &c : cases) {
-        const QString entry = QString::fromLatin1(c.entry);
-        EXPECT_EQ(entryDay(entry), c.day) << c.entry;
-        EXPECT_EQ(entryOnTime(entry), QString::fromLatin1(c.on)) << c.entry;
-        EXPECT_EQ(entryOffTime(entry), QString::fromLatin1(c.off)) << c.entry;
-        EXPECT_EQ(entryPreset(entry), c.preset) << c.entry;
+    for (const auto &[text, day, on, off, preset] : cases) {
+        const QString entry = QString::fromLatin1(text);
+        EXPECT_EQ(entryDay(entry), day) << text;
+        EXPECT_EQ(entryOnTime(entry), QString::fromLatin1(on)) << text;
+        EXPECT_EQ(entryOffTime(entry), QString::fromLatin1(off)) << text;
+        EXPECT_EQ(entryPreset(entry), preset) << text;
     }
 }
 
 TEST(Schedule, DayCodesMatchTheirWeekdays)
 {
     // Columns: today U M T W R F S.
-    const struct
-    {
-        const char *code;
-        const char *applies;
-    } cases[] = {
+    const std::pair<const char *, const char *> cases[] = {
         {"E", "1111111"}, {"D", "0111110"}, {"N", "1000001"}, {"U", "1000000"},
         {"T", "0010000"}, {"R", "0000100"}, {"S", "0000001"}, {"s", "0000000"},
         {"e", "0000000"}, {"X", "0000000"}, {" ", "0000000"}, {"", "0000000"},
     };
     const QString letters = QStringLiteral("UMTWRFS");
-    for (const auto &c : cases) {
-        const QString entry = QString::fromLatin1(c.code) + QStringLiteral(" 07:30 08:00 01");
+    for (const auto &[code, applies] : cases) {
+        const QString entry = QString::fromLatin1(code) + QStringLiteral(" 07:30 08:00 01");
         for (int d = 0; d < 7; ++d)
-            EXPECT_EQ(entryApplies(c.code[0] ? entry : QString(), letters[d]), c.applies[d] == '1')
-                << "code '" << c.code << "' on " << letters[d].toLatin1();
-        EXPECT_FALSE(entryApplies(entry, QChar())) << "no day known, code " << c.code;
+            EXPECT_EQ(entryApplies(code[0] ? entry : QString(), letters[d]), applies[d] == '1')
+                << "code '" << code << "' on " << letters[d].toLatin1();
+        EXPECT_FALSE(entryApplies(entry, QChar())) << "no day known, code " << code;
     }
 }
 

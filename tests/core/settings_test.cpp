@@ -10,19 +10,15 @@ TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
 {
     MemoryStore store;
     ConfigStore config(store);
-    const struct
-    {
-        const char *stored;
-        qint16 expected;
-    } cases[] = {
+    const std::pair<const char *, qint16> cases[] = {
         {"", 0},    {"abc", 0},   {"12abc", 12}, {"  7", 7},       {"-3", -3},         {"2.5", 2},
         {"3.5", 4}, {"-2.5", -2}, {"1e2", 100},  {"40000", 32767}, {"-40000", -32768}, {".5", 0},
         {"1.", 1},  {"+4", 4},    {"-", 0},      {"1e999", 0},
     };
-    for (const auto &c : cases) {
-        store.values[QStringLiteral("config/pboverlap")] = QString::fromLatin1(c.stored);
-        EXPECT_EQ(config.GetCfgInt(QStringLiteral("PBOverlap"), QStringLiteral("9")), c.expected)
-            << "stored text: '" << c.stored << "'";
+    for (const auto &[stored, expected] : cases) {
+        store.values[QStringLiteral("config/pboverlap")] = QString::fromLatin1(stored);
+        EXPECT_EQ(config.GetCfgInt(QStringLiteral("PBOverlap"), QStringLiteral("9")), expected)
+            << "stored text: '" << stored << "'";
     }
     EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QStringLiteral("5")), 5);
     EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QString()), 0);

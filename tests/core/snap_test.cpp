@@ -9,18 +9,14 @@ namespace {
 
 TEST(Snap, DistanceIs240TwipsAtTheScreensDensity)
 {
-    const struct
-    {
-        qreal dpi;
-        qreal pixels;
-    } cases[] = {
+    const std::pair<qreal, qreal> cases[] = {
         // clang-format off
         {96, 16}, {192, 32}, {120, 20}, {0, 16}, {-96, 16},
         {std::numeric_limits<qreal>::quiet_NaN(), 16}, {std::numeric_limits<qreal>::infinity(), 16},
         // clang-format on
     };
-    for (const auto &c : cases)
-        EXPECT_DOUBLE_EQ(snapDistance(c.dpi), c.pixels) << "dpi " << c.dpi;
+    for (const auto &[dpi, pixels] : cases)
+        EXPECT_DOUBLE_EQ(snapDistance(dpi), pixels) << "dpi " << dpi;
 }
 
 TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
@@ -28,14 +24,7 @@ TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
     const QRect full(0, 0, 1920, 1080);
     const QRect underPanel(0, 32, 1920, 1048); // a 32 px panel at the top
     const QRect leftMonitor(-1920, 0, 1920, 1080);
-    const struct
-    {
-        const char *name;
-        QRect frame;
-        QRect area;
-        qreal dpi;
-        QPoint expected;
-    } cases[] = {
+    const std::tuple<const char *, QRect, QRect, qreal, QPoint> cases[] = {
         {"near top-left", {10, 15, 300, 100}, full, 96, {0, 0}},
         {"beyond the area", {-15, -10, 300, 100}, full, 96, {0, 0}},
         {"16 px is not strictly within", {16, 16, 300, 100}, full, 96, {16, 16}},
@@ -52,8 +41,8 @@ TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
         {"HiDPI at 32", {32, 10, 600, 200}, full, 192, {32, 0}},
         {"nearly as wide: right wins", {5, 500, 1910, 100}, full, 96, {10, 500}},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(SnapWindow(c.frame, c.area, c.dpi), c.expected) << c.name;
+    for (const auto &[name, frame, area, dpi, expected] : cases)
+        EXPECT_EQ(SnapWindow(frame, area, dpi), expected) << name;
 }
 
 TEST(Snap, UsesTheScreenTheWindowIsMostlyOn)
@@ -66,13 +55,7 @@ TEST(Snap, UsesTheScreenTheWindowIsMostlyOn)
         {QRect(-1280, -200, 1280, 1024), 96},
         {QRect(0, 0, 1920, 1080), 96},
     };
-    const struct
-    {
-        const char *name;
-        QRect frame;
-        QList<SnapScreen> screens;
-        QPoint expected;
-    } cases[] = {
+    const std::tuple<const char *, QRect, QList<SnapScreen>, QPoint> cases[] = {
         {"first screen's bottom", {500, 940, 300, 100}, sideBySide, {500, 950}},
         {"second screen's left, 32 px there", {1945, 300, 300, 100}, sideBySide, {1920, 300}},
         {"first screen's right", {1610, 300, 300, 100}, sideBySide, {1620, 300}},
@@ -81,8 +64,8 @@ TEST(Snap, UsesTheScreenTheWindowIsMostlyOn)
         {"on no screen", {5000, 5000, 300, 100}, sideBySide, {5000, 5000}},
         {"no screens at all", {5, 5, 300, 100}, {}, {5, 5}},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(SnapWindow(c.frame, c.screens), c.expected) << c.name;
+    for (const auto &[name, frame, screens, expected] : cases)
+        EXPECT_EQ(SnapWindow(frame, screens), expected) << name;
 }
 
 TEST(Snap, ExtremeCoordinatesDoNotOverflow)

@@ -11,11 +11,7 @@
 TEST(CleanCmdLine, TurnsWhatLaunchersPassIntoOnePath)
 {
     const QString cwd = QStringLiteral("/home/ann/Music");
-    const struct
-    {
-        QStringList names;
-        QString expected;
-    } cases[] = {
+    const std::pair<QStringList, QString> cases[] = {
         {{}, {}},
         {{"song.mp3"}, "/home/ann/Music/song.mp3"},
         {{"../Lists/best.m3u"}, "/home/ann/Lists/best.m3u"},
@@ -25,8 +21,8 @@ TEST(CleanCmdLine, TurnsWhatLaunchersPassIntoOnePath)
         {{"/abs/x.pls"}, "/abs/x.pls"},
         {{"http://radio.example:8000/live"}, "http://radio.example:8000/live"},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(CleanCmdLine(c.names, cwd), c.expected) << c.names.join(' ').toStdString();
+    for (const auto &[names, expected] : cases)
+        EXPECT_EQ(CleanCmdLine(names, cwd), expected) << names.join(' ').toStdString();
 }
 
 TEST(KeepOnScreen, MovesOnlyWindowsThatCannotBeReached)

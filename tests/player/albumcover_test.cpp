@@ -36,10 +36,7 @@ struct Recorder
 // Files are written into one folder ("a|b"); an empty expectation means none found.
 TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
 {
-    const struct
-    {
-        const char *files, *base, *expected;
-    } cases[] = {
+    const std::tuple<const char *, const char *, const char *> cases[] = {
         {"Album.BMP|Album.GIF|Album.JPG", "Album", "Album.BMP"},
         {"Album.GIF|Album.JPG", "Album", "Album.GIF"},
         {"ALBUM.bmp|Album.JPG", "Album", "ALBUM.bmp"}, // any case of bmp before an exact jpg
@@ -48,27 +45,21 @@ TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
         {"Album.png", "Album", ""},
         {"Album.JPG/x", "Album", ""}, // a folder named like a cover
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.files);
+    for (const auto &[files, baseName, expected] : cases) {
+        SCOPED_TRACE(files);
         TempHome home;
-        for (const QString &f : QString::fromLatin1(c.files).split('|'))
+        for (const QString &f : QString::fromLatin1(files).split('|'))
             home.write(QStringLiteral("music/") + f, "x");
-        const QString base = QString::fromLatin1(c.base);
+        const QString base = QString::fromLatin1(baseName);
         const QString found = AlbumCover::FindCover(
             base.startsWith(' ')
                 ? QStringLiteral("  ") + home.file("music/") + base.trimmed() + "  "
                 : home.file("music/") + base);
-        EXPECT_EQ(found,
-                  *c.expected ? home.file(QStringLiteral("music/") + c.expected) : QString());
+        EXPECT_EQ(found, *expected ? home.file(QStringLiteral("music/") + expected) : QString());
     }
 
     // Candidates by tag: the last found wins.
-    const struct
-    {
-        const char *files;
-        QString album, artist;
-        const char *expected;
-    } byTag[] = {
+    const std::tuple<const char *, QString, QString, const char *> byTag[] = {
         {"Blue.BMP|Band - Blue.JPG", "Blue", "Band", "Band - Blue.JPG"},
         {"Blue.BMP|Band-Blue.GIF", "Blue", "Band", "Band-Blue.GIF"},
         {"Blue.BMP", "Blue", "", "Blue.BMP"},
@@ -77,13 +68,13 @@ TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
          "Band - Blue.JPG"},
         {"band - blue.jpg", "BLUE", "BAND", "band - blue.jpg"},
     };
-    for (const auto &c : byTag) {
-        SCOPED_TRACE(c.files);
+    for (const auto &[files, album, artist, expected] : byTag) {
+        SCOPED_TRACE(files);
         TempHome home;
-        for (const QString &f : QString::fromLatin1(c.files).split('|'))
+        for (const QString &f : QString::fromLatin1(files).split('|'))
             home.write(QStringLiteral("m/") + f, "x");
-        EXPECT_EQ(AlbumCover::tagCover(home.file("m"), c.album, c.artist),
-                  *c.expected ? home.file(QStringLiteral("m/") + c.expected) : QString());
+        EXPECT_EQ(AlbumCover::tagCover(home.file("m"), album, artist),
+                  *expected ? home.file(QStringLiteral("m/") + expected) : QString());
     }
 }
 
@@ -91,12 +82,9 @@ TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
 {
     const QRgb tagColour = 0xff112233, embedded = 0xff445566, beside = 0xff778899,
                playlist = 0xffaabbcc, fallback = 0xffddeeff;
-    struct Case
-    {
-        const char *what;
-        bool tagPicture, embeddedPicture, besidePicture, playlistPicture, useEmbedded;
-        QRgb expected;
-    } cases[] = {
+    // Pictures present: by the tag's names, embedded, beside the song, beside the
+    // playlist; then whether embedded pictures are used, and the colour shown.
+    const std::tuple<const char *, bool, bool, bool, bool, bool, QRgb> cases[] = {
         {"tag picture first", true, true, true, true, true, tagColour},
         {"embedded before beside", false, true, true, true, true, embedded},
         {"cover.jpg beside", false, false, true, true, true, beside},
@@ -104,22 +92,23 @@ TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
         {"default picture", false, false, false, false, true, fallback},
         {"without embedded pictures: the playlist's", false, true, true, true, false, playlist},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto &[what, tagPicture, embeddedPicture, besidePicture, playlistPicture,
+                      useEmbedded, expected] : cases) {
+        SCOPED_TRACE(what);
         TempHome home;
         home.write("velto/NoCover.BMP", picture(fallback, "BMP"));
         const QString song =
-            home.write("m/song.mp3", c.embeddedPicture ? mp3WithPicture(picture(embedded))
-                                                       : QByteArray(600, '\x55'));
-        if (c.tagPicture)
+            home.write("m/song.mp3", embeddedPicture ? mp3WithPicture(picture(embedded))
+                                                     : QByteArray(600, '\x55'));
+        if (tagPicture)
             home.write("m/Band - Blue.JPG", picture(tagColour, "JPG"));
-        if (c.besidePicture)
+        if (besidePicture)
             home.write("m/Cover.JPG", picture(beside, "PNG"));
         AlbumCover cover(home.file("velto/nocover.bmp"));
         Recorder shown;
         shown.attach(cover);
-        cover.useEmbedded = c.useEmbedded;
-        if (c.playlistPicture) {
+        cover.useEmbedded = useEmbedded;
+        if (playlistPicture) {
             home.write("lists/party.gif", picture(playlist));
             cover.PlaylistLoaded(home.file("lists/party.m3u"));
             ASSERT_EQ(cover.PlaylistCover, home.file("lists/party.gif"));
@@ -129,9 +118,9 @@ TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
         ASSERT_FALSE(shown.colours.isEmpty());
         // JPEG blurs colours a little.
         const QRgb got = shown.colours.last();
-        EXPECT_NEAR(qRed(got), qRed(c.expected), 6);
-        EXPECT_NEAR(qGreen(got), qGreen(c.expected), 6);
-        EXPECT_NEAR(qBlue(got), qBlue(c.expected), 6);
+        EXPECT_NEAR(qRed(got), qRed(expected), 6);
+        EXPECT_NEAR(qGreen(got), qGreen(expected), 6);
+        EXPECT_NEAR(qBlue(got), qBlue(expected), 6);
         EXPECT_FALSE(cover.CoverFile.isEmpty());
     }
 }

@@ -7,13 +7,7 @@
 TEST(AutoList, LoadsNonBlankLinesAsWrittenAndSavesWithoutLosingTheOldFile)
 {
     TempHome home;
-    struct Case
-    {
-        const char *name;
-        QByteArray bytes;
-        QStringList expected;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, QByteArray, QStringList> cases[] = {
         {"unix lines",
          "E 07:00 08:00 01\nD  7:30 22:00 02\n",
          {"E 07:00 08:00 01", "D  7:30 22:00 02"}},
@@ -22,9 +16,9 @@ TEST(AutoList, LoadsNonBlankLinesAsWrittenAndSavesWithoutLosingTheOldFile)
          {"M 06:00 07:00 03", "U 09:00 10:00 04 "}},
         {"empty", "", {}},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(LoadAutoList(home.write(QStringLiteral("autolist.txt"), c.bytes)), c.expected)
-            << c.name;
+    for (const auto &[name, bytes, expected] : cases)
+        EXPECT_EQ(LoadAutoList(home.write(QStringLiteral("autolist.txt"), bytes)), expected)
+            << name;
     EXPECT_TRUE(LoadAutoList(home.file(QStringLiteral("missing.txt"))).isEmpty());
 
     // Saving round-trips and a failed save never loses the old file.

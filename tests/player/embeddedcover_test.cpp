@@ -1,6 +1,5 @@
 #include "player/embeddedcover.h"
-
-#include <QBuffer>
+#include "support/testbytes.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +13,6 @@ QByteArray raw(std::initializer_list<quint32> values)
     for (const quint32 v : values)
         bytes += char(v & 0xFF);
     return bytes;
-}
-
-QByteArray be32(quint32 v)
-{
-    return raw({v >> 24, v >> 16, v >> 8, v});
 }
 
 QByteArray le32(quint32 v)
@@ -252,11 +246,7 @@ TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndSurvivesBrokenOnes)
     }
 
     // Hostile sizes are refused without reading far.
-    struct Case
-    {
-        const char *what;
-        QByteArray file;
-    } cases[] = {
+    const std::pair<const char *, QByteArray> cases[] = {
         {"ID3 tag claims 256 MB",
          QByteArray("ID3\x03\0\0\x7F\x7F\x7F\x7F", 10) + QByteArray(40, 'A')},
         {"frame larger than the tag", id3(3, 0, frame3("APIC", QByteArray(5, 'x')).left(11))},
@@ -274,8 +264,6 @@ TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndSurvivesBrokenOnes)
         {"nothing known", QByteArray("RIFF\0\0\0\0WAVEfmt ", 16)},
         {"empty", QByteArray()},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
-        EXPECT_TRUE(readBytes(c.file).data.isEmpty());
-    }
+    for (const auto &[what, file] : cases)
+        EXPECT_TRUE(readBytes(file).data.isEmpty()) << what;
 }

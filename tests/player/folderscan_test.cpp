@@ -2,7 +2,6 @@
 #include "support/temphome.h"
 
 #include <QFile>
-#include <QSignalSpy>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -61,22 +60,4 @@ TEST(FolderScan, SurvivesLinkLoopsDanglingLinksAndClosedFolders)
     EXPECT_EQ(state.PlPath, expected);
     QFile::setPermissions(root + QStringLiteral("/closed"),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-}
-
-TEST(FolderScan, RunsOnTheEventLoop)
-{
-    TempHome home;
-    for (int f = 0; f < 10; ++f)
-        for (int i = 0; i < 30; ++i)
-            home.write(QStringLiteral("t/f%1/s%2.mp3").arg(f).arg(i), "");
-    PlaylistState state;
-    FolderScan scan(state);
-    QSignalSpy finished(&scan, &FolderScan::finished);
-    scan.start(home.file(QStringLiteral("t")), QStringLiteral("mp3"));
-    EXPECT_TRUE(scan.isRunning());
-    EXPECT_TRUE(state.PlPath.isEmpty()); // nothing before the event loop runs
-    ASSERT_TRUE(finished.wait(10000));
-    EXPECT_EQ(state.PlPath.size(), 300);
-    EXPECT_EQ(state.PlNames.size(), 300);
-    EXPECT_FALSE(scan.isRunning());
 }

@@ -17,14 +17,7 @@ std::vector<qint32> timesOf(const LyricsData &d)
 
 TEST(LoadLyrics, ReadsBothDialectsWithTheirColumnsAndUnits)
 {
-    struct Case
-    {
-        const char *name;
-        QByteArray file;
-        QStringList lines;
-        std::vector<qint32> times;
-        bool loaded;
-    } cases[] = {
+    const std::tuple<const char *, QByteArray, QStringList, std::vector<qint32>, bool> cases[] = {
         {"native",
          "Velto Lyric\r\n:000012500: Hello\r\nplain words\r\n:000013000: World\r\n",
          {"Hello", "plain words", "World"},
@@ -62,12 +55,12 @@ TEST(LoadLyrics, ReadsBothDialectsWithTheirColumnsAndUnits)
          {},
          false},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        const LyricsData d = readLyr(c.file);
-        EXPECT_EQ(d.lines, c.lines);
-        EXPECT_EQ(timesOf(d), c.times);
-        EXPECT_EQ(d.LyricsLoaded, c.loaded);
+    for (const auto &[name, file, lines, times, loaded] : cases) {
+        SCOPED_TRACE(name);
+        const LyricsData d = readLyr(file);
+        EXPECT_EQ(d.lines, lines);
+        EXPECT_EQ(timesOf(d), times);
+        EXPECT_EQ(d.LyricsLoaded, loaded);
     }
 }
 
@@ -134,24 +127,18 @@ TEST(PlayLyrics, FollowsThePositionSearchesAgainAfterASeekAndPairsRowsWithTimes)
     const LyricsData d =
         readLyr("VELTO LYRIC\n:000001000: one\nuntimed\n:000002000: two\n:000003000: three\n"
                 ":000003000: three again\n:000005000: five\n");
-    struct Case
-    {
-        const char *what;
-        int line;
-        qint64 pos;
-        int newLine, row;
-    } cases[] = {
+    const std::tuple<const char *, int, qint64, int, int> cases[] = {
         {"before the next line", 1, 1500, 1, -1},   {"next line begins", 1, 2000, 2, 2},
         {"two lines share a time", 3, 3000, 4, 4},  {"seek forward past two lines", 1, 4000, 4, 4},
         {"seek backwards", 5, 1200, 1, 0},          {"seek before the first line", 4, 10, 1, 0},
         {"past the last line", 5, 9000, 5, 5},      {"no time at the current line", 0, 2500, 0, -1},
         {"index out of range", 600, 2500, 600, -1},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
-        const LyricStep step = PlayLyrics(d, c.pos, c.line);
-        EXPECT_EQ(step.line, c.newLine);
-        EXPECT_EQ(step.row, c.row);
+    for (const auto &[what, line, pos, newLine, row] : cases) {
+        SCOPED_TRACE(what);
+        const LyricStep step = PlayLyrics(d, pos, line);
+        EXPECT_EQ(step.line, newLine);
+        EXPECT_EQ(step.row, row);
     }
 
     // A double click pairs rows with times by position: row, then the seek and line.

@@ -381,10 +381,7 @@ TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
 {
     SocketFile socket(media->file(QStringLiteral("socket.mp3")));
     ASSERT_GE(socket.fd, 0);
-    const struct
-    {
-        const char *name, *setting, *head, *explanation;
-    } cases[] = {
+    const std::tuple<const char *, const char *, const char *, const char *> cases[] = {
         {"garbage.mp3", "0", "MCI Device: MPEGVideo",
          "The File could not be opened.\rIt may be an unknown format, corrupt, or an "
          "un-supported variation of a known format."},
@@ -397,18 +394,18 @@ TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
         {"socket.mp3", "2", "MCI Device: ActiveMovie",
          "Try installing the latest MS MediaPlayer (formerly ActiveMovie)."},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
-        options.MCIDevice = QString::fromLatin1(c.setting);
+    for (const auto &[name, setting, head, explanation] : cases) {
+        SCOPED_TRACE(name);
+        options.MCIDevice = QString::fromLatin1(setting);
         dialogs.messages.clear();
-        setList({c.name});
+        setList({name});
         engine->PlayIt();
         ASSERT_TRUE(waitFor([&] { return !dialogs.messages.isEmpty(); }));
         const QString box = dialogs.messages.value(0);
-        EXPECT_TRUE(box.startsWith(QString::fromLatin1(c.head) + QStringLiteral("\rFilename: ") +
-                                   file(c.name) + QStringLiteral("\r\rError: ")))
+        EXPECT_TRUE(box.startsWith(QString::fromLatin1(head) + QStringLiteral("\rFilename: ") +
+                                   file(name) + QStringLiteral("\r\rError: ")))
             << box.toStdString();
-        EXPECT_TRUE(box.endsWith(QStringLiteral("\r\r") + QString::fromLatin1(c.explanation)))
+        EXPECT_TRUE(box.endsWith(QStringLiteral("\r\r") + QString::fromLatin1(explanation)))
             << box.toStdString();
         EXPECT_TRUE(engine->state().CurDevice.isEmpty());
         EXPECT_FALSE(engine->state().playing);

@@ -10,13 +10,7 @@
 
 TEST(FriendlyName, AppliesTheDisplayRulesAndKnowsPictures)
 {
-    struct Case
-    {
-        const char *path;
-        bool friendly;
-        const char *expected;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, bool, const char *> cases[] = {
         {"05_My_Song.mp3", true, "05 My Song.mp3"},
         {"01 - Intro.mp3", true, "Intro.mp3"},
         {"/music/album/02_-_Song.mp3", true, "Song.mp3"},
@@ -32,10 +26,10 @@ TEST(FriendlyName, AppliesTheDisplayRulesAndKnowsPictures)
         {"", true, ""},
         {"/music/", true, ""},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(Playlist::FriendlyName(QString::fromUtf8(c.path), c.friendly),
-                  QString::fromUtf8(c.expected))
-            << c.path;
+    for (const auto &[path, friendly, expected] : cases)
+        EXPECT_EQ(Playlist::FriendlyName(QString::fromUtf8(path), friendly),
+                  QString::fromUtf8(expected))
+            << path;
     // The picture test looks at the last four characters.
     const std::pair<const char *, bool> pictures[] = {
         {"A.GIF", true}, {"/x/b.Bmp", true}, {"a.jpeg", false}, {"jpg", false}, {"", false}};
@@ -46,14 +40,7 @@ TEST(FriendlyName, AppliesTheDisplayRulesAndKnowsPictures)
 TEST(PlaylistReader, ReadsEntriesByTheRulesOfEachTypeAndEncoding)
 {
     using T = Playlist::ListType;
-    struct Case
-    {
-        const char *name;
-        T type;
-        QByteArray bytes;
-        QStringList expected;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, T, QByteArray, QStringList> cases[] = {
         {"extended lines skipped, blank lines kept",
          T::M3u,
          "#EXTM3U\n#EXTINF:12,x\n a.mp3 \n\nb.mp3\n",
@@ -74,8 +61,8 @@ TEST(PlaylistReader, ReadsEntriesByTheRulesOfEachTypeAndEncoding)
          {QStringLiteral(u"Café.mp3"), QStringLiteral(u"Café.mp3"),
           QStringLiteral(u"€ “quoted” \u008D.mp3")}},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(Playlist::readEntries(c.bytes, c.type), c.expected) << c.name;
+    for (const auto &[name, type, bytes, expected] : cases)
+        EXPECT_EQ(Playlist::readEntries(bytes, type), expected) << name;
 }
 
 TEST(PlaylistReader, SurvivesBinaryGarbageAndStopsAtTheListLimit)
@@ -117,12 +104,7 @@ TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
     home.write(QStringLiteral("lists/Music/here.mp3"), "x");
     home.write(QStringLiteral("lists/rel.mp3"), "x");
     const QString tmpRoot = home.path().mid(1); // the home without its leading "/"
-    struct Case
-    {
-        QString written;
-        QString expected;
-    };
-    const Case cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {QStringLiteral("a.mp3"), base + QStringLiteral("a.mp3")},
         {QStringLiteral("sub\\b.mp3"), base + QStringLiteral("sub/b.mp3")},
         {QStringLiteral("/abs/c.mp3"), QStringLiteral("/abs/c.mp3")},
@@ -138,8 +120,8 @@ TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
          QStringLiteral("http://radio.example/stream.mp3")},
         {QStringLiteral("file:///srv/m%20n.mp3"), QStringLiteral("/srv/m n.mp3")},
     };
-    for (const Case &c : cases)
-        EXPECT_EQ(Playlist::resolveEntry(c.written, base), c.expected) << c.written.toStdString();
+    for (const auto &[written, expected] : cases)
+        EXPECT_EQ(Playlist::resolveEntry(written, base), expected) << written.toStdString();
 }
 
 TEST(PlaylistWriter, WritesRelativeBelowTheFolderDropsMarkedEntriesAndReadsBackEveryPath)

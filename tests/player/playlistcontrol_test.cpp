@@ -175,48 +175,20 @@ TEST_F(PlaylistControlTest, OpenMediaStartsOnTheLastFilterUsed)
 TEST_F(PlaylistControlTest, LoadingClearsFirstAndPlaysWhenTheSettingsSaySo)
 {
     const QString file = home.write(QStringLiteral("two.m3u"), "#EXTM3U\r\na.mp3\r\nb.mp3\r\n");
-    struct Case
-    {
-        qint16 clearFirst, autoPlay;
-        int entries;
-        QList<int> played;
-    };
-    const Case cases[] = {{0, 0, 3, {}}, {0, 1, 3, {2}}, {1, 1, 2, {1}}};
-    for (const Case &c : cases) {
+    const std::tuple<qint16, qint16, int, QList<int>> cases[] = {
+        {0, 0, 3, {}}, {0, 1, 3, {2}}, {1, 1, 2, {1}}};
+    for (const auto &[clear, play, entries, played] : cases) {
         setEntries({"Old"});
         state.CurTrack = 2;
         player.played.clear();
-        clearFirst = c.clearFirst;
-        autoPlay = c.autoPlay;
+        clearFirst = clear;
+        autoPlay = play;
         dialogs.openResults = {{file}};
         control.PlLoad();
-        EXPECT_EQ(state.PlPath.size(), c.entries) << c.clearFirst << c.autoPlay;
-        EXPECT_EQ(list.count(), c.entries);
-        EXPECT_EQ(player.played, c.played) << c.clearFirst << c.autoPlay;
+        EXPECT_EQ(state.PlPath.size(), entries) << clear << play;
+        EXPECT_EQ(list.count(), entries);
+        EXPECT_EQ(player.played, played) << clear << play;
     }
-}
-
-TEST_F(PlaylistControlTest, MovesTheSelectedEntryAndTheSelectionFollows)
-{
-    setEntries({"A", "B", "C"});
-    state.CurTrack = 3;
-    list.setCurrentRow(0);
-    control.PlMoveEntry(+1);
-    EXPECT_EQ(shown(), QStringList({"B", "A", "C"}));
-    EXPECT_EQ(control.selectedIndex(), 1);
-    control.PlMoveEntry(-1);
-    control.PlMoveEntry(-1); // already at the top
-    EXPECT_EQ(shown(), QStringList({"A", "B", "C"}));
-    EXPECT_EQ(control.selectedIndex(), 0);
-    EXPECT_EQ(state.CurTrack, 3) << "the current entry stays by number";
-
-    cdMode = true;
-    control.PlMoveEntry(+1);
-    EXPECT_EQ(state.PlNames, QStringList({"A", "B", "C"}));
-    cdMode = false;
-    list.clearSelection();
-    control.PlMoveEntry(+1);
-    EXPECT_EQ(state.PlNames, QStringList({"A", "B", "C"}));
 }
 
 TEST_F(PlaylistControlTest, ThePlayingEntryStandsOutApartFromTheSelection)
@@ -241,7 +213,12 @@ TEST_F(PlaylistControlTest, ThePlayingEntryStandsOutApartFromTheSelection)
     list.setCurrentRow(1);
     control.PlMoveEntry(+1);
     EXPECT_EQ(shown(), QStringList({"B", "D", "C"}));
+    EXPECT_EQ(control.selectedIndex(), 2) << "the selection follows the moved entry";
     EXPECT_EQ(marked(), QStringList{"C"});
+    cdMode = true;
+    control.PlMoveEntry(-1);
+    EXPECT_EQ(state.PlNames, QStringList({"B", "D", "C"})) << "a CD's tracks stay in order";
+    cdMode = false;
     state.CurTrack = 1;
     control.markPlaying(0);
     EXPECT_EQ(marked(), QStringList{"B"});

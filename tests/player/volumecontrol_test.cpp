@@ -113,30 +113,24 @@ TEST(VolumeControl, GainsReachEveryRegisteredDevice)
 
 TEST(VolumeControl, StepsAndTheWheelMoveOnTwentieths)
 {
-    struct Case
-    {
-        const char *name;
-        float start;
-        std::vector<int> wheel; // angle deltas; 120 is one notch
-        float level;
-    };
-    const Case cases[] = {
+    // Wheel angle deltas: 120 is one notch.
+    const std::tuple<const char *, float, std::vector<int>, float> cases[] = {
         {"a notch up from a full output stays full", 65534 / 65535.0f, {120}, 1.0f},
         {"fine wheels add up", 0.5f, {15, 15, 15, 15, 15, 15, 15, 15, 15}, 0.55f},
         {"from between two steps", 0.512f, {-120}, 0.45f},
         {"never below silence", 0.05f, {-360}, 0.0f},
         {"a huge turn down ends silent", 1.0f, {std::numeric_limits<int>::min()}, 0.0f},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto &[name, start, wheel, expected] : cases) {
+        SCOPED_TRACE(name);
         Fixture f;
-        f.volume.setVolumeLevel(c.start);
+        f.volume.setVolumeLevel(start);
         float shown = f.volume.volumeLevel();
         f.volume.showVolume = [&](float level) { shown = level; };
-        for (int delta : c.wheel)
+        for (int delta : wheel)
             f.volume.wheel(delta);
-        EXPECT_FLOAT_EQ(f.volume.volumeLevel(), c.level);
-        EXPECT_FLOAT_EQ(shown, c.level);
+        EXPECT_FLOAT_EQ(f.volume.volumeLevel(), expected);
+        EXPECT_FLOAT_EQ(shown, expected);
     }
 }
 
