@@ -1,6 +1,7 @@
 #include "albumcover.h"
 
 #include "embeddedcover.h"
+#include "platform/findfile.h"
 #include "playlist.h"
 
 #include <QDir>
@@ -16,28 +17,6 @@ QString withSlash(const QString &folder)
                                                                  : folder + QLatin1Char('/');
 }
 
-// The first of names (each tried exactly, then in any letter case) that
-// exists in folder. Lists and tags come from systems that ignore case.
-QString firstExisting(const QString &folder, const QStringList &names)
-{
-    const QString dir = withSlash(folder.isEmpty() ? QStringLiteral(".") : folder);
-    QStringList entries;
-    bool listed = false;
-    for (const QString &name : names) {
-        if (QFileInfo(dir + name).isFile())
-            return folder.isEmpty() ? name : dir + name;
-        if (!listed) {
-            entries = QDir(dir).entryList(QDir::Files | QDir::Hidden);
-            listed = true;
-        }
-        for (const QString &e : entries) {
-            if (e.compare(name, Qt::CaseInsensitive) == 0)
-                return folder.isEmpty() ? e : dir + e;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
 QString AlbumCover::FindCover(const QString &base)
@@ -48,8 +27,9 @@ QString AlbumCover::FindCover(const QString &base)
     if (name.isEmpty())
         return {};
     const QString folder = slash < 0 ? QString() : trimmed.left(qMax<qsizetype>(slash, 1));
-    return firstExisting(folder, {name + QStringLiteral(".BMP"), name + QStringLiteral(".GIF"),
-                                  name + QStringLiteral(".JPG")});
+    return firstExistingNoCase(folder,
+                               {name + QStringLiteral(".BMP"), name + QStringLiteral(".GIF"),
+                                name + QStringLiteral(".JPG")});
 }
 
 QString AlbumCover::tagCover(const QString &folder, const QString &album, const QString &artist)
@@ -82,7 +62,7 @@ QString AlbumCover::besideCover(const QString &folder)
         for (const char *ext : {".jpg", ".jpeg", ".png", ".bmp", ".gif"})
             names << QLatin1String(base) + QLatin1String(ext);
     }
-    return firstExisting(folder, names);
+    return firstExistingNoCase(folder, names);
 }
 
 QImage AlbumCover::loadPicture(const QString &path)
@@ -131,8 +111,8 @@ void AlbumCover::LoadTagCover(const QString &folder, const QString &album, const
     }
     if (!PlaylistCover.isEmpty())
         return LoadCover(PlaylistCover);
-    LoadCover(firstExisting(m_noCover.section(QLatin1Char('/'), 0, -2),
-                            {m_noCover.section(QLatin1Char('/'), -1)}));
+    LoadCover(firstExistingNoCase(m_noCover.section(QLatin1Char('/'), 0, -2),
+                                  {m_noCover.section(QLatin1Char('/'), -1)}));
 }
 
 void AlbumCover::PlaylistLoaded(const QString &playlistFile)

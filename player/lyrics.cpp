@@ -1,9 +1,9 @@
 #include "lyrics.h"
 
 #include "id3tag.h"
+#include "platform/findfile.h"
 #include "platform/text.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -198,19 +198,9 @@ QString lyricsFileFor(const QString &mediaPath)
     const QString name = media.fileName();
     const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
     const QString base = dot < 0 ? name : name.left(dot);
-    const QStringList wanted = {base + QStringLiteral(".lyr"), base + QStringLiteral(".lrc")};
-    for (const QString &w : wanted) {
-        if (QFileInfo::exists(folder + QLatin1Char('/') + w))
-            return folder + QLatin1Char('/') + w;
-    }
-    const QStringList entries = QDir(folder).entryList(QDir::Files | QDir::Hidden);
-    for (const QString &w : wanted) {
-        for (const QString &e : entries) {
-            if (e.compare(w, Qt::CaseInsensitive) == 0)
-                return folder + QLatin1Char('/') + e;
-        }
-    }
-    return folder + QLatin1Char('/') + wanted[0];
+    const QString lyr = base + QStringLiteral(".lyr");
+    const QString found = firstExistingNoCase(folder, {lyr, base + QStringLiteral(".lrc")});
+    return found.isEmpty() ? folder + QLatin1Char('/') + lyr : found;
 }
 
 LyricStep PlayLyrics(const LyricsData &lyrics, qint64 positionMs, int line)

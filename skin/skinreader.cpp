@@ -1,6 +1,6 @@
 #include "skinreader.h"
 
-#include "findfile.h"
+#include "platform/findfile.h"
 #include "platform/text.h"
 
 #include <QByteArrayView>

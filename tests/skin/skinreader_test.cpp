@@ -1,4 +1,3 @@
-#include "skin/findfile.h"
 #include "skin/skinreader.h"
 
 #include "support/printers.h"
@@ -466,31 +465,4 @@ TEST(SkinReader, RegressionFilesReadWithoutHarm)
         EXPECT_EQ(readHeader(bytes).accepted, d.accepted) << file.fileName().toStdString();
     }
     EXPECT_GT(files, 0);
-}
-
-TEST(FindFileNoCase, MatchesEveryPartWhateverItsCase)
-{
-    QTemporaryDir dir;
-    QDir(dir.path()).mkpath("Skins/Blue");
-    for (const char *name : {"Skins/Blue/Main.BMP", "Skins/a.png", "Skins/A.png", "top.txt"}) {
-        QFile f(dir.filePath(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    }
-    const struct
-    {
-        const char *asked, *found;
-    } cases[] = {
-        {"skins\\blue\\MAIN.bmp", "Skins/Blue/Main.BMP"},
-        {"C:\\Skins\\Blue\\main.bmp", "Skins/Blue/Main.BMP"},
-        {"/skins//blue/./main.bmp", "Skins/Blue/Main.BMP"},
-        {"Skins/Blue/../../TOP.TXT", "top.txt"},
-        {"Skins/a.png", "Skins/a.png"},
-        {"Skins/Blue", ""},
-        {"Skins/Blue/gone.bmp", ""},
-        {"", ""},
-    };
-    for (const auto &c : cases) {
-        const QString expected = *c.found ? dir.path() + '/' + c.found : QString();
-        EXPECT_EQ(findFileNoCase(dir.path(), c.asked), expected) << c.asked;
-    }
 }

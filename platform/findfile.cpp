@@ -1,4 +1,4 @@
-#include "findfile.h"
+#include "platform/findfile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -50,4 +50,26 @@ QString findFileNoCase(const QString &folder, const QString &relativeName)
         current = found;
     }
     return QDir::cleanPath(current);
+}
+
+QString firstExistingNoCase(const QString &folder, const QStringList &names)
+{
+    const QString prefix =
+        folder.isEmpty() || folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
+    const QDir dir(folder.isEmpty() ? QStringLiteral(".") : folder);
+    QStringList entries;
+    bool listed = false;
+    for (const QString &name : names) {
+        if (QFileInfo(dir.filePath(name)).isFile())
+            return prefix + name;
+        if (!listed) {
+            entries = dir.entryList(QDir::Files | QDir::Hidden | QDir::System);
+            listed = true;
+        }
+        for (const QString &entry : entries) {
+            if (entry.compare(name, Qt::CaseInsensitive) == 0)
+                return prefix + entry;
+        }
+    }
+    return {};
 }
