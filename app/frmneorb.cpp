@@ -224,11 +224,11 @@ void frmNeOrb::wireVolume()
         }
     });
     // The fade counts in steps of the word's channels.
-    m_fade.setReader([this] { return int(std::lround(m_volume.volumeLevel() * 65535.0)); });
-    m_fade.setSetter([this, showKnob](int level) {
+    m_fade.readLevel = [this] { return int(std::lround(m_volume.volumeLevel() * 65535.0)); };
+    m_fade.setLevel = [this, showKnob](int level) {
         m_volume.setVolumeLevel(float(level / 65535.0));
         showKnob(2, m_volume.volumeLevel());
-    });
+    };
     showKnob(2, m_volume.volumeLevel());
     showKnob(3, m_volume.balance());
     m_skin.setLabel(25, m_volume.balanceCaption());

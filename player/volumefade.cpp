@@ -4,18 +4,13 @@
 
 #include <QtMath>
 
-VolumeFade::VolumeFade(const Clock &clock, std::function<void(int)> setLevel)
-    : m_clock(clock), m_setLevel(std::move(setLevel))
-{
-}
-
 void VolumeFade::set(int level)
 {
     if (level == m_lastLevel)
         return;
     m_lastLevel = level;
-    if (m_setLevel)
-        m_setLevel(level);
+    if (setLevel)
+        setLevel(level);
 }
 
 void VolumeFade::start(int target, int durationMs)
@@ -36,8 +31,8 @@ void VolumeFade::fadeIn(int durationMs)
 {
     if (m_running)
         start(m_target, durationMs);
-    else if (m_readLevel)
-        start(m_readLevel(), durationMs);
+    else if (readLevel)
+        start(readLevel(), durationMs);
 }
 
 void VolumeFade::tick()

@@ -7,7 +7,7 @@ class Clock;
 
 // Brings the output level up from silence over a few seconds, so a scheduled
 // switch-on wakes the user instead of startling them. Levels are in whatever
-// unit the setter takes; the fade only scales between 0 and the target.
+// unit setLevel takes; the fade only scales between 0 and the target.
 //
 // Time comes from the injected clock and the fade moves only when tick() is
 // called, so a timer of the window drives it and tests script it.
@@ -16,11 +16,12 @@ class VolumeFade
 public:
     static constexpr int DefaultMs = 8000;
 
-    explicit VolumeFade(const Clock &clock, std::function<void(int level)> setLevel = {});
+    explicit VolumeFade(const Clock &clock) : m_clock(clock) {}
 
-    void setSetter(std::function<void(int level)> setLevel) { m_setLevel = std::move(setLevel); }
-    // Where fadeIn() reads the level in use.
-    void setReader(std::function<int()> readLevel) { m_readLevel = std::move(readLevel); }
+    // Filled in by the owner: where the fade sets the level, and where
+    // fadeIn() reads the level in use.
+    std::function<void(int level)> setLevel;
+    std::function<int()> readLevel;
 
     // Fades up to the level in use. A fade already running keeps its target:
     // the level read halfway up is not the one the user chose. Without a
@@ -45,8 +46,6 @@ private:
     void set(int level);
 
     const Clock &m_clock;
-    std::function<void(int)> m_setLevel;
-    std::function<int()> m_readLevel;
     QDateTime m_start;
     int m_durationMs = DefaultMs;
     int m_target = 0;

@@ -236,8 +236,8 @@ protected:
     PrefsWindow()
     {
         start();
-        window->volumeFade().setReader([] { return 50000; });
-        window->volumeFade().setSetter([this](int level) { levels << level; });
+        window->volumeFade().readLevel = [] { return 50000; };
+        window->volumeFade().setLevel = [this](int level) { levels << level; };
     }
 
     frmPrefs *openPrefs()

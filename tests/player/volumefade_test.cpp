@@ -15,7 +15,12 @@ class VolumeFadeTest : public ::testing::Test
 protected:
     FakeClock clock;
     std::vector<int> levels;
-    VolumeFade fade{clock, [this](int level) { levels.push_back(level); }};
+    VolumeFade fade{clock};
+
+    VolumeFadeTest()
+    {
+        fade.setLevel = [this](int level) { levels.push_back(level); };
+    }
 
     // Ticks every 250 ms, as the clock timer does, for the given time.
     void runMs(int ms)
@@ -108,7 +113,7 @@ TEST_F(VolumeFadeTest, FadeInReachesTheLevelInUseEvenWhenSwitchedOnTwice)
     EXPECT_FALSE(fade.running());
 
     int inUse = 40000;
-    fade.setReader([&inUse] { return inUse; });
+    fade.readLevel = [&inUse] { return inUse; };
     fade.fadeIn(8000);
     runMs(2000);
     inUse = levels.back(); // the control now reports the faded level
