@@ -197,16 +197,6 @@ void Playlist::AddToPlaylist(const QString &path, const QString &display)
         m_state.CurTrack = 1;
 }
 
-void Playlist::AddOpened(const QString &path)
-{
-    const qsizetype before = m_state.PlPath.size();
-    AddToPlaylist(path, FriendlyName(path, friendlyNames));
-    // Lists and folders leave the current entry alone; with none, the player
-    // would start from the last entry, not from what was just opened.
-    if (m_state.CurTrack == 0 && m_state.PlPath.size() > before)
-        m_state.CurTrack = int(before) + 1;
-}
-
 QString Playlist::folderOf(const QString &file)
 {
     return file.left(file.lastIndexOf(QLatin1Char('/')) + 1);

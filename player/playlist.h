@@ -41,9 +41,6 @@ public:
     // A dropped or chosen item: a folder is scanned, a playlist read, anything
     // else appended under the given display name.
     void AddToPlaylist(const QString &path, const QString &display);
-    // AddToPlaylist with the item's own friendly name; what it added first
-    // becomes the current entry when there was none.
-    void AddOpened(const QString &path);
 
     static QString FriendlyName(const QString &path, bool friendly);
     static bool IsPicture(const QString &path);

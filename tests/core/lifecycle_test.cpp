@@ -42,7 +42,7 @@ public:
     void AddOpened(const QString &p) override
     {
         calls << "AddOpened " + p.section('/', -1);
-        Playlist(*playlist).AddOpened(p);
+        Playlist(*playlist).AddToPlaylist(p, p);
     }
     void PlayIt() override { calls << "PlayIt"; }
     QString currentCover() const override { return cover; }
