@@ -5,22 +5,12 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-namespace {
-
-void touch(const QString &path)
-{
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
-}
-
-} // namespace
-
 TEST(FindFileNoCase, MatchesEveryPartWhateverItsCase)
 {
     QTemporaryDir dir;
     QDir(dir.path()).mkpath("Skins/Blue");
     for (const char *name : {"Skins/Blue/Main.BMP", "Skins/a.png", "Skins/A.png", "top.txt"})
-        touch(dir.filePath(name));
+        ASSERT_TRUE(QFile(dir.filePath(name)).open(QIODevice::WriteOnly)) << name;
     const struct
     {
         const char *asked, *found;
@@ -45,7 +35,7 @@ TEST(FindFileNoCase, FirstExistingTriesEachNameInAnyCaseBeforeTheNext)
     QTemporaryDir dir;
     QDir(dir.path()).mkpath("Cover.gif"); // a folder is no picture
     for (const char *name : {"SONG.LRC", "song.lyr", "Album.JPG"})
-        touch(dir.filePath(name));
+        ASSERT_TRUE(QFile(dir.filePath(name)).open(QIODevice::WriteOnly)) << name;
     const QString at = dir.path() + '/';
     EXPECT_EQ(firstExistingNoCase(dir.path(), {"Song.lyr", "song.lrc"}), at + "song.lyr")
         << "a name in another case comes before the next name";

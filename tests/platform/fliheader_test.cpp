@@ -1,26 +1,24 @@
 #include "fliwriter.h"
 #include "platform/fliheader.h"
 
-#include <QRandomGenerator>
 #include <gtest/gtest.h>
 
 namespace {
 
 TEST(FliHeader, LengthIsFramesTimesTheDelayInEachFormatsUnitAndAnythingElseHasNone)
 {
-    struct Case
+    QByteArray dta = makeFlic(true, 10, 40);
+    dta[4] = char(0x44); // the 0xAF44 variant times like FLC
+    QByteArray wideFli = makeFlic(false, 14, 5);
+    wideFli[18] = 1; // FLI's delay is 16 bits: what follows is not part of it
+    const struct
     {
         const char *name;
         QByteArray bytes;
         bool flc;
         int frames;
         qint64 ms;
-    };
-    QByteArray dta = makeFlic(true, 10, 40);
-    dta[4] = char(0x44); // the 0xAF44 variant times like FLC
-    QByteArray wideFli = makeFlic(false, 14, 5);
-    wideFli[18] = 1; // FLI's delay is 16 bits: what follows is not part of it
-    const Case cases[] = {
+    } cases[] = {
         {"FLI counts in 1/70 s", makeFlic(false, 20, 7), false, 20, 2000},
         {"FLI rounds to the nearest millisecond", makeFlic(false, 1, 1), false, 1, 14},
         {"FLI ignores the bytes after its 16-bit delay", wideFli, false, 14, 1000},
@@ -31,7 +29,7 @@ TEST(FliHeader, LengthIsFramesTimesTheDelayInEachFormatsUnitAndAnythingElseHasNo
         {"the largest counts do not overflow", makeFlic(true, 65535, 0xffffffffu), true, 65535,
          qint64(65535) * 0xffffffffLL},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         const FliHeader h = FliHeader::read(c.bytes.left(FliHeader::Size));
         EXPECT_TRUE(h.valid);
@@ -40,30 +38,15 @@ TEST(FliHeader, LengthIsFramesTimesTheDelayInEachFormatsUnitAndAnythingElseHasNo
         EXPECT_EQ(h.lengthMs, c.ms);
     }
 
-    // Anything else has no length.
+    // Anything else has no length: too short, no frames, another signature.
     QByteArray otherMagic = makeFlic(false, 5, 7);
     otherMagic[5] = char(0xbf);
-    const QByteArray bad[] = {
-        QByteArray(),
-        makeFlic(false, 20, 7).left(19),
-        makeFlic(false, 0, 7), // no frames
-        otherMagic,
-        QByteArray("RIFF\x24\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0", 24),
-        QByteArray(128, '\xff'),
-    };
-    for (const QByteArray &bytes : bad) {
+    for (const QByteArray &bytes : {makeFlic(false, 20, 7).left(19), makeFlic(false, 0, 7),
+                                    otherMagic, QByteArray(128, '\xff')}) {
         SCOPED_TRACE(bytes.left(8).toHex().toStdString());
         const FliHeader h = FliHeader::read(bytes);
         EXPECT_FALSE(h.valid);
         EXPECT_EQ(h.lengthMs, 0);
-    }
-    QRandomGenerator random(3);
-    for (int i = 0; i < 1000; ++i) {
-        QByteArray bytes(int(random.bounded(140)), Qt::Uninitialized);
-        for (char &c : bytes)
-            c = char(random.bounded(256));
-        const FliHeader h = FliHeader::read(bytes);
-        EXPECT_GE(h.lengthMs, 0);
     }
 }
 

@@ -15,10 +15,7 @@ inline QByteArray makeFlic(bool flc, int frames, quint32 speed, int width = 64, 
         QByteArray chunks;
         int count = 0;
         if (i == 0) {
-            QByteArray palette;
-            le(palette, 1, 2); // one packet: skip 0, all 256 colours
-            palette.append('\0');
-            palette.append('\0');
+            QByteArray palette("\1\0\0\0", 4); // one packet: skip 0, all 256 colours
             for (int c = 0; c < 256 * 3; ++c)
                 palette.append(char((c / 3 * 4) % 64));
             le(chunks, quint32(6 + palette.size()), 4);

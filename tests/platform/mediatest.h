@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 
 // What a device reported through its callbacks, for tests to wait on.
 struct EventLog
@@ -58,20 +59,30 @@ protected:
     static void SetUpTestSuite()
     {
         qputenv("VELTO_AUDIO", "null");
-        media = new TestMedia;
-        factory = new MediaDeviceFactory;
+        media = std::make_unique<TestMedia>();
+        factory = std::make_unique<MediaDeviceFactory>();
     }
     static void TearDownTestSuite()
     {
-        delete factory;
-        delete media;
-        factory = nullptr;
-        media = nullptr;
+        factory.reset();
+        media.reset();
     }
     void SetUp() override { ASSERT_TRUE(factory->hasEngine()) << factory->problem().toStdString(); }
 
     static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
 
-    inline static TestMedia *media = nullptr;
-    inline static MediaDeviceFactory *factory = nullptr;
+    static std::unique_ptr<MediaDevice>
+    openDevice(EventLog &log, const char *name, const QString &type = QStringLiteral("MPEGVideo"),
+               MediaDeviceFactory &from = *factory)
+    {
+        auto device = from.create();
+        device->setEvents(log.events());
+        device->setDeviceType(type);
+        device->setFileName(file(name));
+        device->open();
+        return device;
+    }
+
+    inline static std::unique_ptr<TestMedia> media;
+    inline static std::unique_ptr<MediaDeviceFactory> factory;
 };

@@ -50,19 +50,19 @@ public:
 
     static QByteArray smf(int format, int division, const std::vector<Track> &tracks)
     {
-        QByteArray out = "MThd" + be(6, 4) + be(quint32(format), 2) +
-                         be(quint32(tracks.size()), 2) + be(quint32(division), 2);
+        QByteArray out = "MThd" + number(6, 4) + number(quint32(format), 2) +
+                         number(quint32(tracks.size()), 2) + number(quint32(division), 2);
         for (const Track &t : tracks)
-            out += "MTrk" + be(quint32(t.bytes().size()), 4) + t.bytes();
+            out += "MTrk" + number(quint32(t.bytes().size()), 4) + t.bytes();
         return out;
     }
 
     // The same song in a RIFF "RMID" wrapper, after a chunk a reader must skip.
     static QByteArray rmid(const QByteArray &smf)
     {
-        const QByteArray body = "RMIDINFO" + le32(3) + QByteArray("abc\0", 4) + "data" +
-                                le32(quint32(smf.size())) + smf;
-        return "RIFF" + le32(quint32(body.size())) + body;
+        const QByteArray body = "RMIDINFO" + number(3, 4, true) + QByteArray("abc\0", 4) + "data" +
+                                number(quint32(smf.size()), 4, true) + smf;
+        return "RIFF" + number(quint32(body.size()), 4, true) + body;
     }
 
     // A short piano tune of `ms` milliseconds at 120 beats a minute, 480 ticks a beat.
@@ -79,18 +79,12 @@ public:
     }
 
 private:
-    static QByteArray be(quint32 v, int bytes)
+    // Big-endian, as MIDI writes numbers, unless the RIFF wrapper's little-endian.
+    static QByteArray number(quint32 v, int bytes, bool littleEndian = false)
     {
         QByteArray out;
-        for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8)
-            out.append(char(v >> shift));
-        return out;
-    }
-    static QByteArray le32(quint32 v)
-    {
-        QByteArray out;
-        for (int shift = 0; shift < 32; shift += 8)
-            out.append(char(v >> shift));
+        for (int i = 0; i < bytes; ++i)
+            out.append(char(v >> 8 * (littleEndian ? i : bytes - 1 - i)));
         return out;
     }
 };

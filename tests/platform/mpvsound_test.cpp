@@ -1,9 +1,7 @@
 #include "fliwriter.h"
 #include "mediatest.h"
 #include "midiwriter.h"
-#include "platform/mediadevicefactory.h"
 #include "support/printers.h"
-#include "support/testmedia.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,7 +10,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -33,16 +30,6 @@ protected:
         media->garbage(QStringLiteral("noise.mid"), 8192);
         media->write(QStringLiteral("anim.fli"), makeFlic(false, 20, 7)); // 2 s at 10 frames/s
         media->sineWav(QStringLiteral("mono.wav"), 3000);
-    }
-    std::unique_ptr<MediaDevice> openDevice(EventLog &log, const char *name,
-                                            MediaDeviceFactory &from = *factory)
-    {
-        auto device = from.create();
-        device->setEvents(log.events());
-        device->setDeviceType(QStringLiteral("MPEGVideo"));
-        device->setFileName(file(name));
-        device->open();
-        return device;
     }
 };
 
@@ -108,25 +95,19 @@ std::pair<double, double> channelLevels(const QByteArray &wav)
     if (format < 0 || data < 0)
         return {-1, -1};
     const int channels = qMax(1, int(uchar(wav[format + 10])));
-    const int bits = uchar(wav[format + 22]);
-    const char *bytes = wav.constData() + data + 8;
-    const qsizetype frames = (wav.size() - data - 8) / (bits / 8 * channels);
+    const int bytes = uchar(wav[format + 22]) / 8;
+    const char *at = wav.constData() + data + 8;
+    const qsizetype frames = (wav.size() - data - 8) / (bytes * channels);
     auto sample = [&](qsizetype i) {
-        if (bits == 32) {
-            float f;
-            std::memcpy(&f, bytes + 4 * i, 4);
-            return double(f);
-        }
-        qint16 v;
-        std::memcpy(&v, bytes + 2 * i, 2);
-        return v / 32768.0;
+        float f = 0;
+        qint16 v = 0;
+        bytes == 4 ? std::memcpy(&f, at + 4 * i, 4) : std::memcpy(&v, at + 2 * i, 2);
+        return bytes == 4 ? double(f) : v / 32768.0;
     };
     double left = 0, right = 0;
     for (qsizetype i = 0; i < frames; ++i) {
-        const double l = sample(channels * i);
-        const double r = sample(channels * i + channels - 1);
-        left += l * l;
-        right += r * r;
+        left += std::pow(sample(channels * i), 2);
+        right += std::pow(sample(channels * i + channels - 1), 2);
     }
     const double n = double(qMax<qsizetype>(frames, 1));
     return {std::sqrt(left / n), std::sqrt(right / n)};
@@ -140,18 +121,17 @@ TEST_F(MpvSoundTest, GainsScaleEachChannelOfMonoAndStereoSound)
     ASSERT_TRUE(QDir::setCurrent(out.path()));
     qputenv("VELTO_AUDIO", "pcm");
     MediaDeviceFactory pcm;
-    struct Case
+    const struct
     {
         const char *file;
         double left, right;
-    };
-    const Case cases[] = {{"mono.wav", 1, 0.25}, {"tune.mid", 0.2, 1}};
+    } cases[] = {{"mono.wav", 1, 0.25}, {"tune.mid", 0.2, 1}};
     std::pair<double, double> full{};
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.file);
         for (bool reference : {true, false}) {
             EventLog log;
-            auto device = openDevice(log, c.file, pcm);
+            auto device = openDevice(log, c.file, QStringLiteral("MPEGVideo"), pcm);
             if (!reference)
                 device->setGains(c.left, c.right);
             device->play();

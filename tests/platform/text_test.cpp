@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 TEST(Text, LeadingNumberReadsWhatFilesAndSettingsWrite)
 {
     const struct
@@ -26,12 +28,8 @@ TEST(Text, DecodesUtf8ElseWindows1252)
     EXPECT_EQ(decodeText("\xEF\xBB\xBF\xE9"), QStringLiteral("é"));
     // Not UTF-8: every byte still means a character, the euro sign included.
     EXPECT_EQ(decodeText("caf\xE9 \x80"), QStringLiteral("café €"));
-    const QByteArray every = [] {
-        QByteArray bytes;
-        for (int b = 0; b < 256; ++b)
-            bytes += char(b);
-        return bytes;
-    }();
+    QByteArray every(256, '\0');
+    std::iota(every.begin(), every.end(), char(0));
     EXPECT_EQ(toWindows1252(fromWindows1252(every)), every);
     EXPECT_EQ(toWindows1252(QStringLiteral("a\u4E00b")), QByteArray("a?b"));
 }

@@ -5,11 +5,10 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-TempHome::TempHome()
-    : m_oldConfig(qgetenv("XDG_CONFIG_HOME")), m_oldData(qgetenv("XDG_DATA_HOME"))
+TempHome::TempHome() : m_oldConfig(qgetenv("XDG_CONFIG_HOME")), m_oldData(qgetenv("XDG_DATA_HOME"))
 {
-    qputenv("XDG_CONFIG_HOME", configHome().toLocal8Bit());
-    qputenv("XDG_DATA_HOME", dataHome().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", file(QStringLiteral("config")).toLocal8Bit());
+    qputenv("XDG_DATA_HOME", file(QStringLiteral("data")).toLocal8Bit());
 }
 
 TempHome::~TempHome()

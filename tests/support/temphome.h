@@ -14,8 +14,6 @@ public:
     ~TempHome();
 
     QString path() const { return m_dir.path(); }
-    QString configHome() const { return m_dir.path() + QStringLiteral("/config"); }
-    QString dataHome() const { return m_dir.path() + QStringLiteral("/data"); }
     QString file(const QString &relative) const { return m_dir.path() + '/' + relative; }
 
     // Writes bytes to a file below the home, making its folders.

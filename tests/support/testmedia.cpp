@@ -3,8 +3,6 @@
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QStandardPaths>
-#include <QtEndian>
 
 #include <cmath>
 
@@ -16,30 +14,7 @@ void putLe(QByteArray &out, quint32 value, int bytes)
         out.append(char((value >> (8 * i)) & 0xff));
 }
 
-void putBe16(QByteArray &out, quint16 value)
-{
-    out.append(char(value >> 8));
-    out.append(char(value & 0xff));
-}
-
-} // namespace
-
-TestMedia::TestMedia() = default;
-
-QString TestMedia::file(const QString &name) const
-{
-    return m_dir.filePath(name);
-}
-
-QString TestMedia::write(const QString &name, const QByteArray &bytes) const
-{
-    QFile out(file(name));
-    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
-        return QString();
-    return out.fileName();
-}
-
-QByteArray TestMedia::wavBytes(const QByteArray &pcm, int sampleRate, int bitsPerSample)
+QByteArray wavBytes(const QByteArray &pcm, int sampleRate, int bitsPerSample)
 {
     const int blockAlign = bitsPerSample / 8;
     QByteArray out;
@@ -57,6 +32,16 @@ QByteArray TestMedia::wavBytes(const QByteArray &pcm, int sampleRate, int bitsPe
     putLe(out, quint32(pcm.size()), 4);
     out += pcm;
     return out;
+}
+
+} // namespace
+
+QString TestMedia::write(const QString &name, const QByteArray &bytes) const
+{
+    QFile out(file(name));
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
+        return QString();
+    return out.fileName();
 }
 
 QString TestMedia::sineWav(const QString &name, int ms, int frequency, int sampleRate) const
@@ -77,44 +62,29 @@ QString TestMedia::silentWav(const QString &name, int ms, int sampleRate) const
     return write(name, wavBytes(QByteArray(samples, char(0x80)), sampleRate, 8));
 }
 
-bool TestMedia::haveFfmpeg()
-{
-    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty();
-}
-
 QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs,
                            int frequency) const
 {
-    if (!haveFfmpeg())
-        return QString();
     const QString source = QStringLiteral("sine=frequency=%1:duration=%2")
                                .arg(frequency)
                                .arg(double(ms) / 1000.0, 0, 'f', 3);
-    return runFfmpeg(name, QStringList{QStringLiteral("-f"), QStringLiteral("lavfi"),
-                                       QStringLiteral("-i"), source, QStringLiteral("-ac"),
-                                       QStringLiteral("1")}
-                               << extraArgs);
+    return runFfmpeg(name, QStringList{"-f", "lavfi", "-i", source, "-ac", "1"} << extraArgs);
 }
 
 QString TestMedia::video(const QString &name, int ms, QSize size) const
 {
-    if (!haveFfmpeg())
-        return QString();
     const QString seconds = QString::number(double(ms) / 1000.0, 'f', 3);
     const QString picture = QStringLiteral("testsrc=size=%1x%2:rate=25:duration=%3")
                                 .arg(size.width())
                                 .arg(size.height())
                                 .arg(seconds);
-    return runFfmpeg(name, {QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                            picture, QStringLiteral("-f"), QStringLiteral("lavfi"),
-                            QStringLiteral("-i"), QStringLiteral("sine=duration=") + seconds,
-                            QStringLiteral("-ac"), QStringLiteral("1")});
+    return runFfmpeg(name, {"-f", "lavfi", "-i", picture, "-f", "lavfi", "-i",
+                            "sine=duration=" + seconds, "-ac", "1"});
 }
 
 QString TestMedia::runFfmpeg(const QString &name, const QStringList &inputArgs) const
 {
-    QStringList args{QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y")};
-    args << inputArgs << file(name);
+    const QStringList args = QStringList{"-loglevel", "error", "-y"} << inputArgs << file(name);
     QProcess ffmpeg;
     ffmpeg.start(QStringLiteral("ffmpeg"), args);
     if (!ffmpeg.waitForFinished(30000) || ffmpeg.exitStatus() != QProcess::NormalExit ||
@@ -123,7 +93,7 @@ QString TestMedia::runFfmpeg(const QString &name, const QStringList &inputArgs) 
     return file(name);
 }
 
-QByteArray TestMedia::modBytes()
+QString TestMedia::module(const QString &name) const
 {
     // One sample: a 64-byte square wave, looped whole.
     constexpr int sampleBytes = 64;
@@ -131,17 +101,14 @@ QByteArray TestMedia::modBytes()
     mod += QByteArray("velto test tune").leftJustified(20, '\0');
     for (int s = 1; s <= 31; ++s) {
         mod += (s == 1 ? QByteArray("square") : QByteArray()).leftJustified(22, '\0');
-        putBe16(mod, s == 1 ? sampleBytes / 2 : 0); // length in words
-        mod.append(char(0));                        // finetune
-        mod.append(char(s == 1 ? 64 : 0));          // volume
-        putBe16(mod, 0);                            // loop start
-        putBe16(mod, s == 1 ? sampleBytes / 2 : 1); // loop length
+        // Length in words, finetune, volume, loop start, loop length in words.
+        const int words = s == 1 ? sampleBytes / 2 : 0;
+        mod += QByteArray(1, '\0') + char(words) + '\0' + char(s == 1 ? 64 : 0) +
+               QByteArray(3, '\0') + char(s == 1 ? words : 1);
     }
-    mod.append(char(1));   // one position
-    mod.append(char(127)); // restart byte
-    QByteArray order(128, '\0');
-    mod += order;
-    mod += "M.K.";
+    mod.append(char(1));                   // one position
+    mod.append(char(127));                 // restart byte
+    mod += QByteArray(128, '\0') + "M.K."; // the order of patterns, then the signature
 
     // Pattern 0: speed 3, a note on each beat, a break after row 15, so the
     // song lasts 16 rows of 60 ms.
@@ -165,12 +132,7 @@ QByteArray TestMedia::modBytes()
     }
     for (int i = 0; i < sampleBytes; ++i)
         mod.append(char(i < sampleBytes / 2 ? 60 : -60));
-    return mod;
-}
-
-QString TestMedia::module(const QString &name) const
-{
-    return write(name, modBytes());
+    return write(name, mod);
 }
 
 QString TestMedia::garbage(const QString &name, int bytes) const

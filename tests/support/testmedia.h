@@ -10,11 +10,7 @@
 class TestMedia
 {
 public:
-    TestMedia();
-
-    bool isValid() const { return m_dir.isValid(); }
-    QString path() const { return m_dir.path(); }
-    QString file(const QString &name) const;
+    QString file(const QString &name) const { return m_dir.filePath(name); }
 
     // A sine tone as 16-bit mono PCM WAV, written by our own writer.
     QString sineWav(const QString &name, int ms, int frequency = 440, int sampleRate = 22050) const;
@@ -35,10 +31,6 @@ public:
     // Bytes no decoder recognises.
     QString garbage(const QString &name, int bytes = 64 * 1024) const;
     QString write(const QString &name, const QByteArray &bytes) const;
-
-    static QByteArray wavBytes(const QByteArray &pcm, int sampleRate, int bitsPerSample);
-    static QByteArray modBytes();
-    static bool haveFfmpeg();
 
 private:
     QString runFfmpeg(const QString &name, const QStringList &inputArgs) const;

@@ -17,12 +17,12 @@ struct SearchPath
 
     QString path() const { return first.path() + QStringLiteral("::") + second.path(); }
 
-    // A shell script that records its arguments in `marker`, or a file that
-    // is not executable.
-    static void add(const QTemporaryDir &folder, const QString &name, bool executable = true,
-                    const QString &marker = QString())
+    // A shell script that records its arguments in `marker`; a name starting
+    // with '!' is a file that is not executable.
+    static void add(const QTemporaryDir &folder, QString name, const QString &marker = QString())
     {
-        QFile file(folder.filePath(name));
+        const bool executable = !name.startsWith('!');
+        QFile file(folder.filePath(name.remove('!')));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("#!/bin/sh\n");
         if (!marker.isEmpty())
@@ -48,6 +48,11 @@ TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
          "pavucontrol",
          {}},
         {"then its Qt twin", {"gnome-control-center"}, {"pavucontrol-qt"}, "pavucontrol-qt", {}},
+        {"a file that cannot run is passed over",
+         {"!pavucontrol"},
+         {"pavucontrol-qt"},
+         "pavucontrol-qt",
+         {}},
         {"then GNOME's sound settings",
          {"xterm"},
          {"alsamixer", "gnome-control-center"},
@@ -80,16 +85,10 @@ TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
     }
 }
 
-TEST(Mixer, SkipsFilesThatCannotRunAndFoldersOfTheEmptyPath)
+TEST(Mixer, AnEmptyPathOrPathEntryNeverMeansTheCurrentFolder)
 {
     SearchPath p;
-    SearchPath::add(p.first, QStringLiteral("pavucontrol"), false);
-    SearchPath::add(p.second, QStringLiteral("pavucontrol-qt"));
-    const auto found = Mixer::findMixer(p.path());
-    ASSERT_TRUE(found.has_value());
-    EXPECT_EQ(found->program, p.second.filePath(QStringLiteral("pavucontrol-qt")));
-
-    // An empty PATH, or one of empty entries, never means the current folder.
+    SearchPath::add(p.second, QStringLiteral("pavucontrol"));
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(p.second.path()));
     EXPECT_FALSE(Mixer::findMixer(QString()).has_value());
@@ -97,15 +96,22 @@ TEST(Mixer, SkipsFilesThatCannotRunAndFoldersOfTheEmptyPath)
     QDir::setCurrent(before);
 }
 
-TEST(Mixer, StartsTheMixerAsAProgramOfItsOwn)
+TEST(Mixer, SaysWhatToInstallOrStartsTheMixerAsAProgramOfItsOwn)
 {
     SearchPath p;
+    FakeDialogs dialogs;
+    Mixer(dialogs, p.path()).ShowMixer();
+    EXPECT_EQ(dialogs.messages,
+              QStringList{QStringLiteral("No volume mixer was found.\r"
+                                         "Install pavucontrol (or pavucontrol-qt, GNOME's sound "
+                                         "settings, or alsamixer and a terminal) to set the "
+                                         "volume of your sound devices.")});
+
+    dialogs.messages.clear();
     QTemporaryDir scratch;
     const QString marker = scratch.filePath(QStringLiteral("started"));
-    SearchPath::add(p.first, QStringLiteral("gnome-control-center"), true, marker);
-    FakeDialogs dialogs;
-    Mixer mixer(dialogs, p.path());
-    mixer.ShowMixer();
+    SearchPath::add(p.first, QStringLiteral("gnome-control-center"), marker);
+    Mixer(dialogs, p.path()).ShowMixer(); // gone before the mixer has even started
     QDeadlineTimer deadline(5000);
     while (QFileInfo(marker).size() == 0 && !deadline.hasExpired())
         QThread::msleep(10);
@@ -113,19 +119,6 @@ TEST(Mixer, StartsTheMixerAsAProgramOfItsOwn)
     ASSERT_TRUE(started.open(QIODevice::ReadOnly));
     EXPECT_EQ(started.readAll(), QByteArray("sound\n"));
     EXPECT_TRUE(dialogs.messages.isEmpty());
-}
-
-TEST(Mixer, SaysWhatToInstallWhenThereIsNoMixer)
-{
-    SearchPath p;
-    FakeDialogs dialogs;
-    Mixer mixer(dialogs, p.path());
-    mixer.ShowMixer();
-    EXPECT_EQ(dialogs.messages,
-              QStringList{QStringLiteral("No volume mixer was found.\r"
-                                         "Install pavucontrol (or pavucontrol-qt, GNOME's sound "
-                                         "settings, or alsamixer and a terminal) to set the "
-                                         "volume of your sound devices.")});
 }
 
 } // namespace
