@@ -79,6 +79,14 @@ float VolumeControl::ReadVolume() const
     return float(std::max(channelLevel(word), channelLevel(word >> 16)) / 65535.0);
 }
 
+void VolumeControl::restore(quint32 word)
+{
+    m_wave.waveOutSetVolume(word);
+    m_level = ReadVolume();
+    if (showVolume)
+        showVolume(m_level);
+}
+
 void VolumeControl::setVolumeLevel(float level)
 {
     m_level = clamped(level, m_level);

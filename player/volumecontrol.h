@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 #include <functional>
 
@@ -26,6 +27,8 @@ public:
     // 65534/65535 (the word keeps one step of headroom).
     float ReadVolume() const;
 
+    // The word a previous run ended with; the balance stays as it is.
+    void restore(quint32 word);
     // From the volume slider or a fade; sound that was muted comes back.
     void setVolumeLevel(float level);
     // One step louder (+1) or softer (-1): a twentieth of the range.

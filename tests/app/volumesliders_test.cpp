@@ -56,6 +56,13 @@ TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelAndCommand
     ASSERT_TRUE(list && list->isVisibleTo(window.get()));
     wheel(list->geometry().center(), -120);
     EXPECT_NEAR(knob(2), 0.95, 1e-6) << "the wheel over the list scrolls it instead";
+
+    window->Unload(false);
+    window.reset();
+    start();
+    // As the word holds it, one step of headroom below.
+    EXPECT_NEAR(knob(2), 0.95, 1e-4) << "the next run starts at the level it ended with";
+    EXPECT_EQ(window->skin().label(25), QStringLiteral("Centre"));
 }
 
 } // namespace
