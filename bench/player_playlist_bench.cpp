@@ -5,7 +5,7 @@
 #include "player/folderscan.h"
 #include "player/playlist.h"
 #include "player/playlistcontrol.h"
-#include "tests/support/recordingplayer.h"
+#include "tests/support/playlistrig.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -101,20 +101,11 @@ void ScanTwentyThousandFiles(benchmark::State &state)
 BENCHMARK(ScanTwentyThousandFiles)->Unit(benchmark::kMillisecond);
 
 // A playlist part with its list on screen, as in the window.
-struct Window
+struct Window : PlaylistRig<QuietDialogs>
 {
-    PlaylistState state;
-    QString path;
-    qint16 clearFirst = 1, autoPlay = 0, friendly = 1;
-    QString validExt = QStringLiteral("mp3");
-    QuietDialogs dialogs;
-    RecordingPlayer player{state};
-    PlaylistControl control{
-        state, {path, clearFirst, autoPlay, friendly, validExt}, dialogs, player};
-    QListWidget list;
-
     Window()
     {
+        clearFirst = 1;
         list.setUniformItemSizes(true);
         list.resize(300, 400);
         list.show();

@@ -1,6 +1,6 @@
 #include "player/playlistcontrol.h"
 #include "support/fakes.h"
-#include "support/recordingplayer.h"
+#include "support/playlistrig.h"
 #include "support/temphome.h"
 
 #include <QFile>
@@ -12,11 +12,13 @@
 
 namespace {
 
-class PlaylistControlTest : public ::testing::Test
+class PlaylistControlTest : public ::testing::Test, protected PlaylistRig<FakeDialogs>
 {
 protected:
     PlaylistControlTest()
     {
+        path = QStringLiteral("/start/");
+        validExt = QStringLiteral("mp3 wav");
         control.setList(&list);
         control.showLabels = [this](const QString &name, int count) {
             labelName = name;
@@ -55,17 +57,6 @@ protected:
     }
 
     TempHome home;
-    PlaylistState state;
-    QString path = QStringLiteral("/start/");
-    qint16 clearFirst = 0;
-    qint16 autoPlay = 0;
-    qint16 friendly = 1;
-    QString validExt = QStringLiteral("mp3 wav");
-    FakeDialogs dialogs;
-    RecordingPlayer player{state};
-    PlaylistControl control{
-        state, {path, clearFirst, autoPlay, friendly, validExt}, dialogs, player};
-    QListWidget list;
 
     QString labelName;
     int labelCount = -1;
