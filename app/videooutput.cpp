@@ -3,8 +3,34 @@
 #include "platform/mediadevice.h"
 #include "skin/skinareawidget.h"
 
+#include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
+
+namespace {
+
+// The window of a video that has no place in the skin. A double-click fills
+// the screen with it and another one, or Escape, brings it back.
+class VideoWindow : public QWidget
+{
+public:
+    explicit VideoWindow(QWidget *parent) : QWidget(parent, Qt::Window) {}
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent *) override
+    {
+        isFullScreen() ? showNormal() : showFullScreen();
+    }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Escape && isFullScreen())
+            showNormal();
+        else
+            QWidget::keyPressEvent(event);
+    }
+};
+
+} // namespace
 
 VideoOutput::VideoOutput(QWidget &mainWindow) : m_main(mainWindow) {}
 
@@ -84,7 +110,7 @@ void VideoOutput::show(Shown &shown)
         m_box->setContent(shown.view);
         return;
     }
-    auto *window = new QWidget(&m_main, Qt::Window);
+    auto *window = new VideoWindow(&m_main);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowTitle(title ? title() : QStringLiteral("Velto"));
     auto *layout = new QVBoxLayout(window);

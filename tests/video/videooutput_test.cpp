@@ -2,6 +2,7 @@
 #include "skin/skinareawidget.h"
 #include "videosuite.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -35,6 +36,11 @@ TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowOpensAndClosesWithTheItem)
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("clip — Velto"));
     EXPECT_EQ(window->size(), QSize(160, 120));
+    QWidget *view = output->view(*device);
+    QTest::mouseDClick(view, Qt::LeftButton);
+    EXPECT_TRUE(window->isFullScreen()) << "a double-click on the picture fills the screen";
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(window->isFullScreen());
 
     ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
     EXPECT_EQ(output->window(*device), nullptr);
