@@ -258,11 +258,6 @@ frmNeOrb::~frmNeOrb() = default;
 
 void frmNeOrb::Load(const QStringList &names, const QString &workingFolder)
 {
-    bool known = false;
-    const quint32 level =
-        m_config.GetCfgStr(QStringLiteral("OutputLevel"), QString()).toUInt(&known);
-    if (known)
-        m_volume.restore(level);
     m_lifecycle.Load(names, workingFolder);
     // Devices open asynchronously, so even an automatic start is silent.
     if (m_settings.StartMute != 0) {
@@ -335,9 +330,6 @@ void frmNeOrb::dropEvent(QDropEvent *event)
 
 void frmNeOrb::Unload(bool interactive)
 {
-    // A sound card keeps its level between runs; Velto's own output does too.
-    m_config.SaveStr(QStringLiteral("OutputLevel"),
-                     QString::number(m_waveVolume.waveOutGetVolume()));
     m_lifecycle.Unload(interactive);
 }
 

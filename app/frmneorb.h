@@ -96,6 +96,8 @@ public:
     void PlayIt() override;
     QString currentCover() const override;
     void SetCover(const QString &file) override;
+    quint32 outputLevel() const override { return m_waveVolume.waveOutGetVolume(); }
+    void restoreOutputLevel(quint32 word) override { m_volume.restore(word); }
     void MuteFmTuner() override {}
     void CloseDevices() override { m_engine.CloseDevices(); }
 

@@ -45,7 +45,13 @@ void Lifecycle::Load(const QStringList &names, const QString &workingFolder)
     m_svc.config.ReadAll(s);
     const QPoint current = m_host.windowPos();
     m_svc.config.ReadPosition(s, current.x(), current.y());
-    m_host.moveWindow(keepOnScreen(QPoint(s.X, s.Y), m_host.windowSize(), m_svc.screens.workAreas()));
+    m_host.moveWindow(
+        keepOnScreen(QPoint(s.X, s.Y), m_host.windowSize(), m_svc.screens.workAreas()));
+    bool levelKnown = false;
+    const quint32 level =
+        m_svc.config.GetCfgStr(QStringLiteral("OutputLevel"), QString()).toUInt(&levelKnown);
+    if (levelKnown)
+        m_host.restoreOutputLevel(level);
 
     const QString skin = startSkin();
     m_svc.random.seed(quint32(m_svc.clock.now().time().msecsSinceStartOfDay()));
@@ -83,6 +89,7 @@ void Lifecycle::SaveLastState()
 {
     m_svc.config.SaveStr(QStringLiteral("LastCover"), m_host.currentCover());
     m_svc.config.SaveStr(QStringLiteral("LastTrack"), QString::number(m_playlist.CurTrack));
+    m_svc.config.SaveStr(QStringLiteral("OutputLevel"), QString::number(m_host.outputLevel()));
     const QString failure =
         Playlist(m_playlist).WritePL(m_svc.folder.file(QStringLiteral("playlist.m3u")));
     if (!failure.isEmpty())

@@ -3,6 +3,7 @@
 #include <QPoint>
 #include <QSize>
 #include <QString>
+#include <QtGlobal>
 
 class Clock;
 class ConfigStore;
@@ -39,6 +40,10 @@ public:
     virtual void PlayIt() = 0;
     virtual QString currentCover() const = 0;
     virtual void SetCover(const QString &file) = 0;
+    // Velto's output level as one word; kept between runs, as a sound card
+    // keeps its level.
+    virtual quint32 outputLevel() const = 0;
+    virtual void restoreOutputLevel(quint32 word) = 0;
     virtual void MuteFmTuner() = 0;
     virtual void CloseDevices() = 0;
 };

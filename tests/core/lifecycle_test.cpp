@@ -18,6 +18,7 @@ public:
     QStringList calls;
     QPoint pos{100, 100};
     QString cover;
+    quint32 level = 0xffffffffu;
     PlaylistState *playlist = nullptr;
 
     QPoint windowPos() const override { return pos; }
@@ -47,6 +48,8 @@ public:
     void PlayIt() override { calls << "PlayIt"; }
     QString currentCover() const override { return cover; }
     void SetCover(const QString &f) override { cover = f; }
+    quint32 outputLevel() const override { return level; }
+    void restoreOutputLevel(quint32 word) override { level = word; }
     void MuteFmTuner() override { calls << "MuteFmTuner"; }
     void CloseDevices() override { calls << "CloseDevices"; }
 };
@@ -93,6 +96,7 @@ TEST_F(LifecycleTest, StartUpRunsItsStepsInOrder)
     store("CvtFile", "metric.ccf");
     store("X", "3000"); // saved on a monitor that is gone
     store("Y", "200");
+    store("OutputLevel", "1234");
     lifecycle().Load({}, home.path());
     // clang-format off
     const QStringList expected = {
@@ -103,6 +107,7 @@ TEST_F(LifecycleTest, StartUpRunsItsStepsInOrder)
     // clang-format on
     EXPECT_EQ(host.calls, expected);
     EXPECT_EQ(random.seeded, quint32(QTime(7, 29, 58).msecsSinceStartOfDay()));
+    EXPECT_EQ(host.level, 1234u) << "the output level the last run ended with";
     EXPECT_TRUE(dialogs.messages.isEmpty()) << "a first start has no skin to miss";
 }
 
@@ -172,6 +177,7 @@ TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
     EXPECT_EQ(memory.flushes, 1);
     EXPECT_EQ(memory.values.value("config/x"), "40");
     EXPECT_EQ(memory.values.value("config/lasttrack"), "2");
+    EXPECT_EQ(memory.values.value("config/outputlevel"), "4294967295");
 
     PlaylistState restored;
     Lifecycle({config, dialogs, random, clock, screens, folder}, settings, restored, host)
