@@ -232,8 +232,3 @@ QString tagWriteMessage(TagWrite result)
     }
     return QStringLiteral("Error writing tag (is file in use?)!");
 }
-
-QString SaveIDTag(const QString &file, const TagFields &fields)
-{
-    return tagWriteMessage(writeTag(file, fields));
-}

@@ -54,5 +54,3 @@ TagWrite writeTag(const QString &file, const TagFields &fields);
 // The message for the user: "Tag Added!", "Tag Updated!" or
 // "Error writing tag (is file in use?)!".
 QString tagWriteMessage(TagWrite result);
-// writeTag, told as its message.
-QString SaveIDTag(const QString &file, const TagFields &fields);

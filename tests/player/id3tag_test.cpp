@@ -56,20 +56,22 @@ TEST(TagRecord, FieldsFollowTheStoredBytesAndArePaddedPastTheirEnd)
     EXPECT_EQ(r.Genre, ' ');
 }
 
-TEST(SaveIDTag, AddsThenUpdatesEvenAtAMisplacedTagWordAndLeavesOtherBytesAlone)
+TEST(WriteTag, AddsThenUpdatesEvenAtAMisplacedTagWordAndLeavesOtherBytesAlone)
 {
     TempHome home;
     const QByteArray original = audio(5000);
     const QString path = home.write("a.mp3", original);
 
-    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("First"))), "Tag Added!");
+    EXPECT_EQ(writeTag(path, fields(QStringLiteral("First"))), TagWrite::Added);
+    // The window's tests read the other two messages.
+    EXPECT_EQ(tagWriteMessage(TagWrite::Updated), "Tag Updated!");
     const QByteArray once = readAll(path);
     ASSERT_EQ(once.size(), original.size() + 128);
     EXPECT_EQ(once.left(original.size()), original);
 
     // A character outside the code page, even one beyond 16 bits, is one mark.
-    EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("Second \u00e9\U0001F600"), "12", 80)),
-              "Tag Updated!");
+    EXPECT_EQ(writeTag(path, fields(QStringLiteral("Second \u00e9\U0001F600"), "12", 80)),
+              TagWrite::Updated);
     const QByteArray twice = readAll(path);
     ASSERT_EQ(twice.size(), once.size());
     EXPECT_EQ(twice.left(original.size()), original);
@@ -89,14 +91,14 @@ TEST(SaveIDTag, AddsThenUpdatesEvenAtAMisplacedTagWordAndLeavesOtherBytesAlone)
     QByteArray misplaced = audio(3000);
     misplaced.replace(misplaced.size() - 50, 3, "tag");
     const QString other = home.write("m.mp3", misplaced);
-    EXPECT_EQ(SaveIDTag(other, fields(QStringLiteral("X"))), "Tag Updated!");
+    EXPECT_EQ(writeTag(other, fields(QStringLiteral("X"))), TagWrite::Updated);
     const QByteArray after = readAll(other);
     ASSERT_EQ(after.size(), misplaced.size() - 50 + 128);
     EXPECT_EQ(after.left(misplaced.size() - 50), misplaced.left(misplaced.size() - 50));
     EXPECT_TRUE(after.mid(misplaced.size() - 50).startsWith("TAGX "));
 }
 
-TEST(SaveIDTag, TrackAndFieldsBecomeSingleBytesOrFail)
+TEST(WriteTag, TrackAndFieldsBecomeSingleBytesOrFail)
 {
     TempHome home;
     // Track text, genre, and the track byte written (-1: the save fails).
@@ -108,13 +110,13 @@ TEST(SaveIDTag, TrackAndFieldsBecomeSingleBytesOrFail)
         SCOPED_TRACE(track.toStdString());
         const QByteArray original = audio(600);
         const QString path = home.write("t.mp3", original);
-        const QString message = SaveIDTag(path, fields(QString(40, 'x'), track, genre));
+        const TagWrite result = writeTag(path, fields(QString(40, 'x'), track, genre));
         if (trackByte < 0) {
-            EXPECT_EQ(message, "Error writing tag (is file in use?)!");
+            EXPECT_EQ(result, TagWrite::Failed);
             EXPECT_EQ(readAll(path), original);
             continue;
         }
-        EXPECT_EQ(message, "Tag Added!");
+        EXPECT_EQ(result, TagWrite::Added);
         const QByteArray tag = readAll(path).right(128);
         EXPECT_EQ(tag.mid(3, 30), QByteArray(30, 'x')); // cut when longer
         EXPECT_EQ(tag.mid(97, 29), QByteArray("ok").leftJustified(29, ' '));
@@ -123,26 +125,24 @@ TEST(SaveIDTag, TrackAndFieldsBecomeSingleBytesOrFail)
     }
 }
 
-TEST(SaveIDTag, FailsWithoutChangingOrCreatingAnything)
+TEST(WriteTag, FailsWithoutChangingOrCreatingAnything)
 {
     TempHome home;
     // A vanished file is frmInfo's test; here paths that can never be opened.
     const QString regular = home.write("plain", "not a folder");
     for (const QString &path : {regular + QStringLiteral("/song.mp3"), home.path(), QString()})
-        EXPECT_EQ(SaveIDTag(path, fields(QStringLiteral("X"))),
-                  "Error writing tag (is file in use?)!");
+        EXPECT_EQ(writeTag(path, fields(QStringLiteral("X"))), TagWrite::Failed);
     EXPECT_EQ(readAll(regular), "not a folder");
 
     if (geteuid() != 0) { // permission bits do not stop root
         const QString readOnly = home.write("ro.mp3", audio(1000));
         QFile::setPermissions(readOnly, QFileDevice::ReadOwner);
-        EXPECT_EQ(SaveIDTag(readOnly, fields(QStringLiteral("X"))),
-                  "Error writing tag (is file in use?)!");
+        EXPECT_EQ(writeTag(readOnly, fields(QStringLiteral("X"))), TagWrite::Failed);
         EXPECT_EQ(readAll(readOnly), audio(1000));
     }
 }
 
-TEST(SaveIDTag, AWriteThatStopsHalfWayLeavesTheFileAsItWas)
+TEST(WriteTag, AWriteThatStopsHalfWayLeavesTheFileAsItWas)
 {
     TempHome home;
     const QByteArray original = audio(4096);
@@ -155,10 +155,10 @@ TEST(SaveIDTag, AWriteThatStopsHalfWayLeavesTheFileAsItWas)
     rlimit small = old;
     small.rlim_cur = rlim_t(original.size() + 50);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const QString message = SaveIDTag(path, fields(QStringLiteral("X")));
+    const TagWrite result = writeTag(path, fields(QStringLiteral("X")));
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, oldHandler);
 
-    EXPECT_EQ(message, "Error writing tag (is file in use?)!");
+    EXPECT_EQ(result, TagWrite::Failed);
     EXPECT_EQ(readAll(path), original);
 }
