@@ -188,22 +188,16 @@ void PlaylistControl::itemDoubleClicked(QListWidgetItem *item)
 
 void PlaylistControl::addPaths(const QStringList &paths)
 {
-    for (const QString &path : paths) {
-        enqueue([this, path] {
-            Playlist &list = playlist();
-            list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
-            appendNewNames();
-        });
-    }
+    for (const QString &path : paths)
+        enqueue([this, path] { add(path); });
 }
 
 void PlaylistControl::addOpened(const QString &path)
 {
     enqueue([this, path] {
         const qsizetype before = m_state.PlPath.size();
-        Playlist &list = playlist();
-        list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
-        // A folder is still being scanned: its entries are counted after it.
+        add(path);
+        // Queued behind the scan a folder starts, so it counts what the scan found.
         enqueue([this, before] {
             // With none, the player would start from the last entry, not
             // from what was just opened.
@@ -212,6 +206,13 @@ void PlaylistControl::addOpened(const QString &path)
             appendNewNames();
         });
     });
+}
+
+void PlaylistControl::add(const QString &path)
+{
+    Playlist &list = playlist();
+    list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
+    appendNewNames();
 }
 
 QStringList PlaylistControl::droppedPaths(const QMimeData &data)

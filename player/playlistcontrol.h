@@ -92,6 +92,7 @@ private:
     void rememberPath(const QString &folder);
     void restoreMark();
     void labelsChanged();
+    void add(const QString &path);
     void enqueue(std::function<void()> work);
     void runQueued();
     void refresh(int selectRow);
