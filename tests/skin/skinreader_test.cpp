@@ -454,7 +454,7 @@ TEST(SkinReader, DamagedHeaderListsItsSections)
 
 TEST(SkinReader, RegressionFilesReadWithoutHarm)
 {
-    const QString data = QFileInfo(QString::fromUtf8(__FILE__)).absolutePath() + "/data";
+    const QString data = QStringLiteral(VELTO_TESTS_DIR "/skin/data");
     int files = 0;
     for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
         QFile file(it.next());
