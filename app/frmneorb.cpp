@@ -2,7 +2,6 @@
 
 #include "app/frmprefs.h"
 #include "app/frmqfind.h"
-#include "core/keys.h"
 #include "core/snap.h"
 #include "platform/dialogs.h"
 #include "player/autolist.h"
@@ -19,8 +18,6 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QInputDialog>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <QLinearGradient>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -59,6 +56,13 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     resize(400, 160);
     connect(&m_skin, &SkinLoader::command, this, &frmNeOrb::DoIt);
+    connect(&m_keys, &KeyboardInput::command, this, &frmNeOrb::DoIt);
+    connect(&m_keys, &KeyboardInput::quitRequested, this, &QWidget::close);
+    connect(&m_keys, &KeyboardInput::outlineStyle, this, [this](int style) {
+        m_skin.setOutlineStyle(style);
+        if (style == 0)
+            m_playlistControl.cancelScan();
+    });
     setAcceptDrops(true);
     connectPlaylist();
     wireEngine();
@@ -473,47 +477,6 @@ void frmNeOrb::closeEvent(QCloseEvent *event)
     }
     m_lifecycle.Unload(true);
     event->accept();
-}
-
-void frmNeOrb::keyPressEvent(QKeyEvent *event)
-{
-    // The window has no frame to close it by; desktop users expect Ctrl+Q.
-    if (event->matches(QKeySequence::Quit) ||
-        (event->key() == Qt::Key_Q && event->modifiers() == Qt::ControlModifier)) {
-        close();
-        return;
-    }
-    if (event->key() == Qt::Key_Escape && m_playlistControl.isScanning()) {
-        m_playlistControl.cancelScan();
-        return;
-    }
-    if (const auto media = mediaKeyCommand(event->key())) {
-        DoIt(*media);
-        return;
-    }
-    const QString text = event->text();
-    if (text.isEmpty() || (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    std::vector<ButtonKey> keys;
-    for (const SkinButton &button : m_skin.skin().buttons)
-        keys.push_back({buttonKey(button.name), button.command});
-    const bool textField = qobject_cast<QLineEdit *>(QApplication::focusWidget()) != nullptr;
-    const KeyOutcome outcome = matchKey(text.toUcs4().value(0), keys, textField);
-    switch (outcome.kind) {
-    case KeyOutcome::Kind::PassThrough:
-        QWidget::keyPressEvent(event);
-        break;
-    case KeyOutcome::Kind::Command:
-        DoIt(outcome.command);
-        break;
-    case KeyOutcome::Kind::Outline:
-        m_skin.setOutlineStyle(outcome.outlineStyle);
-        break;
-    case KeyOutcome::Kind::Consumed:
-        break;
-    }
 }
 
 void frmNeOrb::mousePressEvent(QMouseEvent *event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/frmicon.h"
+#include "app/keyboardinput.h"
 #include "app/popupmenu.h"
 #include "app/scanbanner.h"
 #include "app/trackinfo.h"
@@ -127,7 +128,6 @@ signals:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -201,4 +201,5 @@ private:
 
     std::unique_ptr<frmQFind> m_qfind;
     ScanBanner m_scanBanner{*this, m_skin};
+    KeyboardInput m_keys{*this, m_skin};
 };
