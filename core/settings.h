@@ -34,7 +34,11 @@ struct Settings
     QString VisPLPath;
     qint16 ClearPLFirst = 0;
     qint16 AutoPlay = 0;
-    QString ValidExt = QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt");
+    // Today's formats and the tracker modules follow the classic list, so a
+    // folder of FLAC or Ogg files is found without a visit to the preferences.
+    QString ValidExt = QStringLiteral(
+        "mp2 mp3 mpa wma asf wav mid rmi avi mov qt flac ogg oga opus m4a aac mp4 mka mkv "
+        "webm wv ape mod s3m xm it mtm 669 far okt stm nst wow");
     qint16 PBOverlap = 0;
     qint16 ScrollName = 0;
     qint16 UseTagCover = 0;
