@@ -260,9 +260,9 @@ void frmNeOrb::refreshLights()
 
 frmNeOrb::~frmNeOrb() = default;
 
-void frmNeOrb::Load(const QStringList &names, const QString &workingFolder)
+void frmNeOrb::Load(const QStringList &names, const QString &workingFolder, bool playNow)
 {
-    m_lifecycle.Load(names, workingFolder);
+    m_lifecycle.Load(names, workingFolder, playNow);
     // Devices open asynchronously, so even an automatic start is silent.
     if (m_settings.StartMute != 0) {
         m_volume.setMuted(true);

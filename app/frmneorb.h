@@ -65,7 +65,7 @@ public:
     frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent = nullptr);
     ~frmNeOrb() override;
 
-    void Load(const QStringList &names, const QString &workingFolder);
+    void Load(const QStringList &names, const QString &workingFolder, bool playNow = false);
     // Shut-down without closing, for the end of the desktop session.
     void Unload(bool interactive);
     void DoIt(qint16 cmd);

@@ -20,6 +20,10 @@
 
 namespace {
 
+const QCommandLineOption kPlay(QStringLiteral("play"),
+                               QStringLiteral("Play what FILE names at once, whatever the "
+                                              "\"Start playing\" preference says."));
+
 void describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(
@@ -27,9 +31,10 @@ void describe(QCommandLineParser &parser)
                        "or a folder) in place of the start settings."));
     parser.addHelpOption();
     parser.addVersionOption();
+    parser.addOption(kPlay);
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("Media file, playlist or folder to open."),
-                                 QStringLiteral("[FILE]"));
+                                 QStringLiteral("Media files, a playlist or a folder to open."),
+                                 QStringLiteral("[FILE...]"));
 }
 
 // --help and --version must work without a display.
@@ -124,7 +129,7 @@ int main(int argc, char **argv)
         });
     }
 
-    window.Load(parser.positionalArguments(), QDir::currentPath());
+    window.Load(parser.positionalArguments(), QDir::currentPath(), parser.isSet(kPlay));
     if (terminated)
         return 0;
     window.show();

@@ -1,6 +1,7 @@
 #include "commandline.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QUrl>
 
 QString CleanCmdLine(const QStringList &names, const QString &workingFolder)
@@ -18,4 +19,21 @@ QString CleanCmdLine(const QStringList &names, const QString &workingFolder)
     if (name.contains(QLatin1String("://")))
         return name; // a stream address stays as it is
     return QDir::cleanPath(QDir(workingFolder).absoluteFilePath(name));
+}
+
+QStringList openedNames(const QStringList &names, const QString &workingFolder)
+{
+    if (names.size() > 1) {
+        QStringList each;
+        for (const QString &name : names) {
+            const QString path = CleanCmdLine({name}, workingFolder);
+            if (path.isEmpty() || (!path.contains(QLatin1String("://")) && !QFileInfo::exists(path)))
+                break;
+            each << path;
+        }
+        if (each.size() == names.size())
+            return each;
+    }
+    const QString one = CleanCmdLine(names, workingFolder);
+    return one.isEmpty() ? QStringList() : QStringList{one};
 }

@@ -36,7 +36,7 @@ QString Lifecycle::startSkin()
     return fallback.filePath();
 }
 
-void Lifecycle::Load(const QStringList &names, const QString &workingFolder)
+void Lifecycle::Load(const QStringList &names, const QString &workingFolder, bool playNow)
 {
     Settings &s = m_settings;
     m_host.ExDevOut(QStringLiteral("Welcome to Velto!"));
@@ -69,19 +69,19 @@ void Lifecycle::Load(const QStringList &names, const QString &workingFolder)
     if (s.StartMin == 1)
         m_host.minimiseWindow();
 
-    const QString named = CleanCmdLine(names, workingFolder);
-    if (!named.isEmpty()) {
-        if (named.contains(QLatin1String("://")) || QFileInfo::exists(named))
-            m_host.AddOpened(named);
+    const QStringList named = openedNames(names, workingFolder);
+    for (const QString &name : named) {
+        if (name.contains(QLatin1String("://")) || QFileInfo::exists(name))
+            m_host.AddOpened(name);
         else
-            m_svc.dialogs.message(QStringLiteral("File not found:\r") + named);
-    } else if (s.StartMd == 1) {
-        RestoreLastState();
-    } else if (s.StartMd == 2 && !s.StartFile.isEmpty()) {
-        m_host.AddOpened(s.StartFile);
+            m_svc.dialogs.message(QStringLiteral("File not found:\r") + name);
     }
+    if (named.isEmpty() && s.StartMd == 1)
+        RestoreLastState();
+    else if (named.isEmpty() && s.StartMd == 2 && !s.StartFile.isEmpty())
+        m_host.AddOpened(s.StartFile);
 
-    if (s.AutoPlay != 0)
+    if (s.AutoPlay != 0 || (playNow && !named.isEmpty()))
         m_host.PlayIt();
 }
 

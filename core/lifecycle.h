@@ -67,8 +67,9 @@ public:
     {
     }
 
-    // names: what the command line holds, relative to workingFolder.
-    void Load(const QStringList &names, const QString &workingFolder);
+    // names: what the command line holds, relative to workingFolder; playNow
+    // plays what they name whatever "AutoPlay" says.
+    void Load(const QStringList &names, const QString &workingFolder, bool playNow = false);
     // Runs once however often it is asked: closing the window, a signal and the
     // end of the desktop session all end here. interactive is false while the
     // session is ending, when no question may be asked.

@@ -144,6 +144,7 @@ TEST_F(LifecycleTest, WhatStartUpOpens)
         {"2", {}, {other}, {}},
         {"0", {}, {}, {}},
         {"1", {"no", "such.mp3"}, {}, "File not found:\r" + home.file("music/no such.mp3")},
+        {"0", {"second.mp3", "01 - First.mp3"}, {other, song}, {}}, // a file manager's selection
     };
     for (const auto &[startMd, names, expectedPaths, message] : cases) {
         playlist = {};
@@ -154,6 +155,13 @@ TEST_F(LifecycleTest, WhatStartUpOpens)
         EXPECT_EQ(dialogs.messages.join('|'), message);
         EXPECT_FALSE(host.calls.contains(QStringLiteral("PlayIt"))) << "AutoPlay is off";
     }
+
+    // --play plays what the command line names, whatever AutoPlay says; not the last state.
+    store("StartMd", QStringLiteral("1"));
+    lifecycle().Load({}, home.file(QStringLiteral("music")), true);
+    EXPECT_FALSE(host.calls.contains(QStringLiteral("PlayIt")));
+    lifecycle().Load({QStringLiteral("second.mp3")}, home.file(QStringLiteral("music")), true);
+    EXPECT_TRUE(host.calls.contains(QStringLiteral("PlayIt")));
 }
 
 TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
