@@ -18,6 +18,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QLinearGradient>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -69,9 +70,7 @@ frmNeOrb::frmNeOrb(Platform platform, ProgramFolder folder, QWidget *parent)
     wireTrackInfo();
     wireVolume();
     m_stopwatches.setLabelFn([this](int n, const QString &text) { m_skin.setLabel(n, text); });
-    m_stopwatches.setDisplayFn([this](const QString &) {
-        m_skin.SetDD(6, int(m_stopwatches.shownSeconds(m_stopwatches.current())));
-    });
+    m_stopwatches.setDisplayFn([this](const QString &text) { showStopwatch(text); });
     m_timer2.setInterval(250);
     connect(&m_timer2, &QTimer::timeout, this, [this] { m_clockTick.Timer2_Timer(); });
 }
@@ -92,8 +91,25 @@ ClockTick::Actions frmNeOrb::clockActions()
     a.endOfTick = [this](const QDateTime &now) {
         m_stopwatches.tick(now);
         m_fade.tick();
+        // Whatever changed a switch without a command (the preferences, a
+        // device), the lights follow within a tick.
+        refreshLights();
     };
     return a;
+}
+
+// Group 6 in mode 5 counts whole seconds; any other mode takes the text with
+// its tenths, "h:mm:ss.t".
+void frmNeOrb::showStopwatch(const QString &text)
+{
+    const auto &groups = m_skin.skin().digitGroups;
+    const bool seconds = std::any_of(groups.begin(), groups.end(), [](const SkinDigitGroup &g) {
+        return g.number == 6 && g.mode == 5;
+    });
+    if (seconds)
+        m_skin.SetDD(6, int(m_stopwatches.shownSeconds(m_stopwatches.current())));
+    else
+        m_skin.SetDD(6, text);
 }
 
 void frmNeOrb::switchOn(int preset)
@@ -155,8 +171,9 @@ void frmNeOrb::wireEngine()
             return;
         slider->setValue(double(pos) / double(length));
     };
-    e.askText = [this](const QString &prompt) {
-        return QInputDialog::getText(this, QStringLiteral("Velto"), prompt);
+    e.askText = [this](const QString &prompt, const QString &answer) {
+        return QInputDialog::getText(this, QStringLiteral("Velto"), prompt, QLineEdit::Normal,
+                                     answer);
     };
     connect(&m_skin, &SkinLoader::sliderReleased, this, [this](int number, double value) {
         if (number == 1)
@@ -255,6 +272,9 @@ void frmNeOrb::refreshLights()
     s.onTop = isOnTop(m_settings.WinOnTop);
     s.twentyFourHour = m_settings.TimeFmt != 0;
     s.lyrics = m_trackInfo.lyricsLoaded();
+    s.muted = m_volume.muted();
+    s.mediaMode = !m_engine.state().CDMode;
+    s.stopwatchRunning = m_stopwatches.anyRunning();
     m_skin.ShowLights(::ShowLights(s));
 }
 
@@ -277,6 +297,8 @@ void frmNeOrb::DoIt(qint16 cmd)
     if (cmd == 10)
         m_playlistControl.cancelScan();
     m_dispatcher.DoIt(cmd);
+    // Every switch a command flips shows at once.
+    refreshLights();
 }
 
 void frmNeOrb::ShowPlaylist()
@@ -305,6 +327,25 @@ void frmNeOrb::connectPlaylist()
         m_config.SaveStr(QStringLiteral("Path"), path);
         m_config.flush();
     };
+}
+
+void frmNeOrb::ToggleAux()
+{
+    if (m_qfind && m_qfind->isVisible())
+        m_qfind->hide();
+    else
+        ShowQuickFind();
+}
+
+bool frmNeOrb::clockSkin() const
+{
+    const QStringList &types = m_skin.skin().types;
+    const auto made = [&types](const char *mode) {
+        return std::any_of(types.begin(), types.end(), [mode](const QString &t) {
+            return t.contains(QLatin1String(mode), Qt::CaseInsensitive);
+        });
+    };
+    return made("CLOCK") && !made("PLAYER") && !made("KARAOKE");
 }
 
 void frmNeOrb::ShowQuickFind()

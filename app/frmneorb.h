@@ -113,7 +113,7 @@ public:
     void ShowPrefs() override;
     void SelectSkin() override;
     void ShowAux16() override { m_trackInfo.ShowAux16(); }
-    void ToggleAux() override {}
+    void ToggleAux() override;
     void ShowVisSelect() override {}
     void ShowMenu() override { m_popup.popup(QCursor::pos()); }
     void ShowTrackInfo() override { m_trackInfo.ShowTrackInfo(); }
@@ -121,6 +121,7 @@ public:
     void LoadSkin(const QString &file) override; // also LifecycleHost
     QString currentSkinFile() const override { return m_skin.file(); }
     void WebLink(const QString &url) override;
+    bool clockSkin() const override;
 
 signals:
     void firstFramePainted();
@@ -137,7 +138,9 @@ protected:
 
 private:
     void paintPlaceholder(QPainter &p);
+    // All lights from the state of the parts: the one place they are decided.
     void refreshLights();
+    void showStopwatch(const QString &text);
     void ShowPlaylist();
     void connectPlaylist();
     ClockTick::Actions clockActions();

@@ -20,7 +20,7 @@ public:
     virtual void SelectSkin() = 0; // 6
     // The album cover window, created the first time it is asked for.
     virtual void ShowAux16() = 0; // 16
-    // Shows the skin browser, or hides it when it is showing.
+    // Shows the playlist's quick find window, or hides it when it is showing.
     virtual void ToggleAux() = 0;     // 34
     virtual void ShowVisSelect() = 0; // 35
     virtual void ShowMenu() = 0;      // 38, at the pressed button
@@ -30,5 +30,7 @@ public:
     virtual void LoadSkin(const QString &file) = 0; // 151, 1001-1010
     virtual QString currentSkinFile() const = 0;    // 151
     virtual void WebLink(const QString &url) = 0;   // 1011-1020 (never reached)
+    // The skin is made for the clock and not for playing: command 4 splits
+    // the stopwatch there rather than turning the track time round.
+    virtual bool clockSkin() const = 0; // 4
 };
-

@@ -29,7 +29,14 @@ constexpr Route kRoutes[] = {
     {1, 2, [](P &p, int) { p.window.Quit(); }},
     {2, 3, [](P &p, int) { p.window.Minimise(); }},
     {3, 4, [](P &p, int) { p.window.ShowTrackInfo(); }},
-    {4, 5, [](P &p, int) { p.player.ToggleRemaining(); }},
+    // A clock skin shows no track time: there the same button holds a split.
+    {4, 5,
+     [](P &p, int) {
+         if (p.window.clockSkin())
+             p.stopwatch.TimerFn(7);
+         else
+             p.player.ToggleRemaining();
+     }},
     {5, 6, [](P &p, int) { p.window.ShowPrefs(); }},
     {6, 7, [](P &p, int) { p.window.SelectSkin(); }},
     {7, 8, [](P &p, int) { p.player.VolumeStep(+1); }},
@@ -65,7 +72,7 @@ constexpr Route kRoutes[] = {
     {36, 37, [](P &p, int) { p.player.PlayPause(); }},
     {37, 38, [](P &p, int) { p.player.ToggleCDMode(); }},
     {38, 39, [](P &p, int) { p.window.ShowMenu(); }},
-    {39, 40, [](P &p, int) { p.player.JumpTo(); }},
+    {39, 40, [](P &p, int) { p.player.JumpTo(p.MarkPos); }},
     {40, 50, [](P &p, int cmd) { p.calculator.AddDigit(QChar(cmd + 8)); }},
     {50, 51, [](P &p, int) { p.calculator.AddDigit(QLatin1Char('.')); }},
     {51, 69, [](P &p, int cmd) { p.calculator.CalcKey(cmd - 51); }},

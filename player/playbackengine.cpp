@@ -595,14 +595,22 @@ PlaybackEngine::JumpTarget PlaybackEngine::parseJump(const QString &text)
     return target;
 }
 
-void PlaybackEngine::JumpTo()
+void PlaybackEngine::JumpTo(qint32 markPos)
 {
     if (!askText)
         return;
     const int count = int(m_playlist.PlNames.size());
+    // A marked position is one Enter away: back to the spot the user marked.
+    const qint32 markSeconds = markPos / 1000;
+    const QString mark = m_state.playing && markPos > 0
+                             ? QStringLiteral("%1:%2")
+                                   .arg(markSeconds / 60)
+                                   .arg(markSeconds % 60, 2, 10, QLatin1Char('0'))
+                             : QString();
     const QString answer =
         askText(QStringLiteral("Jump to entry number (1 to %1), or to a time in this item (m:ss):")
-                    .arg(count));
+                    .arg(count),
+                mark);
     const JumpTarget target = parseJump(answer);
     switch (target.kind) {
     case JumpTarget::Kind::Entry:

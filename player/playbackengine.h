@@ -86,7 +86,7 @@ public:
     void Forward() override;
     void PlayPause() override;
     void ToggleCDMode() override {} // with the audio CD
-    void JumpTo() override;
+    void JumpTo(qint32 markPos) override;
     void ShowLights() override;
     qint32 currentPosition() const override { return m_state.PlayPos; }
     void ToggleRemaining() override
@@ -161,8 +161,8 @@ public:
     std::function<void()> toggleMute;
     // A CD track, when the audio CD part is there to play it.
     std::function<void(int track)> playCdTrack;
-    // Asks for a line of text; empty when the user cancels.
-    std::function<QString(const QString &prompt)> askText;
+    // Asks for a line of text, offering `answer`; empty when the user cancels.
+    std::function<QString(const QString &prompt, const QString &answer)> askText;
 
 private:
     MediaDevice &instance(int index);

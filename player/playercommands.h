@@ -19,17 +19,18 @@ class PlayerCommands
 {
 public:
     virtual ~PlayerCommands() = default;
-    virtual void StopIt() = 0;                  // 10
-    virtual void PauseIt() = 0;                 // 11
-    virtual void PlayIt() = 0;                  // 12
-    virtual void EjectIt() = 0;                 // 13
-    virtual void PrevTrack() = 0;               // 14
-    virtual void NextTrack() = 0;               // 15
-    virtual void Reverse() = 0;                 // 32
-    virtual void Forward() = 0;                 // 33
-    virtual void PlayPause() = 0;               // 36
-    virtual void ToggleCDMode() = 0;            // 37
-    virtual void JumpTo() = 0;                  // 39
+    virtual void StopIt() = 0;       // 10
+    virtual void PauseIt() = 0;      // 11
+    virtual void PlayIt() = 0;       // 12
+    virtual void EjectIt() = 0;      // 13
+    virtual void PrevTrack() = 0;    // 14
+    virtual void NextTrack() = 0;    // 15
+    virtual void Reverse() = 0;      // 32
+    virtual void Forward() = 0;      // 33
+    virtual void PlayPause() = 0;    // 36
+    virtual void ToggleCDMode() = 0; // 37
+    // Offers the position command 31 marked (when there is one) as the answer.
+    virtual void JumpTo(qint32 markPos) = 0;    // 39
     virtual void ShowLights() = 0;              // after 25-28
     virtual qint32 currentPosition() const = 0; // 31
     // Switches the time display between elapsed and remaining (ShowRemaining).

@@ -30,6 +30,11 @@ qint16 Stopwatches::field(int timer, int field) const
     return m_timers[timer][field];
 }
 
+bool Stopwatches::anyRunning() const
+{
+    return std::any_of(m_timers.begin(), m_timers.end(), [](const auto &t) { return t[0] != 0; });
+}
+
 QString Stopwatches::text(int timer) const
 {
     if (timer < 0 || timer >= Count)

@@ -33,6 +33,7 @@ public:
     void tick(const QDateTime &now);
 
     int current() const { return m_current; }
+    bool anyRunning() const;
     qint16 field(int timer, int field) const;
     // "h:mm:ss.t" of the timer, as the display shows it.
     QString text(int timer) const;

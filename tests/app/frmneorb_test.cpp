@@ -8,6 +8,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 // The real main window on the shipped skins, with scripted dialogs and clock.
@@ -25,21 +27,56 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietlyAndToggleCommandsLightTheirLights)
+TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
 {
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
     EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
     EXPECT_EQ(window->size(), window->skin().pictures().windowSize);
-    EXPECT_TRUE(lightShown(22)) << "media-file mode is lit";
+}
 
-    // Toggle commands light their lights.
-    EXPECT_FALSE(lightShown(5));
-    window->DoIt(25); // intro scan
-    EXPECT_TRUE(lightShown(5));
-    window->DoIt(28); // shuffle
-    EXPECT_TRUE(lightShown(8));
-    window->DoIt(25);
-    EXPECT_FALSE(lightShown(5));
+// Each state lights its light and nothing else, and going back puts it out:
+// by a command, or by a setting the next clock tick notices.
+TEST_F(MainWindow, EachStateLightsItsOwnLight)
+{
+    EXPECT_TRUE(lightShown(22)) << "media-file mode";
+    Settings &s = window->settings();
+    const struct
+    {
+        qint16 skin; // the mode key that shows the light
+        int light;
+        std::function<void()> on, off;
+    } cases[] = {
+        {1001, 5, [&] { window->DoIt(25); }, [&] { window->DoIt(25); }},
+        {1001, 6, [&] { window->DoIt(26); }, [&] { window->DoIt(26); }},
+        {1001, 7, [&] { window->DoIt(27); }, [&] { window->DoIt(27); }},
+        {1001, 8, [&] { window->DoIt(28); }, [&] { window->DoIt(28); }},
+        {1001, 9, [&] { s.ContPB = 1; }, [&] { s.ContPB = 0; }},
+        {1001, 10, [&] { window->DoIt(9); }, [&] { window->DoIt(9); }},
+        {1005, 11, [&] { s.Auto = 1; }, [&] { s.Auto = 0; }},
+        {1005, 12, [&] { s.Snooze = 1; }, [&] { s.Snooze = 0; }},
+        {1005, 20, [&] { s.TimeFmt = 1; }, [&] { s.TimeFmt = 0; }},
+        {1005, 21, [&] { window->DoIt(72); }, [&] { window->DoIt(75); }},
+    };
+    const auto litNow = [&] {
+        QList<int> lit;
+        for (int n = 1; n <= 22; ++n)
+            if (lightShown(n))
+                lit << n;
+        return lit;
+    };
+    for (const auto &c : cases) {
+        window->DoIt(c.skin);
+        ASSERT_TRUE(window->skin().light(c.light)) << "the shipped skin places light " << c.light;
+        const QList<int> before = litNow();
+        EXPECT_FALSE(before.contains(c.light));
+        c.on();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return lightShown(c.light); })) << "light " << c.light;
+        QList<int> after = litNow();
+        after.removeOne(c.light);
+        EXPECT_EQ(after, before) << "light " << c.light << " alone";
+        c.off();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !lightShown(c.light); })) << "light " << c.light;
+    }
 }
 
 TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)

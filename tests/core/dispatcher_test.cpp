@@ -28,6 +28,7 @@ public:
     bool throwForeign = false; // throw something that is no std::exception
     qint32 position = 0;
     int selected = -1;
+    bool clock = false;
     const PlayerFlags *flags = nullptr;
 
     void log(const QString &name, const QString &arg = {}) const
@@ -56,6 +57,8 @@ public:
     void LoadSkin(const QString &f) override { log("LoadSkin", f); }
     void WebLink(const QString &u) override { log("WebLink", u); }
     void AddDigit(QChar c) override { log("AddDigit", QString(c)); }
+    bool clockSkin() const override { return clock; }
+    void JumpTo(qint32 mark) override { log("JumpTo", mark); }
 
     // clang-format off
 #define LOGGED(name) void name() override { log(#name); }
@@ -65,7 +68,7 @@ public:
     LOGGED(ShowQuickFind)
     LOGGED(StopIt) LOGGED(PauseIt) LOGGED(PlayIt) LOGGED(EjectIt) LOGGED(PrevTrack)
     LOGGED(NextTrack) LOGGED(Reverse) LOGGED(Forward) LOGGED(PlayPause) LOGGED(ToggleCDMode)
-    LOGGED(JumpTo) LOGGED(ToggleRemaining) LOGGED_INT(VolumeStep) LOGGED(ToggleMute)
+    LOGGED(ToggleRemaining) LOGGED_INT(VolumeStep) LOGGED(ToggleMute)
     LOGGED_INT(PlSelAct) LOGGED(LoopPoint)
     LOGGED_INT(PlMoveEntry) LOGGED(PlClear) LOGGED(PlLoad) LOGGED(PlSaveAs) LOGGED(OpenMedia)
     LOGGED(AddFromDir)
@@ -138,7 +141,7 @@ TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
         {75, "TimerFn 6"},      {80, "FMSetScan -1"},   {89, "FMStep -1"},    {91, "FMPresetKey 0"},
         {100, "FMPresetKey 9"}, {105, "WebNav 4"},      {110, "QuickLink 0"}, {139, "WRQuickURL 9"},
         {140, "WRDoPreset 6"},  {141, "WRDoPreset 8"},  {145, "WRStep -1"},   {148, "WRStop"},
-        {31, "currentPosition"},
+        {31, "currentPosition"}, {39, "JumpTo -1"}, {4, "ToggleRemaining"},
         {151, "currentSkinFile, LoadSkin current.skin"},
         // clang-format on
     };
@@ -146,6 +149,8 @@ TEST_F(DispatcherTest, CommandsReachTheirProcedureWithTheRangeOffset)
         EXPECT_EQ(run(cmd).join(", "), QLatin1String(calls)) << "command " << cmd;
     EXPECT_EQ(markPos, -1);
     EXPECT_EQ(wrPresetIdx, 7) << "the preset index belongs to the web radio";
+    r.clock = true;
+    EXPECT_EQ(run(4).join(", "), QLatin1String("TimerFn 7")) << "a clock skin splits";
 }
 
 TEST_F(DispatcherTest, OnlyNumbersOfTheTableDoAnything)

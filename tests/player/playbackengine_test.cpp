@@ -444,19 +444,22 @@ TEST_F(PlaybackEngineTest, PlayFileAddsItAtTheEndAndJumpToTakesATimeOrAnEntry)
 
     QStringList answers = {QStringLiteral("0:02"), QStringLiteral("9"), QString(),
                            QStringLiteral("1")};
-    QString prompt;
-    engine->askText = [&](const QString &p) {
+    QString prompt, offered;
+    engine->askText = [&](const QString &p, const QString &answer) {
         prompt = p;
+        offered = answer;
         return answers.isEmpty() ? QString() : answers.takeFirst();
     };
-    engine->JumpTo();
+    engine->JumpTo(0);
     EXPECT_TRUE(prompt.contains(QStringLiteral("1 to 2")));
+    EXPECT_EQ(offered, QString()) << "no mark, nothing offered";
     EXPECT_EQ(engine->device(0)->position(), 2000);
-    engine->JumpTo(); // no entry 9: nothing happens
-    engine->JumpTo(); // cancelled
+    engine->JumpTo(65400); // no entry 9: nothing happens
+    EXPECT_EQ(offered, QStringLiteral("1:05")) << "the marked position is offered";
+    engine->JumpTo(0); // cancelled
     EXPECT_EQ(playlist.CurTrack, 2);
     EXPECT_TRUE(engine->state().playing);
-    engine->JumpTo();
+    engine->JumpTo(0);
     EXPECT_EQ(playlist.CurTrack, 1);
     engine->StopIt();
 }

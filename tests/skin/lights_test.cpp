@@ -4,41 +4,7 @@
 
 #include <QImage>
 #include <gtest/gtest.h>
-#include <set>
 #include <vector>
-
-TEST(ShowLights, EachSwitchLightsItsOwnLamp)
-{
-    using S = PlayerSwitches;
-    const auto lit = [](const S &s) {
-        const LightsView v = ShowLights(s);
-        std::set<int> on;
-        for (int i = 0; i <= LightsView::Count; ++i)
-            if (v.visible[size_t(i)])
-                on.insert(i);
-        return std::pair(on, v.label26);
-    };
-    S playing, paused, cd;
-    playing.playing = paused.playing = paused.paused = true;
-    cd.mediaMode = false;
-    EXPECT_EQ(lit(S()), std::pair(std::set<int>{4, 22}, QStringLiteral("Media")));
-    EXPECT_EQ(lit(playing).first, (std::set<int>{2, 22}));
-    EXPECT_EQ(lit(paused).first, (std::set<int>{3, 22}));
-    EXPECT_EQ(lit(cd), std::pair(std::set<int>{4, 15}, QStringLiteral("CD")));
-    // Every other switch adds a lamp of its own, in this order.
-    std::vector<int> lamps;
-    for (bool S::*flag :
-         {&S::introScan, &S::stopAfterItem, &S::repeatItem, &S::shuffle, &S::continuousPlay,
-          &S::muted, &S::scheduleAuto, &S::snooze, &S::abLoop, &S::lyrics, &S::fmStereo,
-          &S::fmSignal, &S::ledSign, &S::onTop, &S::twentyFourHour, &S::stopwatchRunning}) {
-        S s;
-        s.*flag = true;
-        std::set<int> on = lit(s).first;
-        EXPECT_TRUE(on.erase(4) && on.erase(22) && on.size() == 1);
-        lamps.insert(lamps.end(), on.begin(), on.end());
-    }
-    EXPECT_EQ(lamps, (std::vector<int>{5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 16, 17, 18, 19, 20, 21}));
-}
 
 TEST(DrawLight, FillsItsShapeInsideTheRectangleOnly)
 {

@@ -23,7 +23,7 @@ public:
     void Forward() override {}
     void PlayPause() override {}
     void ToggleCDMode() override {}
-    void JumpTo() override {}
+    void JumpTo(qint32) override {}
     void ShowLights() override {}
     qint32 currentPosition() const override { return 0; }
     void ToggleRemaining() override {}
