@@ -1090,6 +1090,8 @@ public:
         return s;
     }
 
+    // The name is never drawn; it gives the button its keyboard key: a name of
+    // one character is its own key, otherwise the character after "&" is.
     void button(int command, const ButtonArt &art, const QString &name, const QString &tip)
     {
         const QPoint face = m_atlas.reserve(art.rect.size());
@@ -1541,18 +1543,29 @@ struct Mode
     QString file;
     Icon icon;
     QString tip;
+    QString name; // "&" marks the keyboard key
 };
 
 // K1..K8 load these; every skin carries the same strip so any mode is one click away.
+// A mode's key is the same letter in every skin and no other button of any
+// skin uses it, so pressing it twice never does something else the second time.
 const Mode kModes[] = {
-    {QStringLiteral("default.skin"), Icon::Note, QStringLiteral("Player")},
-    {QStringLiteral("karaoke.skin"), Icon::Mic, QStringLiteral("Karaoke")},
-    {QStringLiteral("calculator.skin"), Icon::Calc, QStringLiteral("Calculator")},
-    {QStringLiteral("notepad.skin"), Icon::Page, QStringLiteral("Notepad")},
-    {QStringLiteral("clock.skin"), Icon::Clock, QStringLiteral("Clock and stopwatch")},
-    {QStringLiteral("fmtuner.skin"), Icon::Radio, QStringLiteral("FM tuner")},
-    {QStringLiteral("webradio.skin"), Icon::Waves, QStringLiteral("Web radio")},
-    {QStringLiteral("browser.skin"), Icon::Globe, QStringLiteral("Web browser")},
+    {QStringLiteral("default.skin"), Icon::Note, QStringLiteral("Player"),
+     QStringLiteral("Pla&yer")},
+    {QStringLiteral("karaoke.skin"), Icon::Mic, QStringLiteral("Karaoke"),
+     QStringLiteral("&Karaoke")},
+    {QStringLiteral("calculator.skin"), Icon::Calc, QStringLiteral("Calculator"),
+     QStringLiteral("&Calculator")},
+    {QStringLiteral("notepad.skin"), Icon::Page, QStringLiteral("Notepad"),
+     QStringLiteral("&Notepad")},
+    {QStringLiteral("clock.skin"), Icon::Clock, QStringLiteral("Clock and stopwatch"),
+     QStringLiteral("Cl&ock")},
+    {QStringLiteral("fmtuner.skin"), Icon::Radio, QStringLiteral("FM tuner"),
+     QStringLiteral("&FM tuner")},
+    {QStringLiteral("webradio.skin"), Icon::Waves, QStringLiteral("Web radio"),
+     QStringLiteral("&Web radio")},
+    {QStringLiteral("browser.skin"), Icon::Globe, QStringLiteral("Web browser"),
+     QStringLiteral("&Browser")},
 };
 
 // The mode strip; the current mode is a lit, fixed key rather than a button.
@@ -1566,8 +1579,7 @@ void modeStrip(Skin &s, QPoint at, int current, int size = 18, int gap = 3)
             continue;
         }
         ButtonArt art{r, Face::Small, kModes[i].icon};
-        s.link(i + 1, art, kModes[i].file.section(QLatin1Char('.'), 0, 0), kModes[i].tip,
-               kModes[i].file);
+        s.link(i + 1, art, kModes[i].name, kModes[i].tip, kModes[i].file);
     }
 }
 
@@ -1575,21 +1587,21 @@ void modeStrip(Skin &s, QPoint at, int current, int size = 18, int gap = 3)
 void windowButtons(Skin &s, int right, int y, bool withSkinAndPrefs = false)
 {
     int x = right - 20;
-    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("close"),
+    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("&Quit"),
              QStringLiteral("Close"));
     x -= 24;
-    s.button(2, {QRect(x, y, 20, 20), Face::Round, Icon::Minimise}, QStringLiteral("minimise"),
+    s.button(2, {QRect(x, y, 20, 20), Face::Round, Icon::Minimise}, QStringLiteral("Minimise (&_)"),
              QStringLiteral("Minimise"));
     x -= 24;
-    s.button(38, {QRect(x, y, 20, 20), Face::Round, Icon::Menu}, QStringLiteral("menu"),
+    s.button(38, {QRect(x, y, 20, 20), Face::Round, Icon::Menu}, QStringLiteral("&Menu"),
              QStringLiteral("Menu"));
     if (withSkinAndPrefs) {
         x -= 24;
-        s.button(5, {QRect(x, y, 20, 20), Face::Round, Icon::Gear}, QStringLiteral("prefs"),
-                 QStringLiteral("Preferences"));
+        s.button(5, {QRect(x, y, 20, 20), Face::Round, Icon::Gear},
+                 QStringLiteral("Preferences (&,)"), QStringLiteral("Preferences"));
         x -= 24;
-        s.button(6, {QRect(x, y, 20, 20), Face::Round, Icon::Palette}, QStringLiteral("skin"),
-                 QStringLiteral("Choose a skin"));
+        s.button(6, {QRect(x, y, 20, 20), Face::Round, Icon::Palette},
+                 QStringLiteral("Chan&ge skin"), QStringLiteral("Choose a skin"));
     }
 }
 
@@ -1677,8 +1689,8 @@ std::unique_ptr<Skin> playerSkin()
     logo(s, QRectF(206, 1, 112, 22), QString());
     modeStrip(s, QPoint(20, 15), 0);
     windowButtons(s, 482, 14, true);
-    s.button(3, {QRect(342, 14, 20, 20), Face::Round, Icon::Info}, QStringLiteral("info"),
-             QStringLiteral("About this track"));
+    s.button(3, {QRect(342, 14, 20, 20), Face::Round, Icon::Info},
+             QStringLiteral("Track information (&?)"), QStringLiteral("About this track"));
 
     const QRect display(16, 44, 324, 108);
     s.well(display, 8, kGlass);
@@ -1727,27 +1739,28 @@ std::unique_ptr<Skin> playerSkin()
     struct Toggle
     {
         int command, lamp;
-        const char *text, *tip;
+        const char *text, *name, *tip;
     };
-    const Toggle toggles[] = {{25, 5, "INTRO", "Intro scan: play the first ten seconds"},
-                              {26, 6, "STOP", "Stop after this item"},
-                              {27, 7, "REPEAT", "Repeat this item"},
-                              {28, 8, "SHUFFLE", "Shuffle"},
-                              {30, 13, "A-B", "A-B loop: mark the start, the end, then clear"}};
+    const Toggle toggles[] = {
+        {25, 5, "INTRO", "&Intro", "Intro scan: play the first ten seconds"},
+        {26, 6, "STOP", "Stop after this item (&.)", "Stop after this item"},
+        {27, 7, "REPEAT", "&Repeat", "Repeat this item"},
+        {28, 8, "SHUFFLE", "S&huffle", "Shuffle"},
+        {30, 13, "A-B", "&A-B loop", "A-B loop: mark the start, the end, then clear"}};
     for (int i = 0; i < 5; ++i) {
         const int x = 16 + i * 66;
         s.light(toggles[i].lamp, QRect(x + 3, 164, 6, 6), kCyan, 1,
                 QString::fromLatin1(toggles[i].tip));
         ButtonArt art{QRect(x + 13, 158, 50, 18), Face::Pill, Icon::None,
                       QString::fromLatin1(toggles[i].text), 7};
-        s.button(toggles[i].command, art,
-                 i == 4 ? QStringLiteral("loop") : QString::fromLatin1(toggles[i].text).toLower(),
+        s.button(toggles[i].command, art, QString::fromLatin1(toggles[i].name),
                  QString::fromLatin1(toggles[i].tip));
     }
 
     s.slider(1, QRect(16, 182, 268, 14), 26, QStringLiteral("Position"));
     s.button(4, {QRect(290, 180, 50, 18), Face::Pill, Icon::None, QStringLiteral("REMAIN"), 7},
-             QStringLiteral("remain"), QStringLiteral("Elapsed or remaining time"));
+             QStringLiteral("Elapsed or remaining &time"),
+             QStringLiteral("Elapsed or remaining time"));
 
     struct Transport
     {
@@ -1755,14 +1768,14 @@ std::unique_ptr<Skin> playerSkin()
         Icon icon;
         const char *name, *tip;
     };
-    const Transport transport[] = {{14, Icon::Prev, "prev", "Previous item"},
-                                   {32, Icon::Rewind, "reverse", "Back 10 seconds"},
-                                   {12, Icon::Play, "play", "Play"},
-                                   {11, Icon::Pause, "pause", "Pause"},
-                                   {10, Icon::Stop, "stop", "Stop"},
-                                   {33, Icon::Forward, "forward", "Ahead 10 seconds"},
-                                   {15, Icon::Next, "next", "Next item"},
-                                   {23, Icon::Eject, "open", "Open media files"}};
+    const Transport transport[] = {{14, Icon::Prev, "Previous (&Z)", "Previous item"},
+                                   {32, Icon::Rewind, "Back 10 s (&<)", "Back 10 seconds"},
+                                   {12, Icon::Play, "&Play", "Play"},
+                                   {11, Icon::Pause, "Pa&use", "Pause"},
+                                   {10, Icon::Stop, "&Stop", "Stop"},
+                                   {33, Icon::Forward, "Ahead 10 s (&>)", "Ahead 10 seconds"},
+                                   {15, Icon::Next, "Ne&xt", "Next item"},
+                                   {23, Icon::Eject, "Op&en", "Open media files"}};
     for (int i = 0; i < 8; ++i) {
         ButtonArt art{QRect(16 + i * 41, 202, 36, 36), Face::Round, transport[i].icon};
         art.hot = transport[i].command == 12;
@@ -1782,16 +1795,17 @@ std::unique_ptr<Skin> playerSkin()
     {
         int command;
         Icon icon;
-        const char *text, *tip;
+        const char *text, *name, *tip;
     };
-    const PlButton plButtons[] = {{21, Icon::Open, "LOAD", "Load a playlist"},
-                                  {22, Icon::Save, "SAVE", "Save the playlist"},
-                                  {24, Icon::AddFolder, "ADD", "Add a folder"},
-                                  {20, Icon::Clear, "CLEAR", "Clear the playlist"}};
+    const PlButton plButtons[] = {
+        {21, Icon::Open, "LOAD", "Load playlist (&[)", "Load a playlist"},
+        {22, Icon::Save, "SAVE", "Save playlist (&])", "Save the playlist"},
+        {24, Icon::AddFolder, "ADD", "Add a folder (&*)", "Add a folder"},
+        {20, Icon::Clear, "CLEAR", "C&lear playlist", "Clear the playlist"}};
     for (int i = 0; i < 4; ++i) {
         ButtonArt art{QRect(16 + i * 82, 340, 78, 20), Face::Pill, plButtons[i].icon,
                       QString::fromLatin1(plButtons[i].text), 7};
-        s.button(plButtons[i].command, art, QString::fromLatin1(plButtons[i].text).toLower(),
+        s.button(plButtons[i].command, art, QString::fromLatin1(plButtons[i].name),
                  QString::fromLatin1(plButtons[i].tip));
     }
 
@@ -1799,14 +1813,13 @@ std::unique_ptr<Skin> playerSkin()
     const QRect cover(352, 46, 94, 94);
     s.bezel(cover, QStringLiteral("COVER"));
     s.area(1, cover, QStringLiteral("Album cover: double-click to choose one"));
-    const PlButton side[] = {{37, Icon::Disc, "", "Media files or audio CD"},
-                             {29, Icon::Mixer, "", "Volume mixer"},
-                             {150, Icon::Find, "", "Quick find"},
-                             {39, Icon::Jump, "", "Jump to"}};
+    const PlButton side[] = {{37, Icon::Disc, "", "Au&dio CD", "Media files or audio CD"},
+                             {29, Icon::Mixer, "", "&Volume mixer", "Volume mixer"},
+                             {150, Icon::Find, "", "Quick find (&/)", "Quick find"},
+                             {39, Icon::Jump, "", "&Jump to", "Jump to"}};
     for (int i = 0; i < 4; ++i) {
-        static const char *names[] = {"cd", "mixer", "find", "jump"};
         ButtonArt art{QRect(454, 44 + i * 25, 30, 21), Face::Key, side[i].icon};
-        s.button(side[i].command, art, QString::fromLatin1(names[i]),
+        s.button(side[i].command, art, QString::fromLatin1(side[i].name),
                  QString::fromLatin1(side[i].tip));
     }
     s.label(1, QRect(352, 146, 134, 14), kText, 8, kLabelBold, QStringLiteral("Title"),
@@ -1838,8 +1851,8 @@ struct Key
 {
     int command;
     Icon icon;
-    const char *text;
-    const char *name;
+    const char *text; // drawn on the key
+    const char *name; // not drawn: gives the keyboard key, see button()
     const char *tip;
     Face face = Face::Key;
 };
@@ -1905,12 +1918,12 @@ std::unique_ptr<Skin> karaokeSkin()
             QStringLiteral("Oh, harbour lights"), QStringLiteral("Oh, guide me home")});
 
     s.slider(1, QRect(16, 288, 408, 14), 26, QStringLiteral("Position"));
-    const Key transport[] = {{14, Icon::Prev, "", "prev", "Previous item"},
-                             {12, Icon::Play, "", "play", "Play"},
-                             {11, Icon::Pause, "", "pause", "Pause"},
-                             {10, Icon::Stop, "", "stop", "Stop"},
-                             {15, Icon::Next, "", "next", "Next item"},
-                             {23, Icon::Eject, "", "open", "Open media files"}};
+    const Key transport[] = {{14, Icon::Prev, "", "Previous (&Z)", "Previous item"},
+                             {12, Icon::Play, "", "&Play", "Play"},
+                             {11, Icon::Pause, "", "Pa&use", "Pause"},
+                             {10, Icon::Stop, "", "&Stop", "Stop"},
+                             {15, Icon::Next, "", "Ne&xt", "Next item"},
+                             {23, Icon::Eject, "", "Op&en", "Open media files"}};
     for (int i = 0; i < 6; ++i) {
         ButtonArt art(QRect(16 + i * 41, 308, 36, 36), Face::Round, transport[i].icon);
         art.hot = transport[i].command == 12;
@@ -1955,10 +1968,10 @@ std::unique_ptr<Skin> calculatorSkin()
         return QRect(kx + col * (kw + gap), ky + row * (kh + gap), cols * kw + (cols - 1) * gap,
                      rows * kh + (rows - 1) * gap);
     };
-    const Key memory[] = {{63, Icon::None, "MC", "mc", "Memory clear"},
-                          {65, Icon::None, "MR", "mr", "Memory recall"},
-                          {64, Icon::None, "MS", "ms", "Memory store"},
-                          {66, Icon::None, "M+", "mplus", "Add to memory"}};
+    const Key memory[] = {{63, Icon::None, "MC", "Memory c&lear", "Memory clear"},
+                          {65, Icon::None, "MR", "Memory &recall", "Memory recall"},
+                          {64, Icon::None, "MS", "Memory &store", "Memory store"},
+                          {66, Icon::None, "M+", "Memory &plus", "Add to memory"}};
     const int memWidth = (5 * kw + 4 * gap - 3 * gap) / 4;
     for (int i = 0; i < 4; ++i)
         place(s, memory[i], QRect(kx + i * (memWidth + gap), ky, memWidth, kh - 6), 8);
@@ -1967,35 +1980,35 @@ std::unique_ptr<Skin> calculatorSkin()
         return cell(col, row, cols, rows).translated(0, top - ky);
     };
     const Key keys[] = {
-        {61, Icon::None, "AC", "ac", "All clear", Face::Warm},
-        {62, Icon::None, "CE", "ce", "Clear entry", Face::Warm},
-        {60, Icon::None, "\u2190", "back", "Backspace"},
-        {56, Icon::None, "\u00b1", "sign", "Change sign"},
-        {57, Icon::None, "%", "percent", "Percent"},
+        {61, Icon::None, "AC", "&All clear", "All clear", Face::Warm},
+        {62, Icon::None, "CE", "Clear &entry", "Clear entry", Face::Warm},
+        {60, Icon::None, "\u2190", "&Delete last digit", "Backspace"},
+        {56, Icon::None, "\u00b1", "Change si&gn", "Change sign"},
+        {57, Icon::None, "%", "%", "Percent"},
         {47, Icon::None, "7", "7", "7"},
         {48, Icon::None, "8", "8", "8"},
         {49, Icon::None, "9", "9", "9"},
-        {54, Icon::None, "\u00f7", "divide", "Divide", Face::Operator},
-        {58, Icon::None, "\u221a", "root", "Square root"},
+        {54, Icon::None, "\u00f7", "/", "Divide", Face::Operator},
+        {58, Icon::None, "\u221a", "Square roo&t", "Square root"},
         {44, Icon::None, "4", "4", "4"},
         {45, Icon::None, "5", "5", "5"},
         {46, Icon::None, "6", "6", "6"},
-        {53, Icon::None, "\u00d7", "times", "Multiply", Face::Operator},
-        {59, Icon::None, "1/x", "reciprocal", "Reciprocal"},
+        {53, Icon::None, "\u00d7", "*", "Multiply", Face::Operator},
+        {59, Icon::None, "1/x", "&Inverse (1/x)", "Reciprocal"},
         {41, Icon::None, "1", "1", "1"},
         {42, Icon::None, "2", "2", "2"},
         {43, Icon::None, "3", "3", "3"},
-        {52, Icon::None, "\u2212", "minus", "Subtract", Face::Operator},
+        {52, Icon::None, "\u2212", "-", "Subtract", Face::Operator},
     };
     for (int i = 0; i < int(std::size(keys)); ++i) {
         const int col = i % 5, row = 1 + i / 5;
         const bool digit = QChar::fromLatin1(keys[i].text[0]).isDigit() && keys[i].text[1] == 0;
         place(s, keys[i], at(col, row), digit ? 13 : (keys[i].text[0] & 0x80 ? 13 : 9));
     }
-    place(s, {55, Icon::None, "=", "equals", "Equals", Face::Operator}, at(4, 4, 1, 2), 15);
+    place(s, {55, Icon::None, "=", "=", "Equals", Face::Operator}, at(4, 4, 1, 2), 15);
     place(s, {40, Icon::None, "0", "0", "0"}, at(0, 5, 2), 13);
-    place(s, {50, Icon::None, ".", "point", "Decimal point"}, at(2, 5), 13);
-    place(s, {51, Icon::None, "+", "plus", "Add", Face::Operator}, at(3, 5), 15);
+    place(s, {50, Icon::None, ".", ".", "Decimal point"}, at(2, 5), 13);
+    place(s, {51, Icon::None, "+", "+", "Add", Face::Operator}, at(3, 5), 15);
 
     const int cx = 252;
     caption(p, QRectF(cx, 112, 150, 12), QStringLiteral("CONVERSIONS"), Qt::AlignLeft, 7);
@@ -2004,10 +2017,12 @@ std::unique_ptr<Skin> calculatorSkin()
            {QStringLiteral("Inches to centimetres"), QStringLiteral("Miles to kilometres"),
             QStringLiteral("Pounds to kilograms"), QStringLiteral("Celsius to Fahrenheit"),
             QStringLiteral("Gallons to litres"), QStringLiteral("Knots to km/h")});
-    place(s, {67, Icon::Right, "", "convert", "Convert", Face::Operator}, QRect(cx, 280, 48, 28));
-    place(s, {68, Icon::Left, "", "reverse", "Convert back", Face::Operator},
+    place(s, {67, Icon::Right, "", "Convert (&>)", "Convert", Face::Operator},
+          QRect(cx, 280, 48, 28));
+    place(s, {68, Icon::Left, "", "Convert back (&<)", "Convert back", Face::Operator},
           QRect(cx + 51, 280, 48, 28));
-    place(s, {69, Icon::Open, "", "ccf", "Load a conversion file"}, QRect(cx + 102, 280, 50, 28));
+    place(s, {69, Icon::Open, "", "Load con&version file", "Load a conversion file"},
+          QRect(cx + 102, 280, 50, 28));
     return skin;
 }
 
@@ -2031,10 +2046,10 @@ std::unique_ptr<Skin> notepadSkin()
             QStringLiteral("- new strings for the guitar"), QStringLiteral(""),
             QStringLiteral("Call the studio about Thursday.")},
            false);
-    const Key keys[] = {{76, Icon::Open, "OPEN", "load", "Open a text file"},
-                        {77, Icon::Save, "SAVE", "save", "Save as a text file"},
-                        {78, Icon::Clear, "CLEAR", "clear", "Clear the page"},
-                        {79, Icon::Print, "PRINT", "print", "Print the page"}};
+    const Key keys[] = {{76, Icon::Open, "OPEN", "&Load a text file", "Open a text file"},
+                        {77, Icon::Save, "SAVE", "&Save", "Save as a text file"},
+                        {78, Icon::Clear, "CLEAR", "Cl&ear", "Clear the page"},
+                        {79, Icon::Print, "PRINT", "&Print", "Print the page"}};
     for (int i = 0; i < 4; ++i) {
         Key k = keys[i];
         k.face = Face::Pill;
@@ -2094,12 +2109,12 @@ std::unique_ptr<Skin> clockSkin()
             QStringLiteral("Clock"), QStringLiteral("10:42"));
     s.light(11, QRect(130, 182, 6, 6), kCyan, 1, QStringLiteral("Automatic on and off"));
     caption(p, QRectF(140, 179, 40, 12), QStringLiteral("AUTO"), Qt::AlignLeft, 7);
-    const Key keys[] = {{71, Icon::Left, "", "timerprev", "Previous stopwatch"},
-                        {70, Icon::Right, "", "timernext", "Next stopwatch"},
-                        {72, Icon::StartStop, "", "startstop", "Start or stop"},
-                        {74, Icon::Lap, "", "lap", "Lap: stop and start the next one"},
-                        {73, Icon::Reset, "", "reset", "Reset this stopwatch"},
-                        {75, Icon::None, "ALL", "resetall", "Reset all stopwatches", Face::Warm}};
+    const Key keys[] = {{71, Icon::Left, "", "Previous stopwatch (&Z)", "Previous stopwatch"},
+                        {70, Icon::Right, "", "Ne&xt stopwatch", "Next stopwatch"},
+                        {72, Icon::StartStop, "", "&Start or stop", "Start or stop"},
+                        {74, Icon::Lap, "", "&Lap", "Lap: stop and start the next one"},
+                        {73, Icon::Reset, "", "&Reset", "Reset this stopwatch"},
+                        {75, Icon::None, "ALL", "Reset &all", "Reset all stopwatches", Face::Warm}};
     for (int i = 0; i < 6; ++i)
         place(s, keys[i], QRect(196 + i * 38, 174, 34, 24), 7);
     return skin;
@@ -2165,14 +2180,14 @@ std::unique_ptr<Skin> fmSkin()
            {QStringLiteral("088.0 FM"), QStringLiteral("101.5 Coast FM"),
             QStringLiteral("104.2 Jazz"), QStringLiteral("106.8 News")});
 
-    const Key row[] = {{80, Icon::ScanDown, "", "scandown", "Scan down"},
-                       {82, Icon::Left, "", "tunedown", "Tune down"},
-                       {83, Icon::Right, "", "tuneup", "Tune up"},
-                       {81, Icon::ScanUp, "", "scanup", "Scan up"},
-                       {89, Icon::Minus, "", "finedown", "Fine step down"},
-                       {88, Icon::Plus, "", "fineup", "Fine step up"},
-                       {84, Icon::Up, "", "presetprev", "Previous preset"},
-                       {85, Icon::Down, "", "presetnext", "Next preset"}};
+    const Key row[] = {{80, Icon::ScanDown, "", "Scan &down", "Scan down"},
+                       {82, Icon::Left, "", "Tune down (&<)", "Tune down"},
+                       {83, Icon::Right, "", "Tune up (&>)", "Tune up"},
+                       {81, Icon::ScanUp, "", "Scan &up", "Scan up"},
+                       {89, Icon::Minus, "", "Fine step down (&-)", "Fine step down"},
+                       {88, Icon::Plus, "", "Fine step up (&+)", "Fine step up"},
+                       {84, Icon::Up, "", "Previous preset (&Z)", "Previous preset"},
+                       {85, Icon::Down, "", "Ne&xt preset", "Next preset"}};
     for (int i = 0; i < 8; ++i)
         place(s, row[i], QRect(16 + i * 38, 188, 34, 26));
     for (int i = 0; i < 10; ++i) {
@@ -2180,11 +2195,12 @@ std::unique_ptr<Skin> fmSkin()
         const QString tip = QStringLiteral("Preset key %1").arg(i);
         ButtonArt art(QRect(16 + i * 30, 222, 26, 26), Face::Key, Icon::None,
                       QString::fromLatin1(digits[i]), 11);
-        s.button(91 + i, art, QStringLiteral("key%1").arg(i), tip);
+        s.button(91 + i, art, QString::number(i), tip);
     }
-    place(s, {86, Icon::None, "FREQ", "freq", "Show the frequency"}, QRect(330, 188, 55, 26), 7);
-    place(s, {87, Icon::Mute, "", "mute", "Mute"}, QRect(389, 188, 55, 26));
-    place(s, {90, Icon::None, "ENTER", "enter", "Enter a frequency", Face::Operator},
+    place(s, {86, Icon::None, "FREQ", "Show the f&requency", "Show the frequency"},
+          QRect(330, 188, 55, 26), 7);
+    place(s, {87, Icon::Mute, "", "Mu&te", "Mute"}, QRect(389, 188, 55, 26));
+    place(s, {90, Icon::None, "ENTER", "&Enter a frequency", "Enter a frequency", Face::Operator},
           QRect(330, 222, 114, 26), 7);
     s.entry(1, QRect(18, 258, 424, 18), kText, 8, kLabelFont, QStringLiteral("Station name"),
             QStringLiteral("STATION NAME"));
@@ -2232,22 +2248,22 @@ std::unique_ptr<Skin> webRadioSkin()
     s.entry(1, QRect(18, 234, 300, 18), kText, 8, kLabelFont, QStringLiteral("Station address"),
             QStringLiteral("STATION ADDRESS"));
 
-    const Key side[] = {{145, Icon::Up, "UP", "listup", "Move up the list"},
-                        {144, Icon::Down, "DOWN", "listdown", "Move down the list"},
-                        {142, Icon::Plus, "ADD", "add", "Add a station"},
-                        {146, Icon::Edit, "EDIT", "edit", "Edit the station"},
-                        {143, Icon::Clear, "DELETE", "delete", "Delete the station"},
-                        {29, Icon::Mixer, "MIXER", "mixer", "Volume mixer"}};
+    const Key side[] = {{145, Icon::Up, "UP", "Move &up", "Move up the list"},
+                        {144, Icon::Down, "DOWN", "Move &down", "Move down the list"},
+                        {142, Icon::Plus, "ADD", "&Add a station", "Add a station"},
+                        {146, Icon::Edit, "EDIT", "&Edit the station", "Edit the station"},
+                        {143, Icon::Clear, "DELETE", "Dele&te the station", "Delete the station"},
+                        {29, Icon::Mixer, "MIXER", "&Volume mixer", "Volume mixer"}};
     for (int i = 0; i < 6; ++i) {
         Key k = side[i];
         k.face = Face::Pill;
         place(s, k, QRect(332, 124 + i * 22, 112, 19), 7);
     }
 
-    const Key transport[] = {{140, Icon::Prev, "", "prevstation", "Previous station"},
-                             {147, Icon::Play, "", "play", "Play"},
-                             {148, Icon::Stop, "", "stop", "Stop"},
-                             {141, Icon::Next, "", "nextstation", "Next station"}};
+    const Key transport[] = {{140, Icon::Prev, "", "Previous station (&Z)", "Previous station"},
+                             {147, Icon::Play, "", "&Play", "Play"},
+                             {148, Icon::Stop, "", "&Stop", "Stop"},
+                             {141, Icon::Next, "", "Ne&xt station", "Next station"}};
     for (int i = 0; i < 4; ++i) {
         ButtonArt art(QRect(16 + i * 39, 258, 34, 34), Face::Round, transport[i].icon);
         art.hot = transport[i].command == 147;
@@ -2273,11 +2289,11 @@ std::unique_ptr<Skin> browserSkin()
     modeStrip(s, QPoint(20, 15), 7);
     windowButtons(s, 620, 14);
 
-    const Key nav[] = {{103, Icon::Left, "", "back", "Back"},
-                       {104, Icon::Right, "", "forward", "Forward"},
-                       {105, Icon::Stop, "", "stop", "Stop"},
-                       {102, Icon::Refresh, "", "refresh", "Refresh"},
-                       {101, Icon::Home, "", "home", "Home page"}};
+    const Key nav[] = {{103, Icon::Left, "", "Back (&<)", "Back"},
+                       {104, Icon::Right, "", "Forward (&>)", "Forward"},
+                       {105, Icon::Stop, "", "&Stop", "Stop"},
+                       {102, Icon::Refresh, "", "&Refresh", "Refresh"},
+                       {101, Icon::Home, "", "&Home", "Home page"}};
     for (int i = 0; i < 5; ++i) {
         ButtonArt art(QRect(16 + i * 28, 42, 26, 26), Face::Round, nav[i].icon);
         s.button(nav[i].command, art, QString::fromLatin1(nav[i].name),
@@ -2287,7 +2303,8 @@ std::unique_ptr<Skin> browserSkin()
             QStringLiteral("ADDRESS"));
     s.list(7, QRect(486, 46, 108, 18), kText, kListBack, 8, kListFont,
            QStringLiteral("Visited addresses"), {QStringLiteral("velto.example")});
-    place(s, {106, Icon::Find, "", "search", "Search the web"}, QRect(600, 42, 26, 26));
+    place(s, {106, Icon::Find, "", "Search the web (&/)", "Search the web"},
+          QRect(600, 42, 26, 26));
 
     const QRect page(18, 80, 604, 364);
     s.bezel(page, QString());
