@@ -75,10 +75,12 @@ TEST(ShippedSkins, EveryButtonHasAKeyOfItsOwnAndModesShareTheirs)
             } else {
                 EXPECT_FALSE(modeKeys.contains(key)) << "a mode's key";
             }
-            if (const auto shared = SharedKeys.find(b.command); shared != SharedKeys.end())
+            if (const auto shared = SharedKeys.find(b.command); shared != SharedKeys.end()) {
                 EXPECT_EQ(key, shared->second) << "command " << b.command;
-            if (const auto own = skin.keys.find(b.command); own != skin.keys.end())
+            }
+            if (const auto own = skin.keys.find(b.command); own != skin.keys.end()) {
                 EXPECT_EQ(key, own->second) << "command " << b.command;
+            }
         }
         std::set<qint16> otherModes;
         for (int mode = 1; mode <= 8; ++mode)

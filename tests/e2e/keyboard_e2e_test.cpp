@@ -1,0 +1,220 @@
+#include "e2e.h"
+
+#include "support/testmedia.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+// A shipped skin's records by code, split into fields (quotes removed).
+struct ShippedSkin
+{
+    QHash<QString, QStringList> records;
+    QSize size;
+
+    QRect rect(const QString &code) const
+    {
+        const QStringList f = records.value(code);
+        if (f.size() < 5)
+            return {};
+        return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
+    }
+
+    // The key of a button record: a one-character name is its own key,
+    // otherwise the character after the first "&".
+    QString key(const QString &code) const
+    {
+        const QString name = records.value(code).value(7);
+        if (name.size() == 1)
+            return name.toLower();
+        const qsizetype amp = name.indexOf(QLatin1Char('&'));
+        return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
+    }
+};
+
+QStringList splitFields(const QString &line)
+{
+    QStringList fields;
+    QString field;
+    bool quoted = false;
+    for (const QChar c : line) {
+        if (c == QLatin1Char('"'))
+            quoted = !quoted;
+        else if (c == QLatin1Char(',') && !quoted)
+            fields << field.trimmed(), field.clear();
+        else
+            field += c;
+    }
+    fields << field.trimmed();
+    return fields;
+}
+
+ShippedSkin shippedSkin(const QString &name)
+{
+    ShippedSkin skin;
+    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return skin;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n')) {
+        const QStringList f = splitFields(line);
+        if (f.size() >= 3 && f[0] == QLatin1String("W"))
+            skin.size = QSize(f[1].toInt(), f[2].toInt());
+        else if (!f[0].isEmpty() && !skin.records.contains(f[0]))
+            skin.records.insert(f[0], f);
+    }
+    return skin;
+}
+
+bool waitFor(const std::function<bool()> &condition, int timeoutMs = 10000)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (!condition()) {
+        if (clock.elapsed() > timeoutMs)
+            return false;
+        processEvents(50);
+    }
+    return true;
+}
+
+void click(QPoint at)
+{
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+}
+
+void key(const QString &name)
+{
+    xdotool({"key", name});
+}
+
+// The pixels along a rectangle's edges, where the author outline is drawn.
+QList<QRgb> edge(const QImage &screen, const QRect &r)
+{
+    QList<QRgb> pixels;
+    for (int x = r.left(); x <= r.right(); ++x)
+        pixels << screen.pixel(x, r.top()) << screen.pixel(x, r.bottom());
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        pixels << screen.pixel(r.left(), y) << screen.pixel(r.right(), y);
+    return pixels;
+}
+
+// A window manager on the test's X server, for the run in which it gives
+// Velto the focus rather than a click.
+class WindowManager
+{
+public:
+    ~WindowManager()
+    {
+        if (m_process.state() != QProcess::NotRunning) {
+            m_process.terminate();
+            m_process.waitForFinished(3000);
+        }
+    }
+    bool start()
+    {
+        m_process.start(QStringLiteral("openbox"), {"--sm-disable"});
+        // It manages the screen once it names itself on the root window.
+        if (!m_process.waitForStarted(5000))
+            return false;
+        return waitFor([] {
+            QProcess xprop;
+            xprop.start(QStringLiteral("xprop"), {"-root", "_NET_SUPPORTING_WM_CHECK"});
+            return xprop.waitForFinished(2000) &&
+                   xprop.readAllStandardOutput().contains("window id");
+        });
+    }
+
+private:
+    QProcess m_process;
+};
+
+class Keyboard : public ::testing::TestWithParam<bool>
+{
+protected:
+    void SetUp() override
+    {
+        if (!haveDisplay())
+            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        if (GetParam()) {
+            if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
+                GTEST_SKIP() << "no openbox to manage the windows";
+            ASSERT_TRUE(wm.start());
+        }
+    }
+
+    WindowManager wm;
+};
+
+} // namespace
+
+TEST_P(Keyboard, KeysReachTheSkinWhateverChildHasTheFocusAndTextFieldsKeepTheirs)
+{
+    const bool managed = GetParam();
+    const ShippedSkin player = shippedSkin(QStringLiteral("default.skin"));
+    const ShippedSkin calculator = shippedSkin(QStringLiteral("calculator.skin"));
+    const ShippedSkin notepad = shippedSkin(QStringLiteral("notepad.skin"));
+    const QString toCalculator = player.key(QStringLiteral("K3"));
+    const QString toNotepad = calculator.key(QStringLiteral("K4"));
+    const QString toKaraoke = notepad.key(QStringLiteral("K2"));
+    ASSERT_FALSE(toCalculator.isEmpty() || toNotepad.isEmpty() || toKaraoke.isEmpty())
+        << "the shipped skins give their mode buttons keys";
+    ASSERT_FALSE(notepad.rect(QStringLiteral("X2")).isEmpty());
+
+    TestMedia media;
+    const QString tone = media.sineWav(QStringLiteral("tone.wav"), 30000);
+    VeltoProcess velto;
+    ASSERT_TRUE(velto.start({tone}));
+    const QString window = velto.waitForWindow();
+    ASSERT_FALSE(window.isEmpty());
+    const auto title = [&window] { return xdotool({"getwindowname", window}); };
+    const auto origin = [&window] { return windowGeometry(window).topLeft(); };
+    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == player.size; }));
+
+    if (managed) {
+        ASSERT_TRUE(waitFor([&] { return xdotool({"getactivewindow"}) == window; }))
+            << "the window manager gives the new window the focus";
+    } else {
+        // The playlist takes the focus when the click activates the window.
+        click(origin() + player.rect(QStringLiteral("X1")).topLeft() + QPoint(20, 8));
+    }
+    key(QStringLiteral("space"));
+    EXPECT_TRUE(waitFor([&] { return title().contains(QLatin1String("tone")); }))
+        << "space plays; the title is " << title().toStdString();
+
+    const QRect close = player.rect(QStringLiteral("B1")).translated(origin());
+    const QList<QRgb> plain = edge(grabScreen(), close);
+    key(QStringLiteral("grave"));
+    EXPECT_TRUE(waitFor([&] { return edge(grabScreen(), close) != plain; }))
+        << "the grave accent outlines the buttons";
+    key(QStringLiteral("Escape"));
+    EXPECT_TRUE(waitFor([&] { return edge(grabScreen(), close) == plain; }))
+        << "Escape hides the outlines again";
+
+    key(toCalculator);
+    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == calculator.size; }))
+        << "the player skin's key " << toCalculator.toStdString() << " loads the calculator";
+    key(toNotepad);
+    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == notepad.size; }));
+
+    const QRect page = notepad.rect(QStringLiteral("X2")).translated(origin());
+    click(page.center());
+    const QImage blank = grabScreen().copy(page);
+    // A mode key typed into the note is text, not a command.
+    key(toKaraoke);
+    EXPECT_TRUE(waitFor([&] { return grabScreen().copy(page) != blank; }))
+        << "the letter appears on the page";
+    EXPECT_EQ(windowGeometry(window).size(), notepad.size) << "and no other skin was loaded";
+
+    key(QStringLiteral("ctrl+q"));
+    EXPECT_TRUE(velto.waitForExit());
+}
+
+INSTANTIATE_TEST_SUITE_P(E2e, Keyboard, ::testing::Values(false, true), [](const auto &info) {
+    return info.param ? std::string("UnderAWindowManager") : std::string("WithoutAWindowManager");
+});
