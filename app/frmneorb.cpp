@@ -154,7 +154,12 @@ void frmNeOrb::wireEngine()
     };
     e.showLights = [this] { refreshLights(); };
     e.setLabel = [this](int n, const QString &text) { m_skin.setLabel(n, text); };
-    e.SetDD = [this](int group, const QVariant &value) { m_skin.SetDD(group, value); };
+    e.SetDD = [this](int group, const QVariant &value) {
+        if (group == NameScroller::kGroup)
+            m_scroller.setText(value.toString());
+        else
+            m_skin.SetDD(group, value);
+    };
     e.setTrayTip = [this](const QString &tip) { m_tray.setToolTip(tip); };
     e.setWindowTitle = [this](const QString &title) { setWindowTitle(title); };
     e.repaint = [this] { update(); };
@@ -283,6 +288,7 @@ frmNeOrb::~frmNeOrb() = default;
 void frmNeOrb::Load(const QStringList &names, const QString &workingFolder, bool playNow)
 {
     m_lifecycle.Load(names, workingFolder, playNow);
+    m_scroller.setEnabled(m_settings.ScrollName == 1);
     // Devices open asynchronously, so even an automatic start is silent.
     if (m_settings.StartMute != 0) {
         m_volume.setMuted(true);
@@ -420,6 +426,7 @@ void frmNeOrb::LoadSkin(const QString &file)
     const bool videoBox = std::any_of(areas.begin(), areas.end(),
                                       [](const SkinArea &area) { return area.number == 2; });
     m_video.setVideoBox(videoBox ? m_skin.area(2) : nullptr);
+    m_scroller.skinChanged();
     refreshLights();
     showPositionSlider(m_engine.state().playing);
     ShowPlaylist();
@@ -477,6 +484,7 @@ void frmNeOrb::applyPrefs(const frmPrefs &prefs)
     refreshLights();
     m_skin.setTimeFmt(m_settings.TimeFmt != 0);
     m_clockTick.ShowTime();
+    m_scroller.setEnabled(m_settings.ScrollName == 1);
 }
 
 void frmNeOrb::WebLink(const QString &url)

@@ -24,6 +24,7 @@
 #include "radio/fmtuner.h"
 #include "radio/webbrowser.h"
 #include "radio/webradio.h"
+#include "skin/namescroller.h"
 #include "skin/skinloader.h"
 #include "tools/calculator.h"
 #include "tools/mixer.h"
@@ -205,4 +206,5 @@ private:
     std::unique_ptr<frmQFind> m_qfind;
     ScanBanner m_scanBanner{*this, m_skin};
     KeyboardInput m_keys{*this, m_skin};
+    NameScroller m_scroller{m_skin};
 };
