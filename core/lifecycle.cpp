@@ -100,7 +100,9 @@ void Lifecycle::RestoreLastState()
 {
     Playlist playlist(m_playlist);
     playlist.friendlyNames = m_settings.FriendlyNames > 0;
-    playlist.PlRead(m_svc.folder.file(QStringLiteral("playlist.m3u")));
+    const QString failure = playlist.PlRead(m_svc.folder.file(QStringLiteral("playlist.m3u")));
+    if (!failure.isEmpty())
+        m_svc.dialogs.message(failure);
     m_playlist.CurTrack = m_svc.config.GetCfgInt(QStringLiteral("LastTrack"), QStringLiteral("0"));
     m_host.SetCover(m_svc.config.GetCfgStr(QStringLiteral("LastCover"), QString()));
 }

@@ -2,6 +2,7 @@
 
 #include "embeddedcover.h"
 #include "platform/findfile.h"
+#include "platform/readfile.h"
 #include "playlist.h"
 
 #include <QDir>
@@ -67,14 +68,16 @@ QString AlbumCover::besideCover(const QString &folder)
 
 QImage AlbumCover::loadPicture(const QString &path)
 {
-    QFile in(path);
-    if (path.isEmpty() || !in.open(QIODevice::ReadOnly))
+    // Any size opens: a media file holds its picture in a tag.
+    QFile in;
+    if (openRegularFile(in, path, QIODevice::ReadOnly) != FileFault::None)
         return {};
     // Media files first: some image readers guess boldly from a few bytes.
     const EmbeddedPicture pic = readEmbeddedPicture(in);
     if (!pic.data.isEmpty())
         return QImage::fromData(pic.data);
-    in.seek(0);
+    if (in.size() > kMaxPictureFileBytes || !in.seek(0))
+        return {};
     QImageReader reader(&in);
     reader.setDecideFormatFromContent(true);
     return reader.read();

@@ -1,17 +1,21 @@
 #include "autolist.h"
 
+#include "platform/readfile.h"
 #include "platform/text.h"
 
-#include <QFile>
 #include <QSaveFile>
 
 QStringList LoadAutoList(const QString &path)
 {
-    QFile in(path);
     // The file is a few dozen short lines; anything huge is not ours.
-    if (!in.open(QIODevice::ReadOnly) || in.size() > 16 * 1024 * 1024)
+    const FileBytes in = readRegularFile(path, 16 * 1024 * 1024);
+    if (in.fault != FileFault::None) {
+        if (in.fault != FileFault::Missing)
+            qWarning("velto: the schedule list %s is %s; it stays empty", qPrintable(path),
+                     faultText(in.fault));
         return {};
-    const QString text = decodeText(in.readAll());
+    }
+    const QString text = decodeText(in.bytes);
     QStringList list;
     for (const QString &line : splitLines(text)) {
         if (!line.trimmed().isEmpty())

@@ -1,5 +1,7 @@
 #include "id3tag.h"
 
+#include "platform/readfile.h"
+
 #include <QDebug>
 #include <QFile>
 
@@ -192,11 +194,12 @@ TagWrite writeTag(const QString &file, const TagFields &fields)
                               fixedBytes(fields.album, 30) + fixedBytes(fields.year, 4) +
                               fixedBytes(fields.comment, 29) + *track + *genre;
 
-    // ExistingOnly: a file that vanished must not come back as a bare tag.
-    QFile out(file);
-    if (!out.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
-        qWarning("velto: cannot open %s to write its tag: %s", qPrintable(file),
-                 qPrintable(out.errorString()));
+    // Never creates: a file that vanished must not come back as a bare tag.
+    QFile out;
+    const FileFault fault =
+        openRegularFile(out, file, QIODevice::ReadWrite | QIODevice::Unbuffered);
+    if (fault != FileFault::None) {
+        qWarning("velto: cannot open %s to write its tag: %s", qPrintable(file), faultText(fault));
         return TagWrite::Failed;
     }
     const qint64 size = out.size();

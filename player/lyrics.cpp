@@ -2,9 +2,9 @@
 
 #include "id3tag.h"
 #include "platform/findfile.h"
+#include "platform/readfile.h"
 #include "platform/text.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -181,13 +181,14 @@ LyricsData readLrc(const QByteArray &bytes)
 
 LyricsData LoadLyrics(const QString &path)
 {
-    QFile in(path);
-    if (path.isEmpty() || !in.open(QIODevice::ReadOnly)) {
+    // Lyrics of a whole opera fit in a few hundred kilobytes.
+    const FileBytes in = readRegularFile(path, 16 * 1024 * 1024);
+    if (in.fault != FileFault::None) {
         LyricsData d;
         d.lines << QStringLiteral("No Lyrics");
         return d;
     }
-    const QByteArray bytes = in.readAll();
+    const QByteArray &bytes = in.bytes;
     return path.endsWith(u".lrc", Qt::CaseInsensitive) ? readLrc(bytes) : readLyr(bytes);
 }
 

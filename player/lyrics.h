@@ -22,8 +22,8 @@ struct LyricsData
 };
 
 // Reads a lyric file: ".lrc" by its time tags, anything else as a ".lyr"
-// file (either header). A missing or unreadable file gives the single row
-// "No Lyrics".
+// file (either header). A missing or unreadable file, or one that is no
+// regular file, gives the single row "No Lyrics".
 LyricsData LoadLyrics(const QString &path);
 // The lyric file beside a media file: the ".lyr" one, else the ".lrc" one,
 // whatever the letter case on disk; the ".lyr" name when there is neither.

@@ -1,6 +1,7 @@
 #include "mp3info.h"
 
 #include "mediatype.h"
+#include "platform/readfile.h"
 
 #include <QFile>
 
@@ -42,8 +43,8 @@ Mp3Info GetMP3Info(const QString &file)
 {
     if (file.isEmpty())
         return {};
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
+    QFile in;
+    if (openRegularFile(in, file, QIODevice::ReadOnly) != FileFault::None)
         return {};
     const qint64 size = in.size();
     if (size < 256)

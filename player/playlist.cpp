@@ -2,6 +2,7 @@
 
 #include "folderscan.h"
 #include "mediatype.h"
+#include "platform/readfile.h"
 #include "platform/text.h"
 
 #include <QFile>
@@ -10,10 +11,6 @@
 #include <QUrl>
 
 namespace {
-
-// Lists larger than this are garbage, not playlists: 32766 long paths fit well
-// below it, and reading it whole must not exhaust memory.
-constexpr qint64 kMaxListBytes = 256 * 1024 * 1024;
 
 bool isUrl(const QString &entry)
 {
@@ -119,19 +116,58 @@ QString Playlist::resolveEntry(const QString &written, const QString &base)
     return base + entry;
 }
 
-void Playlist::PlRead(const QString &file)
+Playlist::ListFile Playlist::readListFile(const QString &file)
 {
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
+    ListFile list;
+    list.file = file;
+    FileFault fault = FileFault::None;
+    if (typeOf(file) == ListType::None) {
+        // Nothing is read from it, but only a file names the list.
+        QFile in;
+        fault = openRegularFile(in, file, QIODevice::ReadOnly);
+    } else {
+        FileBytes read = readRegularFile(file, kMaxListBytes);
+        fault = read.fault;
+        list.bytes = std::move(read.bytes);
+    }
+    list.ok = fault == FileFault::None;
+    QString reason;
+    switch (fault) {
+    case FileFault::None:
+    case FileFault::Missing: // its entries would be missing too; nothing to say
+        return list;
+    case FileFault::NotRegular:
+        reason = QStringLiteral("It is not a file but a folder, pipe or device.");
+        break;
+    case FileFault::TooBig:
+        reason = QStringLiteral("It is too big for a playlist.");
+        break;
+    case FileFault::Unreadable:
+        reason = QStringLiteral("Is the file readable?");
+        break;
+    }
+    list.message = QStringLiteral("Unable to read Playlist! ") + reason + QLatin1Char('\r') + file;
+    return list;
+}
+
+QString Playlist::PlRead(const QString &file)
+{
+    const ListFile list = readListFile(file);
+    if (list.ok)
+        PlRead(list);
+    return list.message;
+}
+
+void Playlist::PlRead(const ListFile &list)
+{
+    m_state.title = FriendlyName(list.file, friendlyNames);
+    m_state.file = list.file;
+    const ListType type = typeOf(list.file);
+    if (type == ListType::None)
         return;
-    m_state.title = FriendlyName(file, friendlyNames);
-    m_state.file = file;
-    const ListType type = typeOf(file);
-    if (type == ListType::None || in.size() > kMaxListBytes)
-        return;
-    const QString base = folderOf(file);
+    const QString base = folderOf(list.file);
     const int room = kMaxEntries - int(m_state.PlPath.size());
-    const QStringList entries = readEntries(in.readAll(), type, room);
+    const QStringList entries = readEntries(list.bytes, type, room);
     for (const QString &written : entries) {
         QString shown = written;
         shown.replace(QLatin1Char('\\'), QLatin1Char('/'));
@@ -178,7 +214,7 @@ void Playlist::RemoveEntry(int index)
     m_state.PlPath.removeAt(index);
 }
 
-void Playlist::AddToPlaylist(const QString &path, const QString &display)
+QString Playlist::AddToPlaylist(const QString &path, const QString &display)
 {
     const QFileInfo info(path);
     if (info.isDir()) {
@@ -186,15 +222,14 @@ void Playlist::AddToPlaylist(const QString &path, const QString &display)
             scanner->start(path, validExt, friendlyNames);
         else
             FolderScan::scanAll(m_state, path, validExt, friendlyNames);
-        return;
+        return {};
     }
-    if (typeOf(path) != ListType::None) {
-        PlRead(path);
-        return;
-    }
+    if (typeOf(path) != ListType::None)
+        return PlRead(path);
     append(markPicture(display, path), path);
     if (m_state.CurTrack == 0)
         m_state.CurTrack = 1;
+    return {};
 }
 
 QString Playlist::folderOf(const QString &file)

@@ -28,9 +28,26 @@ public:
 
     explicit Playlist(PlaylistState &state) : m_state(state) {}
 
+    // Larger files are garbage, not playlists: 32766 long paths fit well
+    // below it, and reading it whole must not exhaust memory.
+    static constexpr qint64 kMaxListBytes = 256 * 1024 * 1024;
+
+    // A list file read before the list changes, so one that cannot be read
+    // leaves the list as it was.
+    struct ListFile
+    {
+        QString file;
+        QByteArray bytes;
+        bool ok = false;
+        QString message; // what the user must see when not ok; empty for a missing file
+    };
+    static ListFile readListFile(const QString &file);
+
     void PlClear();
-    // Reads an M3U or PLS file; entries past the limit are ignored.
-    void PlRead(const QString &file);
+    // Reads an M3U or PLS file; entries past the limit are ignored. Returns
+    // the message the user must see, empty when there is none.
+    QString PlRead(const QString &file);
+    void PlRead(const ListFile &list);
     // Writes the paths as M3U, relative below the list's folder. Returns the
     // message the user must see, empty on success.
     QString WritePL(const QString &file) const;
@@ -39,8 +56,9 @@ public:
     int PlMoveEntry(int direction, int selectedIndex);
     void RemoveEntry(int index);
     // A dropped or chosen item: a folder is scanned, a playlist read, anything
-    // else appended under the given display name.
-    void AddToPlaylist(const QString &path, const QString &display);
+    // else appended under the given display name. Returns the message of a
+    // playlist that could not be read.
+    QString AddToPlaylist(const QString &path, const QString &display);
 
     static QString FriendlyName(const QString &path, bool friendly);
     static bool IsPicture(const QString &path);

@@ -87,10 +87,17 @@ void PlaylistControl::PlLoad()
     if (file.isEmpty())
         return;
     rememberPath(Playlist::folderOf(file));
+    // Read before clearing: a file that is no list leaves the list alone.
+    Playlist::ListFile list = Playlist::readListFile(file);
+    if (!list.ok) {
+        if (!list.message.isEmpty())
+            m_dialogs.message(list.message);
+        return;
+    }
     if (m_options.ClearPLFirst == 1)
         PlClear();
-    enqueue([this, file] {
-        playlist().PlRead(file);
+    enqueue([this, list = std::move(list)] {
+        playlist().PlRead(list);
         // With no current entry the player would start from the last one.
         if (m_state.CurTrack == 0 && !m_state.PlPath.isEmpty())
             m_state.CurTrack = 1;
@@ -211,8 +218,11 @@ void PlaylistControl::addOpened(const QString &path)
 void PlaylistControl::add(const QString &path)
 {
     Playlist &list = playlist();
-    list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
+    const QString message =
+        list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
     appendNewNames();
+    if (!message.isEmpty())
+        m_dialogs.message(message);
 }
 
 QStringList PlaylistControl::droppedPaths(const QMimeData &data)

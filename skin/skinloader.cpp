@@ -13,7 +13,10 @@
 #include "windowshape.h"
 
 #include "platform/dialogs.h"
+#include "platform/readfile.h"
 
+#include <QFile>
+#include <QImageReader>
 #include <QPainter>
 #include <QWidget>
 
@@ -37,9 +40,12 @@ QSize windowSizeFor(const QSize &picture, int scale)
 
 QImage loadPicture(const QString &path)
 {
-    QImage image;
-    if (!path.isEmpty())
-        image.load(path);
+    QFile file;
+    if (openRegularFile(file, path, QIODevice::ReadOnly, kMaxPictureFileBytes) != FileFault::None)
+        return {};
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    const QImage image = reader.read();
     return image.isNull() ? QImage() : image.convertToFormat(QImage::Format_RGB32);
 }
 

@@ -1,6 +1,7 @@
 #include "skinreader.h"
 
 #include "platform/findfile.h"
+#include "platform/readfile.h"
 #include "platform/text.h"
 
 #include <QByteArrayView>
@@ -305,9 +306,11 @@ SkinPictureStep pictureStep(SkinPictureStep::Kind kind)
 
 bool pictureLoads(const QString &path)
 {
-    if (path.isEmpty())
+    QFile file;
+    if (openRegularFile(file, path, QIODevice::ReadOnly, kMaxPictureFileBytes) != FileFault::None)
         return false;
-    QImageReader reader(path);
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
     return reader.canRead();
 }
 
@@ -800,13 +803,15 @@ SkinDescription readSkinFile(const QString &path)
         const QFileInfo info(path);
         found = findFileNoCase(info.path(), info.fileName());
     }
-    QFile file(found);
-    if (found.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    // A skin is a few kilobytes of text; megabytes of it are no skin.
+    const FileBytes in = readRegularFile(found, 16 * 1024 * 1024);
+    if (in.fault != FileFault::None) {
         SkinDescription d;
-        d.messages << QStringLiteral("Skin not found!");
+        d.messages << (in.fault == FileFault::TooBig ? QStringLiteral("Invalid Skin!")
+                                                     : QStringLiteral("Skin not found!"));
         return d;
     }
-    return readSkin(file, QFileInfo(found).absolutePath());
+    return SkinParser(in.bytes, QFileInfo(found).absolutePath()).read();
 }
 
 SkinDescription readSkinHeader(QIODevice &in)

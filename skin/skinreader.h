@@ -12,7 +12,8 @@ class QIODevice;
 // bytes give a description, never a crash or an endless loop.
 SkinDescription readSkin(QIODevice &in, const QString &skinFolder);
 
-// The same for a file; "Skin not found!" when it cannot be opened.
+// The same for a file; "Skin not found!" when it cannot be opened or is no
+// regular file, "Invalid Skin!" when it is far too big for a skin.
 SkinDescription readSkinFile(const QString &path);
 
 // Only the header line, for lists of skins: signature, type list and display

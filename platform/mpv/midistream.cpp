@@ -1,6 +1,7 @@
 #include "midistream.h"
 
 #include "platform/midifile.h"
+#include "platform/readfile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -66,8 +67,8 @@ class Renderer
 public:
     static std::unique_ptr<Renderer> create(const QString &file, const QString &bank)
     {
-        QFile in(file);
-        if (!in.open(QIODevice::ReadOnly))
+        QFile in;
+        if (openRegularFile(in, file, QIODevice::ReadOnly) != FileFault::None)
             return nullptr;
         std::unique_ptr<Renderer> r(new Renderer);
         r->m_song = MidiSong::read(in.read(MaxFileBytes));
@@ -300,8 +301,9 @@ bool hasMidiName(const QString &path)
 
 bool isMidiFile(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && MidiSong::looksLikeMidi(file.read(12));
+    QFile file;
+    return openRegularFile(file, path, QIODevice::ReadOnly) == FileFault::None &&
+           MidiSong::looksLikeMidi(file.read(12));
 }
 
 QString soundBank()

@@ -3,6 +3,7 @@
 #include "midistream.h"
 #include "mpvvideoview.h"
 #include "platform/fliheader.h"
+#include "platform/readfile.h"
 #include "postonce.h"
 
 #include <QFile>
@@ -80,8 +81,8 @@ qint64 fliLength(const QString &path)
     const QString suffix = QFileInfo(path).suffix().toUpper();
     if (suffix != QLatin1String("FLI") && suffix != QLatin1String("FLC"))
         return 0;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    if (openRegularFile(file, path, QIODevice::ReadOnly) != FileFault::None)
         return 0;
     const FliHeader header = FliHeader::read(file.read(FliHeader::Size));
     return header.valid ? header.lengthMs : 0;

@@ -1,10 +1,13 @@
 #include "mediatest.h"
+#include "support/deadline.h"
+#include "support/oddfiles.h"
 #include "support/printers.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
@@ -145,6 +148,30 @@ TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
     // Reading the position makes the device learn a newer one.
     EXPECT_TRUE(waitFor([&] { return !device || device->position() < 0; }));
     spin(50);
+}
+
+TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
+{
+    // The device reads the head of MIDI and FLI files itself, on the caller's
+    // thread; mpv opens the rest on its own and gives up when told to.
+    QTemporaryDir dir;
+    for (const char *name : {"song.mid", "film.fli", "song.mp3"}) {
+        const QList<OddFile> odd = makeOddFiles(dir.path(), QString::fromLatin1(name));
+        ASSERT_EQ(odd.size(), 3);
+        for (const OddFile &f : odd) {
+            const Deadline deadline(name + (" on a " + f.kind.toStdString()));
+            EventLog log;
+            auto device = factory->create();
+            device->setEvents(log.events());
+            device->setDeviceType(QStringLiteral("MPEGVideo"));
+            device->setFileName(f.path);
+            device->open();
+            device->play();
+            spin(50);
+            device->close();
+            device.reset();
+        }
+    }
 }
 
 TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalledAndNoProgramLinksIt)

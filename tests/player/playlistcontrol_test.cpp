@@ -1,5 +1,7 @@
 #include "player/playlistcontrol.h"
+#include "support/deadline.h"
 #include "support/fakes.h"
+#include "support/oddfiles.h"
 #include "support/playlistrig.h"
 #include "support/temphome.h"
 
@@ -179,6 +181,50 @@ TEST_F(PlaylistControlTest, LoadingClearsFirstAndPlaysWhenTheSettingsSaySo)
         EXPECT_EQ(state.PlPath.size(), entries) << clear << play;
         EXPECT_EQ(list.count(), entries);
         EXPECT_EQ(player.played, played) << clear << play;
+    }
+}
+
+TEST_F(PlaylistControlTest, AListThatCannotBeReadSaysSoAndLeavesTheListAlone)
+{
+    QList<OddFile> files = makeOddFiles(home.path(), QStringLiteral("list.m3u"));
+    ASSERT_EQ(files.size(), 3);
+    // Sparse: one byte past the limit costs no disk.
+    QFile big(home.file(QStringLiteral("big.m3u")));
+    ASSERT_TRUE(big.open(QIODevice::WriteOnly) && big.resize(Playlist::kMaxListBytes + 1));
+    big.close();
+    files.push_back({QStringLiteral("big"), big.fileName()});
+    const QString notAFile =
+        QStringLiteral("Unable to read Playlist! It is not a file but a folder, pipe or device.");
+    const QString tooBig = QStringLiteral("Unable to read Playlist! It is too big for a playlist.");
+
+    clearFirst = 1;
+    autoPlay = 1;
+    for (const OddFile &f : files) {
+        for (const bool dropped : {false, true}) {
+            const std::string what = f.kind.toStdString() + (dropped ? " dropped" : " loaded");
+            setEntries({"Old"});
+            state.title = QStringLiteral("mine");
+            dialogs.messages.clear();
+            const Deadline deadline(what);
+            if (dropped) {
+                control.addPaths({f.path});
+            } else {
+                dialogs.openResults = {{f.path}};
+                control.PlLoad();
+            }
+            // A dropped folder is scanned, whatever its name; this one is empty.
+            const bool scanned = dropped && f.kind == "folder";
+            if (scanned)
+                waitForScan();
+            const QString expected = (f.kind == "big" ? tooBig : notAFile) + '\r' + f.path;
+            EXPECT_EQ(dialogs.messages, scanned ? QStringList() : QStringList{expected}) << what;
+            EXPECT_EQ(state.PlNames, QStringList{"Old"}) << what;
+            EXPECT_EQ(shown(), QStringList{"Old"}) << what;
+            EXPECT_EQ(state.title, QStringLiteral("mine")) << what;
+            EXPECT_EQ(labelCount, 1) << what;
+            EXPECT_EQ(coversCleared, 0) << what;
+            EXPECT_TRUE(player.played.isEmpty()) << what;
+        }
     }
 }
 
