@@ -3,6 +3,7 @@
 // the silence between two items, and CPU time and memory of the real program
 // playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
 #include "bench/benchsupport.h"
+#include "bench/limit.h"
 #include "platform/mediadevice.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/random.h"
@@ -153,7 +154,6 @@ static void BM_PlayItToFirstPosition(benchmark::State &state)
     Rig rig({file});
     rig.engine.PlayIt(); // the devices exist before the first measurement
     waitFor([&] { return rig.engine.state().playing; }, 3000);
-    double total = 0;
     for (auto _ : state) {
         rig.engine.StopIt();
         rig.playlist.CurTrack = 1;
@@ -165,13 +165,10 @@ static void BM_PlayItToFirstPosition(benchmark::State &state)
             state.SkipWithError("no position within 3 s");
             return;
         }
-        const double seconds = double(t.nsecsElapsed()) / 1e9;
-        state.SetIterationTime(seconds);
-        total += seconds;
+        state.SetIterationTime(double(t.nsecsElapsed()) / 1e9);
     }
     rig.engine.StopIt();
-    const double mean = total / double(state.iterations());
-    state.counters["of_60ms_limit"] = mean / 0.060;
+    setLimit(state, 60);
 }
 BENCHMARK(BM_PlayItToFirstPosition)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 
@@ -188,7 +185,6 @@ static void BM_PlaybackTick(benchmark::State &state)
         state.SkipWithError("the item did not open");
         return;
     }
-    double total = 0;
     for (auto _ : state) {
         QElapsedTimer between;
         between.start();
@@ -197,10 +193,9 @@ static void BM_PlaybackTick(benchmark::State &state)
         rig.engine.Timer1_Timer();
         const double seconds = threadCpuSeconds() - start;
         state.SetIterationTime(seconds);
-        total += seconds;
     }
     benchmark::DoNotOptimize(rig.shown);
-    state.counters["of_50us_limit"] = total / double(state.iterations()) / 50e-6;
+    setLimit(state, 50);
     rig.engine.StopIt();
 }
 BENCHMARK(BM_PlaybackTick)->UseManualTime()->Unit(benchmark::kMicrosecond)->Iterations(200);
@@ -260,7 +255,7 @@ static void BM_SilenceBetweenItems(benchmark::State &state)
     }
     state.counters["mean_ms"] = total / double(state.iterations());
     state.counters["worst_ms"] = worst;
-    state.counters["of_100ms_limit"] = worst / 100.0;
+    setLimit(state, 100, "worst_ms");
 }
 BENCHMARK(BM_SilenceBetweenItems)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
@@ -357,10 +352,10 @@ static void BM_PlayingMp3CpuAgainstMpv(benchmark::State &state)
     }
     state.counters["velto_cpu_s"] = ours.cpuSeconds;
     state.counters["mpv_cpu_s"] = theirs.cpuSeconds;
-    state.counters["cpu_ratio_vs_mpv"] = ours.cpuSeconds / theirs.cpuSeconds;
-    state.counters["of_1.3x_limit"] = ours.cpuSeconds / theirs.cpuSeconds / 1.3;
+    state.counters["cpu_vs_mpv_x"] = ours.cpuSeconds / theirs.cpuSeconds;
+    setLimit(state, 1.3, "cpu_vs_mpv_x");
     state.counters["velto_rss_MiB"] = ours.rssMiB;
-    state.counters["of_90MiB_limit"] = ours.rssMiB / 90.0;
+    setLimit(state, 90, "velto_rss_MiB");
 }
 BENCHMARK(BM_PlayingMp3CpuAgainstMpv)
     ->UseManualTime()

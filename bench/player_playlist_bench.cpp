@@ -1,7 +1,9 @@
-// Reading, writing, scanning and showing playlists. Aims: a full list read
-// and shown in under 150 ms; 20,000 files in 2,000 folders scanned in under
-// 1 s with the window free at least every 100 ms.
+// Reading, writing, scanning and showing playlists. Limits: a full list read
+// and shown in under 150 ms, read or written alone in under 100 ms (an answer
+// that feels immediate); 20,000 files in 2,000 folders scanned in under 1 s
+// with the window free at least every 100 ms.
 #include "bench/benchsupport.h"
+#include "bench/limit.h"
 #include "player/folderscan.h"
 #include "player/playlist.h"
 #include "player/playlistcontrol.h"
@@ -75,6 +77,7 @@ void ReadFullM3u(benchmark::State &state)
         Playlist(list).PlRead(f.list);
         benchmark::DoNotOptimize(list.PlPath.size());
     }
+    setLimit(state, 100);
 }
 BENCHMARK(ReadFullM3u)->Unit(benchmark::kMillisecond);
 
@@ -86,6 +89,7 @@ void WriteFullM3u(benchmark::State &state)
     const QString out = f.dir.filePath(QStringLiteral("out.m3u"));
     for (auto _ : state)
         benchmark::DoNotOptimize(Playlist(list).WritePL(out));
+    setLimit(state, 100);
 }
 BENCHMARK(WriteFullM3u)->Unit(benchmark::kMillisecond);
 
@@ -97,6 +101,7 @@ void ScanTwentyThousandFiles(benchmark::State &state)
         FolderScan::scanAll(list, dir.path(), QStringLiteral("mp3"));
         benchmark::DoNotOptimize(list.PlPath.size());
     }
+    setLimit(state, 1000);
 }
 BENCHMARK(ScanTwentyThousandFiles)->Unit(benchmark::kMillisecond);
 
@@ -122,6 +127,7 @@ void LoadAndShowFullList(benchmark::State &state)
         QCoreApplication::processEvents(); // lays out and paints the list
         benchmark::DoNotOptimize(window.list.count());
     }
+    setLimit(state, 150);
 }
 BENCHMARK(LoadAndShowFullList)->Unit(benchmark::kMillisecond);
 
@@ -147,6 +153,8 @@ void ScanTwentyThousandFilesOnTheEventLoop(benchmark::State &state)
             state.SkipWithError("the scan missed files");
     }
     state.counters["longest_gap_ms"] = double(longestGap);
+    setLimit(state, 1000);
+    setLimit(state, 100, "longest_gap_ms");
 }
 BENCHMARK(ScanTwentyThousandFilesOnTheEventLoop)->Unit(benchmark::kMillisecond);
 

@@ -1,10 +1,12 @@
+#include "bench/limit.h"
 #include "player/quickfind.h"
 
 #include <QStringListModel>
 #include <benchmark/benchmark.h>
 
-// One keystroke in quick find over a full playlist should take well under 10 ms
-// in either mode, the list's model update included.
+// One keystroke in quick find over a full playlist should take under 10 ms in
+// either mode, the list's model update included, so typing never lags; opening
+// it on the full list under 100 ms, an answer that feels immediate.
 
 namespace {
 
@@ -35,6 +37,7 @@ void LoadNames(benchmark::State &state)
         QuickFind find(fullPlaylist());
         benchmark::DoNotOptimize(find.names().size());
     }
+    setLimit(state, 100);
 }
 BENCHMARK(LoadNames)->Unit(benchmark::kMillisecond);
 
@@ -44,6 +47,7 @@ void KeystrokeStartsWith(benchmark::State &state)
     qsizetype i = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(find.FindMatch(kTyped[i++ % kTyped.size()]));
+    setLimit(state, 10000); // 10 ms, in microseconds like the figure
 }
 BENCHMARK(KeystrokeStartsWith)->Unit(benchmark::kMicrosecond);
 
@@ -67,6 +71,7 @@ void KeystrokeAnywhere(benchmark::State &state)
         showMatches(find, model, kTyped[i++ % kTyped.size()]);
         benchmark::DoNotOptimize(model.rowCount());
     }
+    setLimit(state, 10);
 }
 BENCHMARK(KeystrokeAnywhere)->Unit(benchmark::kMillisecond);
 
@@ -79,6 +84,7 @@ void KeystrokeAnywhereEmpty(benchmark::State &state)
         showMatches(find, model, QString());
         benchmark::DoNotOptimize(model.rowCount());
     }
+    setLimit(state, 10);
 }
 BENCHMARK(KeystrokeAnywhereEmpty)->Unit(benchmark::kMillisecond);
 

@@ -1,6 +1,7 @@
 #include "skin/skinloader.h"
 
 #include "bench/benchsupport.h"
+#include "bench/limit.h"
 
 #include <QApplication>
 #include <QDir>
@@ -50,6 +51,8 @@ struct LargeSkin
     }
 };
 
+// The whole window repainted, as when it is uncovered. Limit 16.7 ms, one
+// frame at 60 Hz, so dragging another window across it leaves no trail.
 void BM_FullRepaint(benchmark::State &state)
 {
     const int scale = int(state.range(0));
@@ -67,10 +70,12 @@ void BM_FullRepaint(benchmark::State &state)
         canvas.pixel(canvas.width() - 1, canvas.height() - 1))
         state.SkipWithError("the repaint does not show the picture");
     state.SetLabel(std::to_string(target.width()) + "x" + std::to_string(target.height()));
+    setLimit(state, 16.7);
 }
 BENCHMARK(BM_FullRepaint)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
 // What one clock tick costs: the time drawn, then only its cell repainted.
+// Limit 50 us, the budget of a whole tick.
 void BM_SetDDAndRepaintItsCell(benchmark::State &state)
 {
     LargeSkin skin(1);
@@ -84,15 +89,19 @@ void BM_SetDDAndRepaintItsCell(benchmark::State &state)
         p.end();
         benchmark::DoNotOptimize(target.constBits());
     }
+    setLimit(state, 50);
 }
 BENCHMARK(BM_SetDDAndRepaintItsCell)->Unit(benchmark::kMicrosecond);
 
+// Switching to the large skin, read and built. Limit 100 ms: a click that
+// changes the skin should feel immediate.
 void BM_LoadSkin(benchmark::State &state)
 {
     LargeSkin skin(1);
     const QString file = skin.loader->file();
     for (auto _ : state)
         benchmark::DoNotOptimize(skin.loader->LoadSkin(file));
+    setLimit(state, 100);
 }
 BENCHMARK(BM_LoadSkin)->Unit(benchmark::kMillisecond);
 

@@ -146,7 +146,11 @@ int SkinLoader::chooseScale(qreal devicePixelRatio, const QByteArray &forced)
 
 bool SkinLoader::LoadSkin(const QString &file)
 {
-    SkinDescription skin = readSkinFile(file);
+    return LoadSkin(readSkinFile(file), file);
+}
+
+bool SkinLoader::LoadSkin(SkinDescription skin, const QString &file)
+{
     for (const QString &message : skin.messages)
         m_dialogs.message(message);
     if (!skin.accepted)

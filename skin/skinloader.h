@@ -54,6 +54,8 @@ public:
 
     // False when the file was refused and the old skin stays.
     bool LoadSkin(const QString &file);
+    // The same for a skin already read from `file`.
+    bool LoadSkin(SkinDescription skin, const QString &file);
 
     const SkinDescription &skin() const { return m_skin; }
     const SkinPictures &pictures() const { return m_pictures; }
