@@ -71,9 +71,12 @@ void TrackInfo::LoadCover(const QString &file)
 void TrackInfo::TrackStarted(const QString &file)
 {
     m_started = file;
-    // MP3s had their turn before opening, by their tag; other files can
-    // still carry a picture or have one beside them.
-    if (!isMpegAudio(file) && m_parts.settings.UseTagCover == 1 && m_cover.useEmbedded)
+    // With the tag rules on, MP3s had their turn before opening; other files
+    // can still carry a picture or have one beside them. A picture inside the
+    // item counts whatever the rules say.
+    if (m_parts.settings.UseTagCover != 1)
+        m_cover.TrackCover(file);
+    else if (!isMpegAudio(file))
         LoadTagCover(file, QString(), QString());
     m_lyrics.LoadLyrics(lyricsFileFor(file));
     if (lightsChanged)

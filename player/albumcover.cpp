@@ -102,20 +102,44 @@ void AlbumCover::LoadTagCover(const QString &folder, const QString &album, const
     const QString found = tagCover(folder, album, artist);
     if (!found.isEmpty())
         return LoadCover(found);
-    if (useEmbedded && !mediaFile.isEmpty()) {
-        if (mediaFile == CoverFile)
-            return;
-        const QImage embedded = loadPicture(mediaFile);
-        if (!embedded.isNull())
-            return display(mediaFile, embedded);
-        const QString beside = besideCover(folder);
-        if (!beside.isEmpty())
-            return LoadCover(beside);
-    }
     if (!PlaylistCover.isEmpty())
         return LoadCover(PlaylistCover);
+    if (showOwnPicture(mediaFile))
+        return;
     LoadCover(firstExistingNoCase(m_noCover.section(QLatin1Char('/'), 0, -2),
                                   {m_noCover.section(QLatin1Char('/'), -1)}));
+}
+
+void AlbumCover::TrackCover(const QString &mediaFile)
+{
+    if (!PlaylistCover.isEmpty())
+        return LoadCover(PlaylistCover);
+    if (showOwnPicture(mediaFile))
+        return;
+    // The last item's own picture is not this one's; a picture the user chose stays.
+    if (m_ownPicture)
+        LoadCover(firstExistingNoCase(m_noCover.section(QLatin1Char('/'), 0, -2),
+                                      {m_noCover.section(QLatin1Char('/'), -1)}));
+}
+
+bool AlbumCover::showOwnPicture(const QString &mediaFile)
+{
+    if (mediaFile.isEmpty())
+        return false;
+    if (mediaFile == CoverFile)
+        return true;
+    const QImage embedded = loadPicture(mediaFile);
+    if (!embedded.isNull()) {
+        display(mediaFile, embedded);
+        m_ownPicture = true;
+        return true;
+    }
+    const QString beside = besideCover(QFileInfo(mediaFile).path());
+    if (beside.isEmpty())
+        return false;
+    LoadCover(beside);
+    m_ownPicture = !CoverFile.isEmpty();
+    return m_ownPicture;
 }
 
 void AlbumCover::PlaylistLoaded(const QString &playlistFile)
@@ -136,6 +160,7 @@ void AlbumCover::PlaylistCleared()
 
 void AlbumCover::display(const QString &file, const QImage &picture)
 {
+    m_ownPicture = false;
     m_picture = picture;
     CoverFile = picture.isNull() ? QString() : file;
     if (show)

@@ -30,11 +30,15 @@ public:
     // an extension. The picture already shown is not read again. A missing,
     // unreadable or corrupt file clears the picture.
     void LoadCover(const QString &path);
-    // The tag rules; with useEmbedded, then the picture inside mediaFile and a
-    // cover or folder picture beside it; then the playlist's picture, then the
-    // default picture.
+    // The tag rules, then the playlist's picture; when no picture file
+    // applies, the picture inside mediaFile or a cover or folder picture beside
+    // it; then the default picture.
     void LoadTagCover(const QString &folder, const QString &album, const QString &artist,
                       const QString &mediaFile = {});
+    // An item started with the tag rules off: the playlist's picture, else
+    // the item's own picture (inside it or beside it). The picture of the last
+    // item gives way to the default one; a picture the user chose stays.
+    void TrackCover(const QString &mediaFile);
     // A playlist was read: a picture named like it becomes its picture, and shows.
     void PlaylistLoaded(const QString &playlistFile);
     // The playlist was cleared: no picture, and no playlist picture to fall back on.
@@ -42,7 +46,6 @@ public:
 
     QString CoverFile;     // the picture shown; empty when none
     QString PlaylistCover; // the current playlist's picture
-    bool useEmbedded = true;
     bool friendlyNames = true;
     // Receives each picture to show with its hint; a null picture clears.
     std::function<void(const QImage &picture, const QString &hint)> show;
@@ -50,7 +53,9 @@ public:
 
 private:
     void display(const QString &file, const QImage &picture);
+    bool showOwnPicture(const QString &mediaFile);
 
     QString m_noCover;
     QImage m_picture;
+    bool m_ownPicture = false; // the picture shown is an item's own
 };

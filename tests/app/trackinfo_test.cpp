@@ -113,7 +113,7 @@ TEST(TrackInfo, CoverReachesTheSkinAndTheAlbumWindow)
     EXPECT_EQ(album->picture().pixel(0, 0), 0xffff0000u);
 }
 
-TEST(TrackInfo, OtherMediaFilesShowTheirOwnPictureOnlyWithTagCovers)
+TEST(TrackInfo, MediaFilesShowTheirOwnPictureWhateverTheTagCoverSetting)
 {
     for (const qint16 useTagCover : {0, 1}) {
         SCOPED_TRACE(useTagCover);
@@ -121,7 +121,7 @@ TEST(TrackInfo, OtherMediaFilesShowTheirOwnPictureOnlyWithTagCovers)
         rig.settings.UseTagCover = useTagCover;
         const QString flac = rig.home.write("m/a.flac", flacWithPicture(picture(0xff00ff00)));
         rig.info.TrackStarted(flac);
-        EXPECT_EQ(rig.info.cover().CoverFile, useTagCover ? flac : QString());
+        EXPECT_EQ(rig.info.cover().CoverFile, flac);
         EXPECT_EQ(rig.loader.list(4)->item(0)->text(), "No Lyrics");
     }
 }

@@ -78,22 +78,21 @@ TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
     }
 }
 
-TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
+TEST(LoadTagCover, FallsBackOnPlaylistEmbeddedBesideThenDefaultPicture)
 {
     const QRgb tagColour = 0xff112233, embedded = 0xff445566, beside = 0xff778899,
                playlist = 0xffaabbcc, fallback = 0xffddeeff;
     // Pictures present: by the tag's names, embedded, beside the song, beside the
-    // playlist; then whether embedded pictures are used, and the colour shown.
-    const std::tuple<const char *, bool, bool, bool, bool, bool, QRgb> cases[] = {
-        {"tag picture first", true, true, true, true, true, tagColour},
-        {"embedded before beside", false, true, true, true, true, embedded},
-        {"cover.jpg beside", false, false, true, true, true, beside},
-        {"playlist picture", false, false, false, true, true, playlist},
-        {"default picture", false, false, false, false, true, fallback},
-        {"without embedded pictures: the playlist's", false, true, true, true, false, playlist},
+    // playlist; and the colour shown.
+    const std::tuple<const char *, bool, bool, bool, bool, QRgb> cases[] = {
+        {"tag picture first", true, true, true, true, tagColour},
+        {"a picture file before the item's own", false, true, true, true, playlist},
+        {"embedded before beside", false, true, true, false, embedded},
+        {"cover.jpg beside", false, false, true, false, beside},
+        {"default picture", false, false, false, false, fallback},
     };
-    for (const auto &[what, tagPicture, embeddedPicture, besidePicture, playlistPicture,
-                      useEmbedded, expected] : cases) {
+    for (const auto &[what, tagPicture, embeddedPicture, besidePicture, playlistPicture, expected] :
+         cases) {
         SCOPED_TRACE(what);
         TempHome home;
         home.write("velto/NoCover.BMP", picture(fallback, "BMP"));
@@ -107,7 +106,6 @@ TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
         AlbumCover cover(home.file("velto/nocover.bmp"));
         Recorder shown;
         shown.attach(cover);
-        cover.useEmbedded = useEmbedded;
         if (playlistPicture) {
             home.write("lists/party.gif", picture(playlist));
             cover.PlaylistLoaded(home.file("lists/party.m3u"));
@@ -123,6 +121,30 @@ TEST(LoadTagCover, FallsBackOnEmbeddedBesidePlaylistThenDefaultPicture)
         EXPECT_NEAR(qBlue(got), qBlue(expected), 6);
         EXPECT_FALSE(cover.CoverFile.isEmpty());
     }
+}
+
+// With the tag rules off an item's own picture still shows, and gives way to
+// the default picture on the next item; a picture the user chose stays.
+TEST(TrackCover, AnItemsOwnPictureCountsWithoutTheTagRules)
+{
+    const QRgb embedded = 0xff445566, chosen = 0xff223344;
+    TempHome home;
+    home.write("velto/nocover.bmp", picture(0xffddeeff, "BMP"));
+    const QString with = home.write("m/with.mp3", mp3WithPicture(picture(embedded)));
+    const QString without = home.write("m/without.mp3", QByteArray(600, '\x55'));
+    const QString mine = home.write("mine.bmp", picture(chosen, "BMP"));
+    AlbumCover cover(home.file("velto/nocover.bmp"));
+    Recorder shown;
+    shown.attach(cover);
+
+    cover.LoadCover(mine);
+    cover.TrackCover(without);
+    EXPECT_EQ(cover.CoverFile, mine) << "the user's picture stays";
+    cover.TrackCover(with);
+    EXPECT_EQ(cover.CoverFile, with);
+    EXPECT_EQ(shown.colours.last(), embedded);
+    cover.TrackCover(without);
+    EXPECT_EQ(cover.CoverFile, home.file("velto/nocover.bmp")) << "not the last item's picture";
 }
 
 TEST(LoadCover, ShowsOnceClearsOnMissingOrCorruptFilesOrAClearedPlaylist)
