@@ -63,13 +63,11 @@ TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
     store.values["config/auto"] = "1";
     store.values["config/snoozehide"] = "1";
     home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:29 07:30 00\n");
-    clock.time = QDateTime(QDate(2026, 11, 23), QTime(7, 29, 59));
     start();
     window->show();
-    QTest::qWait(300); // the tick sees 07:29:59
+    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
     EXPECT_FALSE(window->isMinimized());
-    clock.time = clock.time.addSecs(1);
-    QTest::qWait(300);
+    ASSERT_TRUE(tickAt(QTime(7, 30)));
     EXPECT_TRUE(window->isMinimized()) << "07:30 is the entry's off time";
 }
 
