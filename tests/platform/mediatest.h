@@ -42,7 +42,7 @@ struct EventLog
 };
 
 // Runs the event loop until `done` holds or `ms` pass; returns `done()`.
-inline bool waitFor(const std::function<bool()> &done, int ms = 4000)
+inline bool waitFor(const std::function<bool()> &done, int ms = 15000)
 {
     QDeadlineTimer deadline(ms);
     while (!done() && !deadline.hasExpired()) {

@@ -38,7 +38,7 @@ TEST_F(MpvSoundTest, MidiAndFliPlayWithTheLengthsTheirFilesGive)
 {
     EventLog log;
     auto device = openDevice(log, "tune.RMI");
-    ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }, 5000));
+    ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }));
     ASSERT_EQ(log.opened, 1) << log.text.toStdString();
     EXPECT_NEAR(device->length(), 1500, 2);
     device->play();
@@ -62,7 +62,7 @@ TEST_F(MpvSoundTest, MidiAndFliPlayWithTheLengthsTheirFilesGive)
 
     device->setFileName(file("anim.fli"));
     device->open();
-    ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 1; }, 5000));
+    ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 1; }));
     ASSERT_EQ(log.opened, 2) << log.text.toStdString();
     EXPECT_EQ(device->length(), 2000);
     device->play();
@@ -84,7 +84,7 @@ TEST_F(MpvSoundTest, MidiThatCannotPlaySaysWhyAndOtherFilesStillPlay)
         SCOPED_TRACE(name);
         EventLog log;
         auto device = openDevice(log, name);
-        ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }, 5000));
+        ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }));
         EXPECT_EQ(log.failed, 1);
         EXPECT_EQ(log.error, MediaDevice::UnknownFormat) << log.text.toStdString();
     }

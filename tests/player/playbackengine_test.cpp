@@ -274,7 +274,7 @@ TEST_F(PlaybackEngineTest, LoopRepeatsSeeksAreClampedAndPauseHoldsThePosition)
             previous = pos;
             return returns >= 2;
         },
-        6000);
+        15000);
     EXPECT_GE(returns, 2);
     // Without the loop the item would run on to 3000.
     EXPECT_LE(highest, end + 600);
