@@ -5,6 +5,9 @@
 #include "support/shippedwindow.h"
 #include "support/temphome.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -55,6 +58,24 @@ TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
         << "the skin in use is what the next start shows";
+}
+
+TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindow)
+{
+    showFirstFrame();
+    window->DoIt(38);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->title(), QStringLiteral("Popup Menu"));
+    QAction *onTop = nullptr;
+    for (QAction *a : menu->actions())
+        onTop = a->text() == QStringLiteral("&Always On Top") ? a : onTop;
+    ASSERT_NE(onTop, nullptr);
+    EXPECT_FALSE(onTop->isChecked());
+    onTop->trigger();
+    EXPECT_EQ(window->settings().WinOnTop, 1);
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
+    menu->hide();
 }
 
 TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
