@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QFileInfo>
 #include <QImage>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -454,7 +453,7 @@ TEST(SkinReader, DamagedHeaderListsItsSections)
 
 TEST(SkinReader, RegressionFilesReadWithoutHarm)
 {
-    const QString data = QFileInfo(QString::fromUtf8(__FILE__)).absolutePath() + "/data";
+    const QString data = QStringLiteral(VELTO_SKIN_TEST_DATA);
     int files = 0;
     for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
         QFile file(it.next());
