@@ -5,6 +5,9 @@
 #include "support/shippedwindow.h"
 #include "support/temphome.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -94,19 +97,35 @@ TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
         << "the skin in use is what the next start shows";
 }
 
+TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindow)
+{
+    showFirstFrame();
+    window->DoIt(38);
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->title(), QStringLiteral("Popup Menu"));
+    QAction *onTop = nullptr;
+    for (QAction *a : menu->actions())
+        onTop = a->text() == QStringLiteral("&Always On Top") ? a : onTop;
+    ASSERT_NE(onTop, nullptr);
+    EXPECT_FALSE(onTop->isChecked());
+    onTop->trigger();
+    EXPECT_EQ(window->settings().WinOnTop, 1);
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
+    menu->hide();
+}
+
 TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
 {
     window.reset();
     store.values["config/auto"] = "1";
     store.values["config/snoozehide"] = "1";
     home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:29 07:30 00\n");
-    clock.time = QDateTime(QDate(2026, 11, 23), QTime(7, 29, 59));
     start();
     window->show();
-    QTest::qWait(300); // the tick sees 07:29:59
+    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
     EXPECT_FALSE(window->isMinimized());
-    clock.time = clock.time.addSecs(1);
-    QTest::qWait(300);
+    ASSERT_TRUE(tickAt(QTime(7, 30)));
     EXPECT_TRUE(window->isMinimized()) << "07:30 is the entry's off time";
 }
 

@@ -255,13 +255,6 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    // Lets the window's 250 ms clock timer see the scripted time.
-    void at(const QTime &time)
-    {
-        clock.time = QDateTime(clock.time.date(), time);
-        QTest::qWait(300);
-    }
-
     QString autoListFile() const { return home.file(QStringLiteral("data/velto/autolist.txt")); }
 
     QList<int> levels;
@@ -286,14 +279,14 @@ TEST_F(PrefsWindow, WeekdayAlarmSetInPreferencesWakesWithAFadeIn)
 
     window->show();
     window->showMinimized();
-    at(QTime(7, 29, 59));
+    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
     EXPECT_TRUE(window->isMinimized());
     EXPECT_TRUE(levels.isEmpty());
-    at(QTime(7, 30, 0));
+    ASSERT_TRUE(tickAt(QTime(7, 30, 0)));
     EXPECT_FALSE(window->isMinimized()) << "the alarm brings the window up";
     ASSERT_FALSE(levels.isEmpty());
     EXPECT_EQ(levels.first(), 0);
-    at(QTime(7, 30, 9));
+    ASSERT_TRUE(tickAt(QTime(7, 30, 9)));
     EXPECT_EQ(levels.last(), 50000) << "the fade ends at the volume in use";
     window->close();
     EXPECT_EQ(store.values.value("config/auto"), QStringLiteral("1"));

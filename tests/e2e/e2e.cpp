@@ -140,7 +140,10 @@ Backdrop::Backdrop(QColor colour)
     m_window = new Window(colour);
     m_window->setGeometry(QGuiApplication::primaryScreen()->geometry());
     m_window->show();
-    processEvents(300);
+    const QPoint centre = m_window->geometry().center();
+    if (!waitUntil(
+            [&] { return m_window->isExposed() && QColor(grabScreen().pixel(centre)) == colour; }))
+        ADD_FAILURE() << "the backdrop never showed";
 }
 
 Backdrop::~Backdrop()
@@ -164,15 +167,18 @@ QImage grabScreen()
     return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
 }
 
-void processEvents(int ms)
+bool waitUntil(const std::function<bool()> &done, int timeoutMs)
 {
     guiApp();
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < ms) {
+    while (!done()) {
+        if (clock.elapsed() >= timeoutMs)
+            return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        QThread::msleep(5);
+        QThread::msleep(10);
     }
+    return true;
 }
 
 QRect windowGeometry(const QString &windowId)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <functional>
+
 // The real velto binary in a temporary home on the X server named by DISPLAY.
 class VeltoProcess
 {
@@ -49,8 +51,9 @@ private:
 
 // The X server's picture of the screen (the test connects to it lazily).
 QImage grabScreen();
-// Lets the test's own windows handle their events for a while.
-void processEvents(int ms);
+// Lets the test's own windows handle their events until done() holds or the
+// time is up; returns done(). The margin is for a busy machine only.
+bool waitUntil(const std::function<bool()> &done, int timeoutMs = 20000);
 // The window's geometry on the screen as xdotool reports it.
 QRect windowGeometry(const QString &windowId);
 

@@ -63,7 +63,7 @@ QStringList visibleWindows(const VeltoProcess &velto)
 }
 
 // Velto's window that sits inside the panel: its tray icon.
-QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel, int timeoutMs = 10000)
+QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel, int timeoutMs = 20000)
 {
     QElapsedTimer clock;
     clock.start();
@@ -80,7 +80,7 @@ QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel, int timeo
 
 // Right-clicks the icon and waits for a new window of velto's, tall enough
 // to list the menu's twelve entries.
-bool openMenu(const VeltoProcess &velto, const QString &icon, int timeoutMs = 5000)
+bool openMenu(const VeltoProcess &velto, const QString &icon, int timeoutMs = 20000)
 {
     const QStringList before = visibleWindows(velto);
     const QRect g = windowGeometry(icon);

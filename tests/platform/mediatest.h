@@ -2,10 +2,12 @@
 
 #include "platform/mediadevice.h"
 #include "platform/mediadevicefactory.h"
+#include "support/beats.h"
 #include "support/testmedia.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QList>
 #include <QString>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -19,13 +21,18 @@ struct EventLog
     int opened = 0;
     int ended = 0;
     int positions = 0;
+    QList<qint64> reported; // every position, in order
     int failed = 0;
     int error = 0;
     QString text;
 
     MediaDevice::Events events()
     {
-        return {[this] { ++opened; }, [this] { ++ended; }, [this](qint64) { ++positions; },
+        return {[this] { ++opened; }, [this] { ++ended; },
+                [this](qint64 ms) {
+                    ++positions;
+                    reported << ms;
+                },
                 [this](int e, const QString &t) {
                     ++failed;
                     error = e;
@@ -35,7 +42,7 @@ struct EventLog
 };
 
 // Runs the event loop until `done` holds or `ms` pass; returns `done()`.
-inline bool waitFor(const std::function<bool()> &done, int ms = 4000)
+inline bool waitFor(const std::function<bool()> &done, int ms = 15000)
 {
     QDeadlineTimer deadline(ms);
     while (!done() && !deadline.hasExpired()) {
@@ -43,11 +50,6 @@ inline bool waitFor(const std::function<bool()> &done, int ms = 4000)
         QThread::msleep(2);
     }
     return done();
-}
-
-inline void spin(int ms)
-{
-    waitFor([] { return false; }, ms);
 }
 
 // Suites on the real media engine: silent but timed sound (VELTO_AUDIO=null)

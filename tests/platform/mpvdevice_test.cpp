@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace {
@@ -37,33 +38,58 @@ TEST_F(MpvDeviceTest, StopHoldsThePositionAndTheEndLeavesTheFileOpen)
 {
     EventLog log;
     auto device = openDevice(log, "tone.wav");
+    // A position reported while the device does not play is a stale answer taken.
+    int reportsWhileHalted = 0;
+    MediaDevice::Events events = log.events();
+    events.positionChanged = [&, counted = events.positionChanged](qint64 ms) {
+        counted(ms);
+        reportsWhileHalted += device->mode() != MediaDevice::Mode::Playing;
+    };
+    device->setEvents(events);
     ASSERT_TRUE(waitFor([&] { return log.opened == 1; }));
     device->seek(300);
     device->play();
     ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
-    EXPECT_GT(log.positions, 0);
+    // A fresh answer (each read asks for one), so the run-on below starts well
+    // inside its one-second cap.
+    const int answers = log.positions;
+    ASSERT_TRUE(waitFor([&] { return device->position() > 0 && log.positions > answers; }));
+
     // Between mpv's answers the position runs on with the clock, no faster.
-    QElapsedTimer clock;
-    clock.start();
+    // Answers come in only through the event loop: while it is held, the
+    // run-on alone moves the position, by the time measured around it.
+    QElapsedTimer outer;
+    outer.start();
     const qint64 from = device->position();
-    spin(300);
-    EXPECT_NEAR(device->position() - from, clock.elapsed(), 80);
+    QElapsedTimer inner;
+    inner.start();
+    QThread::msleep(100);
+    const qint64 innerMs = inner.elapsed();
+    const qint64 to = device->position();
+    const qint64 outerMs = outer.elapsed();
+    ASSERT_LT(to, device->length());
+    EXPECT_GE(to - from, innerMs - 1);
+    EXPECT_LE(to - from, outerMs + 1);
+
+    // The question those reads asked is still open when the device stops;
+    // its answer comes in while the device stands.
     device->stop();
-    spin(100);
     const qint64 held = device->position();
-    spin(200);
+    EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
+    ASSERT_TRUE(waitBeats(100, 3));
     EXPECT_EQ(device->position(), held);
+    EXPECT_EQ(reportsWhileHalted, 0);
     EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
     EXPECT_EQ(log.ended, 0);
 
     device->setFrom(1200);
     device->play();
-    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }, 2000));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }, 10000));
     EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
     EXPECT_EQ(device->position(), device->length());
     device->seek(1200); // seek back at the end and it plays again
     device->play();
-    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }, 2000));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }, 10000));
 }
 
 TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheDeviceNumbersAndMpvsText)
@@ -147,7 +173,9 @@ TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
     device->play();
     // Reading the position makes the device learn a newer one.
     EXPECT_TRUE(waitFor([&] { return !device || device->position() < 0; }));
-    spin(50);
+    // Whatever was queued for the destroyed device runs now, and must find it gone.
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
 }
 
 TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
@@ -167,7 +195,7 @@ TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
             device->setFileName(f.path);
             device->open();
             device->play();
-            spin(50);
+            QCoreApplication::processEvents();
             device->close();
             device.reset();
         }

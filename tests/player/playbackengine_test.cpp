@@ -153,7 +153,9 @@ TEST_F(PlaybackEngineTest, PlaysToTheEndAndOnToTheNextEntryThenStopsAtTheStartOr
     ASSERT_TRUE(playingTrack(1));
     ASSERT_TRUE(waitFor([&] { return playlist.CurTrack == 2 && started.size() == 5; }));
     EXPECT_EQ(labels[PlaybackEngine::kNameLabel], QStringLiteral("tone.mp3"));
-    waitFor([] { return false; }, 200);
+    // The open was the last thing the device had to report; beats of the
+    // tick's own interval show that no tick plays it afterwards.
+    ASSERT_TRUE(waitBeats(100, 2));
     EXPECT_FALSE(engine->state().playing);
     EXPECT_FALSE(engine->tickRunning());
     EXPECT_NE(engine->device(0)->mode(), MediaDevice::Mode::Playing);
@@ -272,7 +274,7 @@ TEST_F(PlaybackEngineTest, LoopRepeatsSeeksAreClampedAndPauseHoldsThePosition)
             previous = pos;
             return returns >= 2;
         },
-        6000);
+        15000);
     EXPECT_GE(returns, 2);
     // Without the loop the item would run on to 3000.
     EXPECT_LE(highest, end + 600);
@@ -301,11 +303,15 @@ TEST_F(PlaybackEngineTest, LoopRepeatsSeeksAreClampedAndPauseHoldsThePosition)
     EXPECT_EQ(device->position(), 0);
 
     ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 300; }));
+    int ticks = 0;
+    engine->onTick = [&](qint32) { ++ticks; };
     engine->PlayPause();
     EXPECT_TRUE(engine->state().paused);
     const qint64 held = device->position();
-    waitFor([] { return false; }, 300);
+    // Beats of the tick's own interval: a tick that still ran would have shown.
+    ASSERT_TRUE(waitBeats(100, 2));
     EXPECT_EQ(device->position(), held);
+    EXPECT_EQ(ticks, 0);
     EXPECT_EQ(device->mode(), MediaDevice::Mode::Paused);
     engine->PlayPause();
     EXPECT_FALSE(engine->state().paused);

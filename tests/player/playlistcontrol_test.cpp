@@ -332,18 +332,27 @@ TEST_F(PlaylistControlTest, ClearingOrCancellingEndsTheScanAndWhatWaitsForIt)
     for (int i = 0; i < 50; ++i)
         home.write(QStringLiteral("d/s%1.mp3").arg(i), "");
     const QString single = home.write(QStringLiteral("single.mp3"), "");
+    // A later scan of its own: a scan left running would take this folder in,
+    // and what waited for it would follow its end.
+    const QString later = home.write(QStringLiteral("later/z.mp3"), "");
+    auto scanLater = [&] {
+        control.addPaths({home.file(QStringLiteral("later"))});
+        waitForScan();
+    };
 
     control.addPaths({home.file(QStringLiteral("d")), single});
     control.cancelScan();
     EXPECT_FALSE(control.isScanning());
-    QTest::qWait(50);
-    EXPECT_TRUE(state.PlPath.isEmpty());
     EXPECT_EQ(progress.value(progress.size() - 1), -1);
+    scanLater();
+    EXPECT_EQ(state.PlPath, QStringList{later});
 
+    control.PlClear();
     control.addPaths({home.file(QStringLiteral("d")), single});
     control.PlClear();
     EXPECT_FALSE(control.isScanning());
-    QTest::qWait(50);
     EXPECT_TRUE(state.PlPath.isEmpty());
-    EXPECT_TRUE(shown().isEmpty());
+    scanLater();
+    EXPECT_EQ(state.PlPath, QStringList{later});
+    EXPECT_EQ(shown(), QStringList{QStringLiteral("z")});
 }

@@ -401,7 +401,7 @@ TEST(SkinAnim, RunsOnlyWhileStartedAndShown)
 
     anim->start();
     EXPECT_TRUE(anim->ticking());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return anim->frame() != 0; }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return anim->frame() != 0; }, 20000));
     rig.loader.anim(2)->start();
     EXPECT_FALSE(rig.loader.anim(2)->ticking()) << "a single frame needs no timer";
 

@@ -13,6 +13,7 @@
 #include <QRegion>
 #include <QTest>
 #include <QWidget>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
@@ -107,16 +108,27 @@ struct SkinRig
         return ok;
     }
 
-    // The window region repainted after change.
+    // The window region repainted after change. Repaints wait for the
+    // window's next frame, which paints everything asked for until then: a
+    // repaint of the top left pixel, asked for last, ends the wait. The
+    // skins here leave that pixel bare.
     QRegion repaintedBy(const std::function<void()> &change)
     {
-        QTest::qWait(30);
+        const QRect sentinel(0, 0, 1, 1);
+        auto framePainted = [&] {
+            window.update(sentinel);
+            const bool painted =
+                QTest::qWaitFor([&] { return window.painted.intersects(sentinel); }, 10000);
+            if (!painted)
+                ADD_FAILURE() << "the window was never repainted";
+            return painted;
+        };
+        window.painted = QRegion();
+        framePainted(); // what earlier steps asked for
         window.painted = QRegion();
         change();
-        // Repaints wait for the window's next frame; give it a few.
-        (void)QTest::qWaitFor([this] { return !window.painted.isEmpty(); }, 200);
-        QTest::qWait(30);
-        return window.painted;
+        framePainted();
+        return window.painted.subtracted(sentinel);
     }
 
     QImage shot() { return window.grab().toImage().convertToFormat(QImage::Format_RGB32); }

@@ -7,6 +7,7 @@
 #include "support/temphome.h"
 
 #include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -34,6 +35,16 @@ protected:
         QSignalSpy painted(window.get(), &frmNeOrb::firstFramePainted);
         window->show();
         ASSERT_TRUE(painted.wait(5000));
+    }
+
+    // Sets the scripted time and waits until the window's clock timer has
+    // read it. Once the window is loaded only that tick asks the clock, and a
+    // tick runs whole before the event loop turns again.
+    bool tickAt(const QTime &time)
+    {
+        clock.time = QDateTime(clock.time.date(), time);
+        const int reads = clock.reads;
+        return QTest::qWaitFor([&] { return clock.reads > reads; }, 10000);
     }
 
     TempHome home;
