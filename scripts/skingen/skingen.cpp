@@ -1587,7 +1587,8 @@ void modeStrip(Skin &s, QPoint at, int current, int size = 18, int gap = 3)
 void windowButtons(Skin &s, int right, int y, bool withSkinAndPrefs = false)
 {
     int x = right - 20;
-    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("&Quit"),
+    // No key: one stray key press must not end the player (Ctrl+Q and the menu still quit).
+    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("Close"),
              QStringLiteral("Close"));
     x -= 24;
     s.button(2, {QRect(x, y, 20, 20), Face::Round, Icon::Minimise}, QStringLiteral("Minimise (&_)"),
