@@ -1606,6 +1606,18 @@ void windowButtons(Skin &s, int right, int y, bool withSkinAndPrefs = false)
     }
 }
 
+// Volume down, up and mute beside a volume slider. "-" and "+" are the keys a
+// user tries first; "0" mutes, since M already opens the menu in every skin.
+void volumeButtons(Skin &s, const QRect &down, const QRect &up, const QRect &mute)
+{
+    s.button(8, {down, Face::Small, Icon::Minus}, QStringLiteral("Volume down (&-)"),
+             QStringLiteral("Volume down"));
+    s.button(7, {up, Face::Small, Icon::Plus}, QStringLiteral("Volume up (&+)"),
+             QStringLiteral("Volume up"));
+    s.button(9, {mute, Face::Small, Icon::Mute}, QStringLiteral("Mute (&0)"),
+             QStringLiteral("Mute, or sound back on"));
+}
+
 // The word mark, engraved into the body.
 void logo(Skin &s, const QRectF &r, const QString &mode)
 {
@@ -1828,16 +1840,18 @@ std::unique_ptr<Skin> playerSkin()
     s.label(2, QRect(352, 161, 134, 13), kCyan, 7, kLabelFont, QStringLiteral("Artist and album"),
             QStringLiteral("Amber Lines - Coastline"));
 
-    s.plate(QRectF(348, 180, 140, 60), 7);
-    caption(p, QRectF(356, 186, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
-    s.slider(2, QRect(382, 186, 98, 14), 16, QStringLiteral("Volume"));
-    caption(p, QRectF(356, 206, 30, 14), QStringLiteral("BAL"), Qt::AlignLeft, 7);
-    p.fillRect(QRectF(430.5, 203, 1, 3), kCaption);
-    s.slider(3, QRect(382, 206, 98, 14), 16, QStringLiteral("Balance: double-click to centre"));
-    s.label(25, QRect(382, 223, 98, 12), kCaption, 7, kLabelBold, QStringLiteral("Balance"),
+    // Minus under the quiet end of the volume slider, plus under the loud end.
+    s.plate(QRectF(348, 180, 140, 72), 7);
+    caption(p, QRectF(356, 184, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
+    s.slider(2, QRect(382, 184, 98, 14), 16, QStringLiteral("Volume"));
+    volumeButtons(s, QRect(382, 200, 18, 16), QRect(462, 200, 18, 16), QRect(422, 200, 18, 16));
+    caption(p, QRectF(356, 222, 30, 14), QStringLiteral("BAL"), Qt::AlignLeft, 7);
+    p.fillRect(QRectF(430.5, 219, 1, 3), kCaption);
+    s.slider(3, QRect(382, 222, 98, 14), 16, QStringLiteral("Balance: double-click to centre"));
+    s.label(25, QRect(382, 237, 98, 12), kCaption, 7, kLabelBold, QStringLiteral("Balance"),
             QStringLiteral("Centre"));
 
-    const QRect video(350, 247, 136, 86);
+    const QRect video(350, 259, 136, 74);
     s.bezel(video, QStringLiteral("VIDEO"));
     s.area(2, video, QStringLiteral("~"));
     s.label(15, QRect(350, 342, 136, 14), kCaption, 7, kLabelFont, QStringLiteral("Status"),
@@ -1902,8 +1916,9 @@ std::unique_ptr<Skin> karaokeSkin()
         const char *text;
         QColor colour;
     };
-    const Lamp lamps[] = {{2, "PLAY", kGreen}, {3, "PAUSE", kAmber}, {14, "LYRICS", kCyan}};
-    for (int i = 0; i < 3; ++i) {
+    const Lamp lamps[] = {
+        {2, "PLAY", kGreen}, {3, "PAUSE", kAmber}, {14, "LYRICS", kCyan}, {10, "MUTE", kAmber}};
+    for (int i = 0; i < int(std::size(lamps)); ++i) {
         const int x = 150 + i * 64;
         s.light(lamps[i].n, QRect(x, 104, 6, 6), lamps[i].colour, 1,
                 QString::fromLatin1(lamps[i].text));
@@ -1931,9 +1946,10 @@ std::unique_ptr<Skin> karaokeSkin()
         s.button(transport[i].command, art, QString::fromLatin1(transport[i].name),
                  QString::fromLatin1(transport[i].tip));
     }
-    s.plate(QRectF(272, 310, 152, 32), 7);
-    caption(p, QRectF(280, 319, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
-    s.slider(2, QRect(306, 319, 110, 14), 16, QStringLiteral("Volume"));
+    // The speaker of the mute key names the row, where the other skins write VOL.
+    s.plate(QRectF(266, 310, 158, 32), 7);
+    s.slider(2, QRect(318, 319, 76, 14), 16, QStringLiteral("Volume"));
+    volumeButtons(s, QRect(296, 317, 18, 18), QRect(398, 317, 18, 18), QRect(273, 317, 18, 18));
     return skin;
 }
 

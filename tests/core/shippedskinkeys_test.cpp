@@ -17,6 +17,9 @@ const std::map<qint16, QString> SharedKeys = {
     {15, "X"},   {147, "P"},  {148, "S"},  {140, "Z"},  {141, "X"},
 };
 
+// Volume down, up and mute: the buttons beside the player's and karaoke's volume sliders.
+const std::map<qint16, QString> VolumeKeys = {{8, "-"}, {7, "+"}, {9, "0"}};
+
 // Close (command 1) has no key: a stray key press must never end the player.
 constexpr qint16 Close = 1;
 
@@ -48,9 +51,14 @@ TEST(ShippedSkins, EveryButtonButCloseHasAKeyOfItsOwnAndModesShareTheirs)
         int mode; // its own mode key, drawn lit and not a button
         std::map<qint16, QString> keys;
     } skins[] = {
-        {"default.skin", 1, {}},  {"karaoke.skin", 2, {}}, {"calculator.skin", 3, calculatorKeys()},
-        {"notepad.skin", 4, {}},  {"clock.skin", 5, {}},   {"fmtuner.skin", 6, digitsFrom(91)},
-        {"webradio.skin", 7, {}}, {"browser.skin", 8, {}},
+        {"default.skin", 1, VolumeKeys},
+        {"karaoke.skin", 2, VolumeKeys},
+        {"calculator.skin", 3, calculatorKeys()},
+        {"notepad.skin", 4, {}},
+        {"clock.skin", 5, {}},
+        {"fmtuner.skin", 6, digitsFrom(91)},
+        {"webradio.skin", 7, {}},
+        {"browser.skin", 8, {}},
     };
     std::set<QString> modeKeys;
     for (int mode = 1001; mode <= 1008; ++mode)
