@@ -890,6 +890,23 @@ QPoint glyphCell(int type, QChar ch)
     return QPoint(29, 0);
 }
 
+// A letter sheet whose digits, "-", ":" and "." are segment glyphs, for
+// groups that show text such as "h:mm:ss.t" yet should look like the digit
+// displays. Every cell is one width, so ":" and "." sit in the middle of theirs;
+// the blank keeps its unlit segments, as on a digit sheet.
+QImage segmentLetterSheetImage(int w, int h, const QFont &font, const SegStyle &st)
+{
+    QImage img = letterSheetImage(w, h, font, st.lit, st.back);
+    QPainter p(&img);
+    for (const QChar ch : QStringLiteral("0123456789-:. ")) {
+        const QPoint at = glyphCell(3, ch);
+        const QRectF cell(at.x() * w, at.y() * h, w, h);
+        p.fillRect(cell, st.back);
+        drawSegGlyph(p, cell, ch, w, st, ch != QLatin1Char(' '));
+    }
+    return img;
+}
+
 // Packs pressed faces, knobs and sheets into the resource bitmap, row by row,
 // in the order they are asked for: the same calls give the same layout.
 class Atlas
@@ -1026,6 +1043,7 @@ struct Sheet
     int w = 0, h = 0, narrow = 0, type = 0;
     SegStyle seg;
     QColor back;
+    bool segments = false; // a letter sheet with segment digits
 };
 
 enum class Outline { TransparentColour, Polygon };
@@ -1087,6 +1105,13 @@ public:
     {
         Sheet s{m_atlas.reserve(QSize(31 * w, 3 * h)), w, h, w, 3, {}, back};
         m_atlas.put(s.at, letterSheetImage(w, h, font, fore, back));
+        return s;
+    }
+
+    Sheet segmentLetterSheet(int w, int h, const QFont &font, const SegStyle &st)
+    {
+        Sheet s{m_atlas.reserve(QSize(31 * w, 3 * h)), w, h, w, 3, st, st.back, true};
+        m_atlas.put(s.at, segmentLetterSheetImage(w, h, font, st));
         return s;
     }
 
@@ -1153,14 +1178,19 @@ public:
             default:
                 layout = QString(std::abs(mode), QLatin1Char('8'));
             }
+        } else if (s.segments) {
+            p().fillRect(QRect(at.x(), at.y(), s.w * std::abs(mode), s.h), s.back);
+            // Unlit segments where the sample has digits, unlit points where it has points.
+            for (const QChar ch : sample.leftJustified(std::abs(mode), QLatin1Char(' '), true))
+                layout += ch.isDigit() || ch == QLatin1Char(' ') ? QLatin1Char('8') : ch;
         }
         qreal x = at.x();
         for (const QChar ch : layout) {
-            const bool thin = (ch != QLatin1Char('8'));
+            const bool thin = s.type == 0 && ch != QLatin1Char('8');
             drawSegGlyph(p(), QRectF(x, at.y(), s.w, s.h), ch, s.narrow, s.seg, false);
             x += thin ? s.narrow : s.w;
         }
-        if (s.type != 0)
+        if (s.type != 0 && !s.segments)
             p().fillRect(QRect(at.x(), at.y(), s.w * std::abs(mode), s.h), s.back);
         QString shown = sample;
         if (s.type != 0)
@@ -2091,7 +2121,9 @@ std::unique_ptr<Skin> clockSkin()
     SegStyle amber;
     amber.skew = 0.07;
     const Sheet huge = s.digitSheet(36, 62, 14, amber);
-    const Sheet medium = s.digitSheet(16, 28, 7, amber);
+    // The stopwatch shows tenths as text, "h:mm:ss.t", which a digit sheet
+    // would draw with its leading zeros blank; a letter sheet keeps them.
+    const Sheet stopwatch = s.segmentLetterSheet(14, 28, makeFont(kMono, 20, true), amber);
 
     logo(s, QRectF(160, 1, 126, 20), QStringLiteral("CLOCK"));
     modeStrip(s, QPoint(34, 16), 4);
@@ -2114,8 +2146,8 @@ std::unique_ptr<Skin> clockSkin()
     caption(p, QRectF(305, 50, 80, 12), QStringLiteral("STOPWATCH"), Qt::AlignLeft, 7);
     s.label(28, QRect(380, 47, 36, 14), kCyan, 8, kLabelBold, QStringLiteral("Stopwatch number"),
             QStringLiteral("3"));
-    s.digits(6, QPoint(296, 82), medium, 5, QStringLiteral("Stopwatch"),
-             QStringLiteral(" 0:12:09"));
+    s.digits(6, QPoint(290, 82), stopwatch, 9, QStringLiteral("Stopwatch"),
+             QStringLiteral("0:12:09.4"));
     s.light(12, QRect(295, 139, 6, 6), kAmber, 1, QStringLiteral("Snooze"));
     caption(p, QRectF(305, 136, 60, 12), QStringLiteral("SNOOZE"), Qt::AlignLeft, 7);
     s.label(5, QRect(346, 134, 70, 16), kAmber, 8, kLabelBold, QStringLiteral("Snooze"),
