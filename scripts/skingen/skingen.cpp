@@ -2158,14 +2158,17 @@ std::unique_ptr<Skin> clockSkin()
             QStringLiteral("Clock"), QStringLiteral("10:42"));
     s.light(11, QRect(130, 182, 6, 6), kCyan, 1, QStringLiteral("Automatic on and off"));
     caption(p, QRectF(140, 179, 40, 12), QStringLiteral("AUTO"), Qt::AlignLeft, 7);
+    // Split is command 4, whose key is T on the player too.
     const Key keys[] = {{71, Icon::Left, "", "Previous stopwatch (&Z)", "Previous stopwatch"},
                         {70, Icon::Right, "", "Ne&xt stopwatch", "Next stopwatch"},
                         {72, Icon::StartStop, "", "&Start or stop", "Start or stop"},
+                        {4, Icon::None, "SPLIT", "Spli&t",
+                         "Split: hold the time shown while the stopwatch runs on"},
                         {74, Icon::Lap, "", "&Lap", "Lap: stop and start the next one"},
                         {73, Icon::Reset, "", "&Reset", "Reset this stopwatch"},
                         {75, Icon::None, "ALL", "Reset &all", "Reset all stopwatches", Face::Warm}};
-    for (int i = 0; i < 6; ++i)
-        place(s, keys[i], QRect(196 + i * 38, 174, 34, 24), 7);
+    for (int i = 0; i < int(std::size(keys)); ++i)
+        place(s, keys[i], QRect(178 + i * 35, 174, 32, 24), 7);
     return skin;
 }
 

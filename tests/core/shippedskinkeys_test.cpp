@@ -55,7 +55,7 @@ TEST(ShippedSkins, EveryButtonButCloseHasAKeyOfItsOwnAndModesShareTheirs)
         {"karaoke.skin", 2, VolumeKeys},
         {"calculator.skin", 3, calculatorKeys()},
         {"notepad.skin", 4, {}},
-        {"clock.skin", 5, {}},
+        {"clock.skin", 5, {{4, "T"}}}, // split, where the player's T switches the time shown
         {"fmtuner.skin", 6, digitsFrom(91)},
         {"webradio.skin", 7, {}},
         {"browser.skin", 8, {}},
