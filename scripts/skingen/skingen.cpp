@@ -890,6 +890,23 @@ QPoint glyphCell(int type, QChar ch)
     return QPoint(29, 0);
 }
 
+// A letter sheet whose digits, "-", ":" and "." are segment glyphs, for
+// groups that show text such as "h:mm:ss.t" yet should look like the digit
+// displays. Every cell is one width, so ":" and "." sit in the middle of theirs;
+// the blank keeps its unlit segments, as on a digit sheet.
+QImage segmentLetterSheetImage(int w, int h, const QFont &font, const SegStyle &st)
+{
+    QImage img = letterSheetImage(w, h, font, st.lit, st.back);
+    QPainter p(&img);
+    for (const QChar ch : QStringLiteral("0123456789-:. ")) {
+        const QPoint at = glyphCell(3, ch);
+        const QRectF cell(at.x() * w, at.y() * h, w, h);
+        p.fillRect(cell, st.back);
+        drawSegGlyph(p, cell, ch, w, st, ch != QLatin1Char(' '));
+    }
+    return img;
+}
+
 // Packs pressed faces, knobs and sheets into the resource bitmap, row by row,
 // in the order they are asked for: the same calls give the same layout.
 class Atlas
@@ -1026,6 +1043,7 @@ struct Sheet
     int w = 0, h = 0, narrow = 0, type = 0;
     SegStyle seg;
     QColor back;
+    bool segments = false; // a letter sheet with segment digits
 };
 
 enum class Outline { TransparentColour, Polygon };
@@ -1087,6 +1105,13 @@ public:
     {
         Sheet s{m_atlas.reserve(QSize(31 * w, 3 * h)), w, h, w, 3, {}, back};
         m_atlas.put(s.at, letterSheetImage(w, h, font, fore, back));
+        return s;
+    }
+
+    Sheet segmentLetterSheet(int w, int h, const QFont &font, const SegStyle &st)
+    {
+        Sheet s{m_atlas.reserve(QSize(31 * w, 3 * h)), w, h, w, 3, st, st.back, true};
+        m_atlas.put(s.at, segmentLetterSheetImage(w, h, font, st));
         return s;
     }
 
@@ -1153,14 +1178,19 @@ public:
             default:
                 layout = QString(std::abs(mode), QLatin1Char('8'));
             }
+        } else if (s.segments) {
+            p().fillRect(QRect(at.x(), at.y(), s.w * std::abs(mode), s.h), s.back);
+            // Unlit segments where the sample has digits, unlit points where it has points.
+            for (const QChar ch : sample.leftJustified(std::abs(mode), QLatin1Char(' '), true))
+                layout += ch.isDigit() || ch == QLatin1Char(' ') ? QLatin1Char('8') : ch;
         }
         qreal x = at.x();
         for (const QChar ch : layout) {
-            const bool thin = (ch != QLatin1Char('8'));
+            const bool thin = s.type == 0 && ch != QLatin1Char('8');
             drawSegGlyph(p(), QRectF(x, at.y(), s.w, s.h), ch, s.narrow, s.seg, false);
             x += thin ? s.narrow : s.w;
         }
-        if (s.type != 0)
+        if (s.type != 0 && !s.segments)
             p().fillRect(QRect(at.x(), at.y(), s.w * std::abs(mode), s.h), s.back);
         QString shown = sample;
         if (s.type != 0)
@@ -1587,7 +1617,8 @@ void modeStrip(Skin &s, QPoint at, int current, int size = 18, int gap = 3)
 void windowButtons(Skin &s, int right, int y, bool withSkinAndPrefs = false)
 {
     int x = right - 20;
-    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("&Quit"),
+    // No key: one stray key press must not end the player (Ctrl+Q and the menu still quit).
+    s.button(1, {QRect(x, y, 20, 20), Face::Round, Icon::Close}, QStringLiteral("Close"),
              QStringLiteral("Close"));
     x -= 24;
     s.button(2, {QRect(x, y, 20, 20), Face::Round, Icon::Minimise}, QStringLiteral("Minimise (&_)"),
@@ -1603,6 +1634,18 @@ void windowButtons(Skin &s, int right, int y, bool withSkinAndPrefs = false)
         s.button(6, {QRect(x, y, 20, 20), Face::Round, Icon::Palette},
                  QStringLiteral("Chan&ge skin"), QStringLiteral("Choose a skin"));
     }
+}
+
+// Volume down, up and mute beside a volume slider. "-" and "+" are the keys a
+// user tries first; "0" mutes, since M already opens the menu in every skin.
+void volumeButtons(Skin &s, const QRect &down, const QRect &up, const QRect &mute)
+{
+    s.button(8, {down, Face::Small, Icon::Minus}, QStringLiteral("Volume down (&-)"),
+             QStringLiteral("Volume down"));
+    s.button(7, {up, Face::Small, Icon::Plus}, QStringLiteral("Volume up (&+)"),
+             QStringLiteral("Volume up"));
+    s.button(9, {mute, Face::Small, Icon::Mute}, QStringLiteral("Mute (&0)"),
+             QStringLiteral("Mute, or sound back on"));
 }
 
 // The word mark, engraved into the body.
@@ -1827,16 +1870,18 @@ std::unique_ptr<Skin> playerSkin()
     s.label(2, QRect(352, 161, 134, 13), kCyan, 7, kLabelFont, QStringLiteral("Artist and album"),
             QStringLiteral("Amber Lines - Coastline"));
 
-    s.plate(QRectF(348, 180, 140, 60), 7);
-    caption(p, QRectF(356, 186, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
-    s.slider(2, QRect(382, 186, 98, 14), 16, QStringLiteral("Volume"));
-    caption(p, QRectF(356, 206, 30, 14), QStringLiteral("BAL"), Qt::AlignLeft, 7);
-    p.fillRect(QRectF(430.5, 203, 1, 3), kCaption);
-    s.slider(3, QRect(382, 206, 98, 14), 16, QStringLiteral("Balance: double-click to centre"));
-    s.label(25, QRect(382, 223, 98, 12), kCaption, 7, kLabelBold, QStringLiteral("Balance"),
+    // Minus under the quiet end of the volume slider, plus under the loud end.
+    s.plate(QRectF(348, 180, 140, 72), 7);
+    caption(p, QRectF(356, 184, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
+    s.slider(2, QRect(382, 184, 98, 14), 16, QStringLiteral("Volume"));
+    volumeButtons(s, QRect(382, 200, 18, 16), QRect(462, 200, 18, 16), QRect(422, 200, 18, 16));
+    caption(p, QRectF(356, 222, 30, 14), QStringLiteral("BAL"), Qt::AlignLeft, 7);
+    p.fillRect(QRectF(430.5, 219, 1, 3), kCaption);
+    s.slider(3, QRect(382, 222, 98, 14), 16, QStringLiteral("Balance: double-click to centre"));
+    s.label(25, QRect(382, 237, 98, 12), kCaption, 7, kLabelBold, QStringLiteral("Balance"),
             QStringLiteral("Centre"));
 
-    const QRect video(350, 247, 136, 86);
+    const QRect video(350, 259, 136, 74);
     s.bezel(video, QStringLiteral("VIDEO"));
     s.area(2, video, QStringLiteral("~"));
     s.label(15, QRect(350, 342, 136, 14), kCaption, 7, kLabelFont, QStringLiteral("Status"),
@@ -1901,8 +1946,9 @@ std::unique_ptr<Skin> karaokeSkin()
         const char *text;
         QColor colour;
     };
-    const Lamp lamps[] = {{2, "PLAY", kGreen}, {3, "PAUSE", kAmber}, {14, "LYRICS", kCyan}};
-    for (int i = 0; i < 3; ++i) {
+    const Lamp lamps[] = {
+        {2, "PLAY", kGreen}, {3, "PAUSE", kAmber}, {14, "LYRICS", kCyan}, {10, "MUTE", kAmber}};
+    for (int i = 0; i < int(std::size(lamps)); ++i) {
         const int x = 150 + i * 64;
         s.light(lamps[i].n, QRect(x, 104, 6, 6), lamps[i].colour, 1,
                 QString::fromLatin1(lamps[i].text));
@@ -1930,9 +1976,10 @@ std::unique_ptr<Skin> karaokeSkin()
         s.button(transport[i].command, art, QString::fromLatin1(transport[i].name),
                  QString::fromLatin1(transport[i].tip));
     }
-    s.plate(QRectF(272, 310, 152, 32), 7);
-    caption(p, QRectF(280, 319, 30, 14), QStringLiteral("VOL"), Qt::AlignLeft, 7);
-    s.slider(2, QRect(306, 319, 110, 14), 16, QStringLiteral("Volume"));
+    // The speaker of the mute key names the row, where the other skins write VOL.
+    s.plate(QRectF(266, 310, 158, 32), 7);
+    s.slider(2, QRect(318, 319, 76, 14), 16, QStringLiteral("Volume"));
+    volumeButtons(s, QRect(296, 317, 18, 18), QRect(398, 317, 18, 18), QRect(273, 317, 18, 18));
     return skin;
 }
 
@@ -2074,7 +2121,9 @@ std::unique_ptr<Skin> clockSkin()
     SegStyle amber;
     amber.skew = 0.07;
     const Sheet huge = s.digitSheet(36, 62, 14, amber);
-    const Sheet medium = s.digitSheet(16, 28, 7, amber);
+    // The stopwatch shows tenths as text, "h:mm:ss.t", which a digit sheet
+    // would draw with its leading zeros blank; a letter sheet keeps them.
+    const Sheet stopwatch = s.segmentLetterSheet(14, 28, makeFont(kMono, 20, true), amber);
 
     logo(s, QRectF(160, 1, 126, 20), QStringLiteral("CLOCK"));
     modeStrip(s, QPoint(34, 16), 4);
@@ -2097,8 +2146,8 @@ std::unique_ptr<Skin> clockSkin()
     caption(p, QRectF(305, 50, 80, 12), QStringLiteral("STOPWATCH"), Qt::AlignLeft, 7);
     s.label(28, QRect(380, 47, 36, 14), kCyan, 8, kLabelBold, QStringLiteral("Stopwatch number"),
             QStringLiteral("3"));
-    s.digits(6, QPoint(296, 82), medium, 5, QStringLiteral("Stopwatch"),
-             QStringLiteral(" 0:12:09"));
+    s.digits(6, QPoint(290, 82), stopwatch, 9, QStringLiteral("Stopwatch"),
+             QStringLiteral("0:12:09.4"));
     s.light(12, QRect(295, 139, 6, 6), kAmber, 1, QStringLiteral("Snooze"));
     caption(p, QRectF(305, 136, 60, 12), QStringLiteral("SNOOZE"), Qt::AlignLeft, 7);
     s.label(5, QRect(346, 134, 70, 16), kAmber, 8, kLabelBold, QStringLiteral("Snooze"),
@@ -2109,14 +2158,17 @@ std::unique_ptr<Skin> clockSkin()
             QStringLiteral("Clock"), QStringLiteral("10:42"));
     s.light(11, QRect(130, 182, 6, 6), kCyan, 1, QStringLiteral("Automatic on and off"));
     caption(p, QRectF(140, 179, 40, 12), QStringLiteral("AUTO"), Qt::AlignLeft, 7);
+    // Split is command 4, whose key is T on the player too.
     const Key keys[] = {{71, Icon::Left, "", "Previous stopwatch (&Z)", "Previous stopwatch"},
                         {70, Icon::Right, "", "Ne&xt stopwatch", "Next stopwatch"},
                         {72, Icon::StartStop, "", "&Start or stop", "Start or stop"},
+                        {4, Icon::None, "SPLIT", "Spli&t",
+                         "Split: hold the time shown while the stopwatch runs on"},
                         {74, Icon::Lap, "", "&Lap", "Lap: stop and start the next one"},
                         {73, Icon::Reset, "", "&Reset", "Reset this stopwatch"},
                         {75, Icon::None, "ALL", "Reset &all", "Reset all stopwatches", Face::Warm}};
-    for (int i = 0; i < 6; ++i)
-        place(s, keys[i], QRect(196 + i * 38, 174, 34, 24), 7);
+    for (int i = 0; i < int(std::size(keys)); ++i)
+        place(s, keys[i], QRect(178 + i * 35, 174, 32, 24), 7);
     return skin;
 }
 

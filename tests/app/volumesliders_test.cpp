@@ -1,4 +1,5 @@
 #include "app/frmneorb.h"
+#include "skin/skinlightwidget.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinsliderwidget.h"
 
@@ -14,7 +15,7 @@
 namespace {
 
 // The real main window on the shipped player skin: its volume slider (2),
-// balance slider (3) with label 25, the wheel and the volume commands.
+// balance slider (3) with label 25, the wheel, the volume commands and keys.
 class VolumeSliders : public ::testing::Test, protected ShippedWindow
 {
 protected:
@@ -30,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelAndCommandsTheVolume)
+TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelCommandsAndKeysTheVolume)
 {
     EXPECT_EQ(window->skin().label(25), QStringLiteral("Centre"));
     SkinSliderWidget *balance = window->skin().slider(3);
@@ -51,6 +52,17 @@ TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelAndCommand
     EXPECT_NEAR(knob(2), 0.90, 1e-6);
     window->DoIt(7);
     EXPECT_NEAR(knob(2), 0.95, 1e-6);
+    // The skin's volume buttons carry the keys.
+    QTest::keyClick(window.get(), '-');
+    EXPECT_NEAR(knob(2), 0.90, 1e-6);
+    QTest::keyClick(window.get(), '+');
+    EXPECT_NEAR(knob(2), 0.95, 1e-6);
+    const SkinLightWidget *muted = window->skin().light(10);
+    ASSERT_NE(muted, nullptr);
+    QTest::keyClick(window.get(), '0');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return muted->isVisibleTo(window.get()); }));
+    QTest::keyClick(window.get(), '0');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !muted->isVisibleTo(window.get()); }));
 
     SkinListArea *list = window->skin().list(1);
     ASSERT_TRUE(list && list->isVisibleTo(window.get()));

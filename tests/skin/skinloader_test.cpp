@@ -14,7 +14,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 
 namespace {
@@ -158,6 +160,53 @@ TEST(SkinLoader, NextSkinShowsTheValuesAndContentsOfTheLast)
     // " 42" at the new place: the 4 in the second cell.
     EXPECT_EQ(rig.loader.canvas().pixel(66, 50), resourcePixel(24, 0));
     EXPECT_EQ(rig.loader.list(2), nullptr) << "list 2 is the notepad";
+}
+
+// The program hands the clock's stopwatch group "h:mm:ss.t"; a digit sheet
+// would blank its leading zeros, so the shipped clock draws it from a letter
+// sheet, and every character needs a glyph of its own there.
+TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
+{
+    Rig rig;
+    ASSERT_TRUE(rig.loader.LoadSkin(Shipped + QStringLiteral("clock.skin")));
+    const auto &groups = rig.loader.skin().digitGroups;
+    const auto group = std::find_if(groups.begin(), groups.end(),
+                                    [](const SkinDigitGroup &g) { return g.number == 6; });
+    ASSERT_NE(group, groups.end());
+    EXPECT_EQ(group->sheetType, 3);
+    const QString shown = QStringLiteral("0:01:05.3");
+    ASSERT_GE(std::abs(group->mode), shown.size());
+    EXPECT_NE(group->mode, 5) << "mode 5 shows whole seconds";
+
+    const auto cell = [&](int i) {
+        return rig.loader.canvas().copy(group->pos.x() + i * (group->glyphWidth + group->gap),
+                                        group->pos.y(), group->glyphWidth, group->glyphHeight);
+    };
+    const auto uniform = [](const QImage &img) {
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x)
+                if (img.pixel(x, y) != img.pixel(0, 0))
+                    return false;
+        return true;
+    };
+    rig.loader.SetDD(6, QStringLiteral(" "));
+    const QImage blank = cell(0);
+    rig.loader.SetDD(6, shown);
+    std::map<QChar, QImage> glyphs;
+    for (int i = 0; i < shown.size(); ++i) {
+        SCOPED_TRACE(i);
+        const QImage glyph = cell(i);
+        EXPECT_NE(glyph, blank);
+        EXPECT_FALSE(uniform(glyph)) << "a glyph, not an empty cell";
+        const auto [known, fresh] = glyphs.insert({shown[i], glyph});
+        EXPECT_EQ(known->second, glyph) << "the same character, the same glyph";
+        for (const auto &[ch, other] : glyphs) {
+            if (ch != shown[i]) {
+                EXPECT_NE(other, glyph) << "'" << char(ch.unicode()) << "' looks like '"
+                                        << char(shown[i].unicode()) << "'";
+            }
+        }
+    }
 }
 
 TEST(SkinLoader, ChoosesAWholeNumberScale)
