@@ -2,7 +2,6 @@
 
 #include "support/testmedia.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
@@ -71,18 +70,6 @@ ShippedSkin shippedSkin(const QString &name)
     return skin;
 }
 
-bool waitFor(const std::function<bool()> &condition, int timeoutMs = 10000)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!condition()) {
-        if (clock.elapsed() > timeoutMs)
-            return false;
-        processEvents(50);
-    }
-    return true;
-}
-
 void click(QPoint at)
 {
     xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
@@ -122,7 +109,7 @@ public:
         // It manages the screen once it names itself on the root window.
         if (!m_process.waitForStarted(5000))
             return false;
-        return waitFor([] {
+        return waitUntil([] {
             QProcess xprop;
             xprop.start(QStringLiteral("xprop"), {"-root", "_NET_SUPPORTING_WM_CHECK"});
             return xprop.waitForFinished(2000) &&
@@ -174,40 +161,40 @@ TEST_P(Keyboard, KeysReachTheSkinWhateverChildHasTheFocusAndTextFieldsKeepTheirs
     ASSERT_FALSE(window.isEmpty());
     const auto title = [&window] { return xdotool({"getwindowname", window}); };
     const auto origin = [&window] { return windowGeometry(window).topLeft(); };
-    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == player.size; }));
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player.size; }));
 
     if (managed) {
-        ASSERT_TRUE(waitFor([&] { return xdotool({"getactivewindow"}) == window; }))
+        ASSERT_TRUE(waitUntil([&] { return xdotool({"getactivewindow"}) == window; }))
             << "the window manager gives the new window the focus";
     } else {
         // The playlist takes the focus when the click activates the window.
         click(origin() + player.rect(QStringLiteral("X1")).topLeft() + QPoint(20, 8));
     }
     key(QStringLiteral("space"));
-    EXPECT_TRUE(waitFor([&] { return title().contains(QLatin1String("tone")); }))
+    EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("tone")); }))
         << "space plays; the title is " << title().toStdString();
 
     const QRect close = player.rect(QStringLiteral("B1")).translated(origin());
     const QList<QRgb> plain = edge(grabScreen(), close);
     key(QStringLiteral("grave"));
-    EXPECT_TRUE(waitFor([&] { return edge(grabScreen(), close) != plain; }))
+    EXPECT_TRUE(waitUntil([&] { return edge(grabScreen(), close) != plain; }))
         << "the grave accent outlines the buttons";
     key(QStringLiteral("Escape"));
-    EXPECT_TRUE(waitFor([&] { return edge(grabScreen(), close) == plain; }))
+    EXPECT_TRUE(waitUntil([&] { return edge(grabScreen(), close) == plain; }))
         << "Escape hides the outlines again";
 
     key(toCalculator);
-    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == calculator.size; }))
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == calculator.size; }))
         << "the player skin's key " << toCalculator.toStdString() << " loads the calculator";
     key(toNotepad);
-    ASSERT_TRUE(waitFor([&] { return windowGeometry(window).size() == notepad.size; }));
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == notepad.size; }));
 
     const QRect page = notepad.rect(QStringLiteral("X2")).translated(origin());
     click(page.center());
     const QImage blank = grabScreen().copy(page);
     // A mode key typed into the note is text, not a command.
     key(toKaraoke);
-    EXPECT_TRUE(waitFor([&] { return grabScreen().copy(page) != blank; }))
+    EXPECT_TRUE(waitUntil([&] { return grabScreen().copy(page) != blank; }))
         << "the letter appears on the page";
     EXPECT_EQ(windowGeometry(window).size(), notepad.size) << "and no other skin was loaded";
 
