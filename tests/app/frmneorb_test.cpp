@@ -115,6 +115,16 @@ TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindo
     menu->hide();
 }
 
+TEST_F(MainWindow, StartMuteStartsMutedAndCommand9BringsTheSoundBack)
+{
+    window.reset();
+    store.values["config/startmute"] = "1";
+    start();
+    EXPECT_TRUE(lightShown(10));
+    window->DoIt(9);
+    EXPECT_FALSE(lightShown(10));
+}
+
 TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
 {
     window.reset();
