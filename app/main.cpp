@@ -1,5 +1,7 @@
-#include "frmneorb.h"
+#include "core/menumodel.h"
 #include "signalbridge.h"
+#include "velto.h"
+#include "windowflags.h"
 
 #include "core/programfolder.h"
 #include "platform/clock.h"
@@ -76,11 +78,13 @@ int main(int argc, char **argv)
     }
 
     // A shaped frameless window cannot place itself on Wayland; XWayland can.
-    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
 
     // Skins are bitmaps: scale them by whole factors only, so pixels stay sharp.
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Floor);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::Floor);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
@@ -100,7 +104,8 @@ int main(int argc, char **argv)
     ProgramFolder folder(ProgramFolder::defaultPath());
     const QString folderProblem = folder.prepare(ProgramFolder::shippedDataPath());
 
-    frmNeOrb window({store, dialogs, clock, random, screens}, folder);
+    Velto velto({store, dialogs, clock, random, screens}, folder);
+    frmNeOrb &window = velto.window();
     dialogs.setParent(&window);
     if (!folderProblem.isEmpty())
         dialogs.message(folderProblem);
@@ -110,15 +115,15 @@ int main(int argc, char **argv)
     bool terminated = false;
     SignalBridge signalBridge;
     QObject::connect(&signalBridge, &SignalBridge::terminationRequested, &window,
-                     [&window, &terminated] {
+                     [&velto, &terminated] {
                          terminated = true;
-                         window.Unload(false);
+                         velto.Unload(false);
                          QCoreApplication::exit(0);
                      });
     QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
-                     [&window](QSessionManager &) { window.Unload(false); });
+                     [&velto](QSessionManager &) { velto.Unload(false); });
     QObject::connect(&app, &QCoreApplication::aboutToQuit, &window,
-                     [&window] { window.Unload(false); });
+                     [&velto] { velto.Unload(false); });
 
     if (qEnvironmentVariableIsSet("VELTO_REPORT_FIRST_FRAME")) {
         // Used by the start-up benchmark: report, then leave through the normal shut-down.
@@ -129,12 +134,12 @@ int main(int argc, char **argv)
         });
     }
 
-    window.Load(parser.positionalArguments(), QDir::currentPath(), parser.isSet(kPlay));
+    velto.Load(parser.positionalArguments(), QDir::currentPath(), parser.isSet(kPlay));
     if (terminated)
         return 0;
     window.show();
-    SetOnTop(window, isOnTop(window.settings().WinOnTop));
+    SetOnTop(window, isOnTop(velto.settings().WinOnTop));
     // Shown even without a notification area: the icon appears if one starts later.
-    window.tray().show();
+    velto.tray().show();
     return app.exec();
 }

@@ -15,6 +15,7 @@ public:
     QString answer;
     void message(const QString &) override {}
     bool askYesNo(const QString &) override { return true; }
+    QString askText(const QString &, const QString &) override { return answer; }
     QStringList openFiles(const QString &, const QString &, const QString &) override
     {
         return answer.isEmpty() ? QStringList() : QStringList{answer};

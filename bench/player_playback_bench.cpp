@@ -8,6 +8,7 @@
 #include "platform/mediadevicefactory.h"
 #include "platform/random.h"
 #include "player/playbackengine.h"
+#include "tests/support/recordingsurface.h"
 
 #include <QApplication>
 #include <QDir>
@@ -60,16 +61,23 @@ MediaDeviceFactory &factory()
     return f;
 }
 
-// An engine on real devices with every hook doing the little the window's would.
+// An engine on real devices, writing to a surface that only keeps what it is given.
 struct Rig
 {
     PlaylistState playlist;
     PlayerFlags flags;
     QuietDialogs dialogs;
     SystemRandom random;
-    PlaybackEngine engine{playlist, flags, dialogs, random, [] { return factory().create(); }};
-    qint64 shown = 0;
-    QString label;
+    RecordingSurface skin;
+    QString mciDevice = QStringLiteral("0");
+    qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1;
+    PlaybackEngine engine{playlist,
+                          flags,
+                          {mciDevice, pbOverlap, useTagCover, friendlyNames},
+                          skin,
+                          dialogs,
+                          random,
+                          [] { return factory().create(); }};
 
     explicit Rig(const QStringList &files)
     {
@@ -78,9 +86,6 @@ struct Rig
             playlist.PlNames << QFileInfo(f).fileName();
         }
         playlist.CurTrack = 1;
-        engine.SetDD = [this](int, const QVariant &v) { shown = v.toLongLong(); };
-        engine.setLabel = [this](int, const QString &t) { label = t; };
-        engine.showPosition = [this](qint64 pos, qint64) { shown += pos; };
     }
 };
 
@@ -194,7 +199,7 @@ static void BM_PlaybackTick(benchmark::State &state)
         const double seconds = threadCpuSeconds() - start;
         state.SetIterationTime(seconds);
     }
-    benchmark::DoNotOptimize(rig.shown);
+    benchmark::DoNotOptimize(rig.skin.groups);
     setLimit(state, 50);
     rig.engine.StopIt();
 }
@@ -217,7 +222,8 @@ static void BM_SilenceBetweenItems(benchmark::State &state)
         QElapsedTimer clock;
         clock.start();
         double lastTickAt = 0, firstEndsAt = -1, secondBeganAt = -1;
-        rig.engine.onTick = [&](qint64) { lastTickAt = double(clock.nsecsElapsed()) / 1e6; };
+        QObject::connect(&rig.engine, &PlaybackEngine::ticked, &rig.engine,
+                         [&] { lastTickAt = double(clock.nsecsElapsed()) / 1e6; });
         double firstPosAt = 0, firstPos = 0, firstLength = 0;
         rig.engine.PlayIt();
         waitFor(

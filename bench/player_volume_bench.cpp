@@ -8,6 +8,7 @@
 #include "platform/wavevolume.h"
 #include "player/volumecontrol.h"
 #include "tests/platform/midiwriter.h"
+#include "tests/support/recordingsurface.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -41,7 +42,8 @@ struct Player
     MediaDeviceFactory factory;
     std::unique_ptr<MediaDevice> device;
     WaveVolume wave;
-    VolumeControl volume{wave};
+    RecordingSurface skin;
+    VolumeControl volume{wave, skin};
     QElapsedTimer clock;
     qint64 lastChange = -1; // ms on the clock
     qint64 longestGap = 0;

@@ -4,6 +4,8 @@
 #include "core/settings.h"
 #include "platform/clock.h"
 #include "platform/text.h"
+#include "player/autolist.h"
+#include "skin/skinsurface.h"
 
 namespace {
 
@@ -19,10 +21,32 @@ QString clockLabelText(const QTime &t, bool twentyFourHour)
 
 } // namespace
 
-ClockTick::ClockTick(const Clock &clock, Settings &settings, const QStringList &autoList,
-                     Actions actions)
-    : m_clock(clock), m_settings(settings), m_autoList(autoList), m_actions(std::move(actions))
+// The shipped skins show the clock on label 3 and group 3, the snooze on
+// label 5, the day on label 14 and the date on label 21.
+namespace {
+constexpr int kClockLabel = 3, kClockGroup = 3, kSnoozeLabel = 5, kDayLabel = 14, kDateLabel = 21;
+} // namespace
+
+ClockTick::ClockTick(const Clock &clock, Settings &settings, SkinSurface &skin,
+                     QString autoListFile)
+    : m_clock(clock), m_settings(settings), m_skin(skin), m_autoListFile(std::move(autoListFile))
 {
+    m_timer2.setInterval(kIntervalMs);
+    connect(&m_timer2, &QTimer::timeout, this, &ClockTick::Timer2_Timer);
+}
+
+void ClockTick::started()
+{
+    m_autoList = LoadAutoList(m_autoListFile);
+    MakeDayStr();
+    ShowTime();
+    m_timer2.start();
+}
+
+bool ClockTick::setAutoList(const QStringList &list)
+{
+    m_autoList = list;
+    return SaveAutoList(m_autoListFile, m_autoList);
 }
 
 void ClockTick::setSnoozeMinutes(int minutes)
@@ -35,21 +59,14 @@ void ClockTick::MakeDayStr()
 {
     const DayText texts = ::MakeDayStr(m_clock.now().date());
     m_todayLetter = texts.todayLetter;
-    if (m_actions.makeDayStr)
-        m_actions.makeDayStr(texts);
-}
-
-void ClockTick::label(int n, const QString &text) const
-{
-    if (m_actions.setLabel)
-        m_actions.setLabel(n, text);
+    m_skin.setLabel(kDayLabel, texts.day);
+    m_skin.setLabel(kDateLabel, texts.date);
 }
 
 void ClockTick::showTime(const QTime &time)
 {
-    label(3, clockLabelText(time, m_settings.TimeFmt != 0));
-    if (m_actions.setDD)
-        m_actions.setDD(3, 0);
+    m_skin.setLabel(kClockLabel, clockLabelText(time, m_settings.TimeFmt != 0));
+    m_skin.SetDD(kClockGroup, 0);
 }
 
 void ClockTick::ShowTime()
@@ -80,8 +97,7 @@ void ClockTick::Timer2_Timer()
                 runSchedule(hhmm);
         }
     }
-    if (m_actions.endOfTick)
-        m_actions.endOfTick(now);
+    emit beat(now);
 }
 
 // The minute count restarts whenever the snooze is switched on and, once it
@@ -94,28 +110,27 @@ void ClockTick::refreshSnooze(bool minuteTick, const QString &hhmm)
         m_snoozeWasOn = on;
         m_snoozeLeft = m_snoozeStart;
         if (!on)
-            label(5, QString());
+            m_skin.setLabel(kSnoozeLabel, QString());
     }
     if (!on)
         return;
 
     if (m_settings.SnoozeMode != 0) {
-        label(5, m_settings.SnoozeTime);
-        if (minuteTick && hhmm == m_settings.SnoozeTime && m_actions.snoozeAction)
-            m_actions.snoozeAction();
+        m_skin.setLabel(kSnoozeLabel, m_settings.SnoozeTime);
+        if (minuteTick && hhmm == m_settings.SnoozeTime)
+            emit snoozeEnded();
         return;
     }
 
     if (minuteTick)
         --m_snoozeLeft;
-    label(5, twoDigits(m_snoozeLeft));
+    m_skin.setLabel(kSnoozeLabel, twoDigits(m_snoozeLeft));
     if (m_snoozeLeft < 1) {
         m_settings.Snooze = 0;
         m_snoozeWasOn = false;
         m_snoozeLeft = m_snoozeStart;
-        if (m_actions.snoozeAction)
-            m_actions.snoozeAction();
-        label(5, QString());
+        emit snoozeEnded();
+        m_skin.setLabel(kSnoozeLabel, QString());
     }
 }
 
@@ -127,9 +142,9 @@ void ClockTick::runSchedule(const QString &hhmm)
         if (!entryApplies(entry, m_todayLetter))
             continue;
         const int preset = entryPreset(entry);
-        if (entryOnTime(entry) == hhmm && m_actions.switchOn)
-            m_actions.switchOn(preset);
-        if (entryOffTime(entry) == hhmm && m_actions.switchOff)
-            m_actions.switchOff();
+        if (entryOnTime(entry) == hhmm)
+            emit switchOn(preset);
+        if (entryOffTime(entry) == hhmm)
+            emit switchOff();
     }
 }

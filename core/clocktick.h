@@ -1,39 +1,36 @@
 #pragma once
 
 #include "skin/daytext.h"
+#include "skin/skinpart.h"
 
 #include <QChar>
 #include <QDateTime>
+#include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
-#include <functional>
+#include <QTimer>
 
 class Clock;
+class SkinSurface;
 struct Settings;
 
-// The clock timer's work: clock label and digit group, the day texts at
-// midnight, the snooze and the automatic on/off schedule. The window runs
-// Timer2_Timer every 250 ms so the second that reads "00" is never missed.
-class ClockTick
+// The clock timer (Timer2) and its work: clock label and digit group, the
+// day texts at midnight, the snooze and the automatic on/off schedule. It
+// ticks every 250 ms so the second that reads "00" is never missed.
+class ClockTick : public QObject, public SkinPart
 {
+    Q_OBJECT
 public:
-    struct Actions
-    {
-        std::function<void(int label, const QString &text)> setLabel;
-        std::function<void(int group, const QVariant &value)> setDD;
-        std::function<void(const DayText &texts)> makeDayStr;
-        std::function<void(int preset)> switchOn;
-        std::function<void()> switchOff;
-        std::function<void()> snoozeAction;
-        // Every tick, last: what runs on the clock's beat (the stopwatches,
-        // the switch-on fade).
-        std::function<void(const QDateTime &now)> endOfTick;
-    };
-
     static constexpr int DefaultSnoozeMinutes = 30;
+    static constexpr int kIntervalMs = 250;
 
-    ClockTick(const Clock &clock, Settings &settings, const QStringList &autoList, Actions actions);
+    // autoListFile: where the schedule list is kept.
+    ClockTick(const Clock &clock, Settings &settings, SkinSurface &skin, QString autoListFile);
+
+    // SkinPart: the schedule list is read, the day texts and the clock
+    // shown, and the timer started.
+    void started() override;
+    void settingsChanged() override { ShowTime(); }
 
     void Timer2_Timer();
     // The clock label and group as the minute tick sets them, for start-up,
@@ -45,21 +42,36 @@ public:
     void MakeDayStr();
     QChar todayLetter() const { return m_todayLetter; }
 
+    const QStringList &autoList() const { return m_autoList; }
+    // The preferences changed the list: it is written at once, since an
+    // alarm set tonight must survive a crash before morning. False when the
+    // file could not be written.
+    bool setAutoList(const QStringList &list);
+
     // The count the minute snooze starts from each time "Snooze" is turned on.
     void setSnoozeMinutes(int minutes);
     int snoozeMinutes() const { return m_snoozeStart; }
     int snoozeRemaining() const { return m_snoozeLeft; }
 
+signals:
+    void switchOn(int preset);
+    void switchOff();
+    void snoozeEnded();
+    // Every tick, last: what runs on the clock's beat (the stopwatches, the
+    // switch-on fade, the lights).
+    void beat(const QDateTime &now);
+
 private:
     void showTime(const QTime &time);
     void refreshSnooze(bool minuteTick, const QString &hhmm);
     void runSchedule(const QString &hhmm);
-    void label(int n, const QString &text) const;
 
     const Clock &m_clock;
     Settings &m_settings;
-    const QStringList &m_autoList;
-    Actions m_actions;
+    SkinSurface &m_skin;
+    QString m_autoListFile;
+    QStringList m_autoList;
+    QTimer m_timer2;
 
     QString m_lastSecond;
     QChar m_todayLetter;

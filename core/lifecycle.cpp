@@ -10,6 +10,8 @@
 #include "platform/random.h"
 #include "platform/screens.h"
 #include "player/playlist.h"
+#include "player/startfiles.h"
+#include "skin/skinpart.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -39,57 +41,50 @@ QString Lifecycle::startSkin()
 void Lifecycle::Load(const QStringList &names, const QString &workingFolder, bool playNow)
 {
     Settings &s = m_settings;
-    m_host.ExDevOut(QStringLiteral("Welcome to Velto!"));
-    m_host.createSecondaryWindows();
-
     m_svc.config.ReadAll(s);
-    const QPoint current = m_host.windowPos();
+    const QPoint current = m_window.windowPos();
     m_svc.config.ReadPosition(s, current.x(), current.y());
-    m_host.moveWindow(
-        keepOnScreen(QPoint(s.X, s.Y), m_host.windowSize(), m_svc.screens.workAreas()));
+    m_window.moveWindow(
+        keepOnScreen(QPoint(s.X, s.Y), m_window.windowSize(), m_svc.screens.workAreas()));
     bool levelKnown = false;
     const quint32 level =
         m_svc.config.GetCfgStr(QStringLiteral("OutputLevel"), QString()).toUInt(&levelKnown);
     if (levelKnown)
-        m_host.restoreOutputLevel(level);
+        m_player.restoreOutputLevel(level);
 
     const QString skin = startSkin();
     m_svc.random.seed(quint32(m_svc.clock.now().time().msecsSinceStartOfDay()));
-    m_host.ClearInf();
-    m_host.LoadSkin(skin);
+    m_window.LoadSkin(skin);
 
-    m_host.LoadAutoList(m_svc.folder.file(QStringLiteral("autolist.txt")));
-    m_host.LoadStations(m_svc.folder.file(QStringLiteral("stations.txt")));
-    m_host.LoadWebRadio(m_svc.folder.file(QStringLiteral("webradio.txt")));
-    m_host.PrepareFmTuner();
-    m_host.LoadCvtFile(s.CvtFile);
-    m_host.MakeDayStr();
-    m_host.InitTimers();
+    // The parts read their own files (schedule, stations, conversions) and
+    // start their timers.
+    for (SkinPart *part : m_parts)
+        part->started();
 
     if (s.StartMin == 1)
-        m_host.minimiseWindow();
+        m_window.minimiseWindow();
 
     const QStringList named = openedNames(names, workingFolder);
     for (const QString &name : named) {
         if (name.contains(QLatin1String("://")) || QFileInfo::exists(name))
-            m_host.AddOpened(name);
+            m_player.addOpened(name);
         else
             m_svc.dialogs.message(QStringLiteral("File not found:\r") + name);
     }
     if (named.isEmpty() && s.StartMd == 1)
         RestoreLastState();
     else if (named.isEmpty() && s.StartMd == 2 && !s.StartFile.isEmpty())
-        m_host.AddOpened(s.StartFile);
+        m_player.addOpened(s.StartFile);
 
     if (s.AutoPlay != 0 || (playNow && !named.isEmpty()))
-        m_host.PlayIt();
+        m_player.playWhenScanned();
 }
 
 void Lifecycle::SaveLastState()
 {
-    m_svc.config.SaveStr(QStringLiteral("LastCover"), m_host.currentCover());
+    m_svc.config.SaveStr(QStringLiteral("LastCover"), m_player.currentCover());
     m_svc.config.SaveStr(QStringLiteral("LastTrack"), QString::number(m_playlist.CurTrack));
-    m_svc.config.SaveStr(QStringLiteral("OutputLevel"), QString::number(m_host.outputLevel()));
+    m_svc.config.SaveStr(QStringLiteral("OutputLevel"), QString::number(m_player.outputLevel()));
     const QString failure =
         Playlist(m_playlist).WritePL(m_svc.folder.file(QStringLiteral("playlist.m3u")));
     if (!failure.isEmpty())
@@ -104,7 +99,7 @@ void Lifecycle::RestoreLastState()
     if (!failure.isEmpty())
         m_svc.dialogs.message(failure);
     m_playlist.CurTrack = m_svc.config.GetCfgInt(QStringLiteral("LastTrack"), QStringLiteral("0"));
-    m_host.SetCover(m_svc.config.GetCfgStr(QStringLiteral("LastCover"), QString()));
+    m_player.setStartCover(m_svc.config.GetCfgStr(QStringLiteral("LastCover"), QString()));
 }
 
 void Lifecycle::Unload(bool interactive)
@@ -112,7 +107,7 @@ void Lifecycle::Unload(bool interactive)
     if (m_unloaded)
         return;
     m_unloaded = true;
-    const QPoint pos = m_host.windowPos();
+    const QPoint pos = m_window.windowPos();
     m_settings.X = qint16(pos.x());
     m_settings.Y = qint16(pos.y());
 
@@ -121,8 +116,6 @@ void Lifecycle::Unload(bool interactive)
     if (!m_svc.config.WriteAll(m_settings))
         qWarning("velto: the settings could not be written");
 
-    if (m_settings.FMEnable == 1 && interactive &&
-        m_svc.dialogs.askYesNo(QStringLiteral("Mute FM Tuner Audio?")))
-        m_host.MuteFmTuner();
-    m_host.CloseDevices();
+    for (SkinPart *part : m_parts)
+        part->ending(interactive);
 }

@@ -5,8 +5,12 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <vector>
+
 class Clock;
 class ConfigStore;
+class StartFiles;
+class SkinPart;
 class Dialogs;
 class ProgramFolder;
 class Random;
@@ -14,38 +18,16 @@ class Screens;
 struct PlaylistState;
 struct Settings;
 
-// What start-up and shut-down ask of the main window and the parts it owns.
-// Each mode's loader is reached through here; the window forwards to the part.
-class LifecycleHost
+// What start-up and shut-down ask of the main window itself.
+class StartWindow
 {
 public:
-    virtual ~LifecycleHost() = default;
+    virtual ~StartWindow() = default;
     virtual QPoint windowPos() const = 0;
     virtual QSize windowSize() const = 0;
     virtual void moveWindow(QPoint pos) = 0;
     virtual void minimiseWindow() = 0;
-
-    virtual void ExDevOut(const QString &text) = 0;
-    virtual void createSecondaryWindows() = 0;
-    virtual void ClearInf() = 0;
     virtual void LoadSkin(const QString &file) = 0;
-    virtual void LoadAutoList(const QString &file) = 0;
-    virtual void LoadStations(const QString &file) = 0;
-    virtual void LoadWebRadio(const QString &file) = 0;
-    virtual void PrepareFmTuner() = 0;
-    virtual void LoadCvtFile(const QString &file) = 0;
-    virtual void MakeDayStr() = 0;
-    virtual void InitTimers() = 0;
-    virtual void AddOpened(const QString &path) = 0;
-    virtual void PlayIt() = 0;
-    virtual QString currentCover() const = 0;
-    virtual void SetCover(const QString &file) = 0;
-    // Velto's output level as one word; kept between runs, as a sound card
-    // keeps its level.
-    virtual quint32 outputLevel() const = 0;
-    virtual void restoreOutputLevel(quint32 word) = 0;
-    virtual void MuteFmTuner() = 0;
-    virtual void CloseDevices() = 0;
 };
 
 // The main window's load (start-up) and unload (shut-down).
@@ -62,8 +44,12 @@ public:
         const ProgramFolder &folder;
     };
 
-    Lifecycle(Services services, Settings &settings, PlaylistState &playlist, LifecycleHost &host)
-        : m_svc(services), m_settings(settings), m_playlist(playlist), m_host(host)
+    // The parts start in the order given, once the first skin is shown, and
+    // end in the same order at shut-down.
+    Lifecycle(Services services, Settings &settings, PlaylistState &playlist, StartWindow &window,
+              StartFiles &player, const std::vector<SkinPart *> &parts)
+        : m_svc(services), m_settings(settings), m_playlist(playlist), m_window(window),
+          m_player(player), m_parts(parts)
     {
     }
 
@@ -87,6 +73,8 @@ private:
     Services m_svc;
     Settings &m_settings;
     PlaylistState &m_playlist;
-    LifecycleHost &m_host;
+    StartWindow &m_window;
+    StartFiles &m_player;
+    const std::vector<SkinPart *> &m_parts;
     bool m_unloaded = false;
 };

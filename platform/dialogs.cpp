@@ -1,6 +1,8 @@
 #include "dialogs.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 
 namespace {
@@ -28,6 +30,11 @@ bool QtDialogs::askYesNo(const QString &text)
                     QMessageBox::Yes | QMessageBox::No, m_parent);
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes;
+}
+
+QString QtDialogs::askText(const QString &prompt, const QString &answer)
+{
+    return QInputDialog::getText(m_parent, kTitle, prompt, QLineEdit::Normal, answer);
 }
 
 QString QtDialogs::qtFilter(const QString &filter)

@@ -13,6 +13,8 @@ public:
     virtual ~Dialogs() = default;
     virtual void message(const QString &text) = 0;
     virtual bool askYesNo(const QString &text) = 0;
+    // A line of text, offering `answer`; empty when the user cancels.
+    virtual QString askText(const QString &prompt, const QString &answer) = 0;
     // Each returns an empty result when the user cancels.
     virtual QStringList openFiles(const QString &title, const QString &folder,
                                   const QString &filter) = 0;
@@ -37,6 +39,7 @@ public:
 
     void message(const QString &text) override;
     bool askYesNo(const QString &text) override;
+    QString askText(const QString &prompt, const QString &answer) override;
     QStringList openFiles(const QString &title, const QString &folder,
                           const QString &filter) override;
     QString saveFile(const QString &title, const QString &folder, const QString &filter) override;

@@ -6,6 +6,7 @@
 #include "platform/mediadevice.h"
 #include "platform/nullmediadevice.h"
 #include "platform/random.h"
+#include "skin/skinsurface.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -14,24 +15,19 @@
 
 namespace {
 
-template<typename F, typename... Args> void call(const F &hook, Args &&...args)
-{
-    if (hook)
-        hook(std::forward<Args>(args)...);
-}
-
 const QString kDelay = QStringLiteral("Delay");
 const QString kNotFound = QStringLiteral("[FILE NOT FOUND]");
 
 } // namespace
 
-PlaybackEngine::PlaybackEngine(PlaylistState &playlist, PlayerFlags &flags, Dialogs &dialogs,
-                               Random &random, DeviceFactory makeDevice)
-    : m_playlist(playlist), m_flags(flags), m_dialogs(dialogs), m_random(random),
-      m_makeDevice(std::move(makeDevice))
+PlaybackEngine::PlaybackEngine(PlaylistState &playlist, PlayerFlags &flags, Options options,
+                               SkinSurface &skin, Dialogs &dialogs, Random &random,
+                               DeviceFactory makeDevice)
+    : m_playlist(playlist), m_flags(flags), m_options(options), m_skin(skin), m_dialogs(dialogs),
+      m_random(random), m_makeDevice(std::move(makeDevice))
 {
     m_timer1.setInterval(kTickMs);
-    QObject::connect(&m_timer1, &QTimer::timeout, &m_timer1, [this] { Timer1_Timer(); });
+    connect(&m_timer1, &QTimer::timeout, this, &PlaybackEngine::Timer1_Timer);
 }
 
 PlaybackEngine::~PlaybackEngine()
@@ -60,14 +56,9 @@ MediaDevice &PlaybackEngine::instance(int index)
         events.ended = [this, index] { deviceEnded(index); };
         events.failed = [this, index](int, const QString &) { deviceFailed(index); };
         slot->setEvents(std::move(events));
-        call(deviceCreated, *slot);
+        emit deviceCreated(slot.get());
     }
     return *slot;
-}
-
-PlaybackEngine::Options PlaybackEngine::currentOptions() const
-{
-    return options ? options() : Options();
 }
 
 QString PlaybackEngine::displayName() const
@@ -78,7 +69,7 @@ QString PlaybackEngine::displayName() const
 void PlaybackEngine::clearTrackLabels()
 {
     for (int label : {kTypeLabel, kNameLabel, kNumberLabel, kLengthLabel})
-        call(setLabel, label, QString());
+        m_skin.setLabel(label, QString());
 }
 
 void PlaybackEngine::PlayFile(const QString &path)
@@ -91,14 +82,13 @@ void PlaybackEngine::PlayFile(const QString &path)
 void PlaybackEngine::PlayIt()
 {
     PlaylistState &pl = m_playlist;
-    const Options opts = currentOptions();
     if (pl.CurTrack == -99) {
         if (pl.PlPath.size() < Playlist::kMaxEntries) {
             const QString &file = m_state.CurFile;
             pl.PlPath << file;
-            pl.PlNames << Playlist::markPicture(Playlist::FriendlyName(file, opts.friendlyNames),
-                                                file);
-            call(playlistChanged);
+            pl.PlNames << Playlist::markPicture(
+                Playlist::FriendlyName(file, m_options.FriendlyNames > 0), file);
+            emit playlistChanged();
         }
         pl.CurTrack = int(pl.PlNames.size());
     }
@@ -129,7 +119,6 @@ void PlaybackEngine::PlayIt()
     if (m_state.CDMode) {
         m_state.CurDevice = QStringLiteral("cdaudio");
         m_state.CurMci = 1;
-        call(playCdTrack, pl.CurTrack);
         return;
     }
 
@@ -144,20 +133,20 @@ void PlaybackEngine::PlayIt()
         if (!name.contains(kNotFound))
             name += QLatin1Char(' ') + kNotFound;
         pl.PlPath[pl.CurTrack - 1].clear();
-        call(playlistChanged);
+        emit playlistChanged();
         return;
     }
 
-    const MediaType type = classifyMedia(file, opts.MCIDevice);
+    const MediaType type = classifyMedia(file, m_options.MCIDevice);
     m_state.CurDevice = type.device;
     m_tag = TagRecord();
     switch (type.kind) {
     case MediaType::Kind::Mpeg: {
         const Mp3Info info = GetMP3Info(file);
         m_tag = info.tag;
-        call(onMp3Info, info);
-        if (opts.UseTagCover == 1)
-            call(LoadTagCover, m_tag.Album, m_tag.Artist);
+        emit mp3Info(info);
+        if (m_options.UseTagCover == 1)
+            emit tagCoverWanted(m_tag.Album, m_tag.Artist);
         break;
     }
     case MediaType::Kind::Placeholder:
@@ -166,11 +155,7 @@ void PlaybackEngine::PlayIt()
         startDelayItem();
         return;
     case MediaType::Kind::CdTrack:
-        if (playCdTrack) {
-            playCdTrack(type.cdTrack);
-            return;
-        }
-        break; // no CD part: the device refuses "cdaudio" and says so
+        break; // no CD part yet: the device refuses "cdaudio" and says so
     default:
         break;
     }
@@ -182,8 +167,8 @@ void PlaybackEngine::startDelayItem()
     m_state.TrackLength = kPictureMs;
     m_state.PlayPos = 0;
     m_state.TrackStart = 0;
-    call(LoadCover, m_state.CurFile);
-    call(selectEntry, m_playlist.CurTrack - 1);
+    emit coverWanted(m_state.CurFile);
+    emit entryShown(m_playlist.CurTrack - 1);
     // A picture opens no device. Its instance still gets "play" (only
     // "delay" in lower case would skip it) and ignores it; closed first, so
     // no older item comes back to life under the picture.
@@ -226,7 +211,7 @@ void PlaybackEngine::deviceOpened(int index)
         return;
     }
     m_state.TrackLength = qint32(qMin<qint64>(device.length(), INT32_MAX));
-    call(onTrackStarted, m_state.CurFile);
+    emit trackStarted(m_state.CurFile);
     started(m_starting);
 }
 
@@ -238,12 +223,11 @@ void PlaybackEngine::started(bool showPlaying)
     if (showPlaying) {
         m_state.playing = true;
         m_state.paused = false;
-        call(showPositionSlider, true);
+        m_skin.setSliderShown(kPositionSlider, true);
         ShowLights();
     }
     ShowTitles();
-    call(markPlaying, m_playlist.CurTrack - 1);
-    call(repaint);
+    emit entryPlaying(m_playlist.CurTrack - 1);
     if (showPlaying)
         m_timer1.start();
 }
@@ -306,13 +290,13 @@ void PlaybackEngine::StopIt()
     }
     m_starting = false;
     m_timer1.stop();
-    call(showPositionSlider, false);
+    m_skin.setSliderShown(kPositionSlider, false);
     m_shownSeconds = 0;
-    call(SetDD, kTimeGroup, QVariant(0));
+    m_skin.SetDD(kTimeGroup, QVariant(0));
     m_state.playing = false;
     m_state.paused = false;
     ShowLights();
-    call(ExDevOut, QStringLiteral("Velto stopped"));
+    emit ExDevOut(QStringLiteral("Velto stopped"));
 }
 
 void PlaybackEngine::PauseIt()
@@ -397,7 +381,7 @@ void PlaybackEngine::PlSelAct(int selectedIndex)
 
 void PlaybackEngine::PlayNext()
 {
-    const qint16 overlap = currentOptions().PBOverlap;
+    const qint16 overlap = m_options.PBOverlap;
     if (!m_state.CDMode && overlap >= 1) {
         const int old = m_state.CurMci;
         m_state.CurMci = 1 - old;
@@ -471,9 +455,11 @@ void PlaybackEngine::GetPlayPos()
     // repaints the window nine times for nothing.
     if (shown / 1000 != m_shownSeconds) {
         m_shownSeconds = shown / 1000;
-        call(SetDD, kTimeGroup, QVariant(m_shownSeconds));
+        m_skin.SetDD(kTimeGroup, QVariant(m_shownSeconds));
     }
-    call(showPosition, m_state.PlayPos, m_state.TrackLength);
+    if (m_state.TrackLength > 0)
+        m_skin.setSliderValue(kPositionSlider,
+                              double(m_state.PlayPos) / double(m_state.TrackLength));
 }
 
 void PlaybackEngine::Timer1_Timer()
@@ -483,7 +469,7 @@ void PlaybackEngine::Timer1_Timer()
     if (!m_state.playing || m_state.paused || m_state.TrackLength == 0)
         return;
     GetPlayPos();
-    call(onTick, m_state.PlayPos);
+    emit ticked(m_state.PlayPos);
     // One move per tick: after PlayNext the position read above belongs to
     // the item that just ended.
     if (m_flags.IntroScan && m_state.PlayPos >= 10001) {
@@ -494,7 +480,7 @@ void PlaybackEngine::Timer1_Timer()
         PlayFrom(m_state.LoopStart);
         return;
     }
-    if (!m_state.CDMode && m_state.PlayPos >= m_state.TrackLength - currentOptions().PBOverlap)
+    if (!m_state.CDMode && m_state.PlayPos >= m_state.TrackLength - m_options.PBOverlap)
         PlayNext();
 }
 
@@ -503,26 +489,26 @@ void PlaybackEngine::ShowTitles()
     const QString name = displayName();
     const qint32 seconds = m_state.TrackLength / 1000;
     const QString type = m_state.CDMode ? QStringLiteral("CDA") : mediaExtension(m_state.CurFile);
-    call(setLabel, kTypeLabel, type);
-    call(setLabel, kNameLabel, name);
-    call(setLabel, kNumberLabel, QString::number(m_playlist.CurTrack));
-    call(setLabel, kLengthLabel,
-         QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
-    call(SetDD, kNumberGroup, QVariant(m_playlist.CurTrack));
-    call(SetDD, kNameGroup, QVariant(name));
+    m_skin.setLabel(kTypeLabel, type);
+    m_skin.setLabel(kNameLabel, name);
+    m_skin.setLabel(kNumberLabel, QString::number(m_playlist.CurTrack));
+    m_skin.setLabel(
+        kLengthLabel,
+        QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+    m_skin.SetDD(kNumberGroup, QVariant(m_playlist.CurTrack));
+    m_skin.SetDD(kNameGroup, QVariant(name));
 
     const TagFields fields = fieldsFromRecord(m_tag);
     const QString what = fields.title.isEmpty() ? name
                                                 : QLatin1Char('[') + fields.artist +
                                                       QStringLiteral("] - ") + fields.title;
-    call(setTrayTip, (QStringLiteral("Velto - ") + what).left(64));
     // The desktop adds the program's name to every window title itself.
-    call(setWindowTitle, what);
+    emit titlesChanged(what, (QStringLiteral("Velto - ") + what).left(64));
 }
 
-void PlaybackEngine::ShowLights()
+void PlaybackEngine::skinLoaded()
 {
-    call(showLights);
+    m_skin.setSliderShown(kPositionSlider, m_state.playing);
 }
 
 void PlaybackEngine::LoopPoint()
@@ -536,16 +522,6 @@ void PlaybackEngine::LoopPoint()
         m_state.LoopStart = m_state.LoopEnd = 0;
     }
     ShowLights();
-}
-
-void PlaybackEngine::VolumeStep(int direction)
-{
-    call(volumeStep, direction);
-}
-
-void PlaybackEngine::ToggleMute()
-{
-    call(toggleMute);
 }
 
 void PlaybackEngine::CloseDevices()
@@ -563,7 +539,7 @@ void PlaybackEngine::CloseDevices()
 void PlaybackEngine::TagSaved(const QString &file)
 {
     if (file.isEmpty() || file != m_state.CurFile || m_state.CurDevice.isEmpty() ||
-        classifyMedia(file, currentOptions().MCIDevice).kind != MediaType::Kind::Mpeg)
+        classifyMedia(file, m_options.MCIDevice).kind != MediaType::Kind::Mpeg)
         return;
     m_tag = GetMP3Info(file).tag;
     ShowTitles();
@@ -597,8 +573,6 @@ PlaybackEngine::JumpTarget PlaybackEngine::parseJump(const QString &text)
 
 void PlaybackEngine::JumpTo(qint32 markPos)
 {
-    if (!askText)
-        return;
     const int count = int(m_playlist.PlNames.size());
     // A marked position is one Enter away: back to the spot the user marked.
     const qint32 markSeconds = markPos / 1000;
@@ -607,10 +581,10 @@ void PlaybackEngine::JumpTo(qint32 markPos)
                                    .arg(markSeconds / 60)
                                    .arg(markSeconds % 60, 2, 10, QLatin1Char('0'))
                              : QString();
-    const QString answer =
-        askText(QStringLiteral("Jump to entry number (1 to %1), or to a time in this item (m:ss):")
-                    .arg(count),
-                mark);
+    const QString answer = m_dialogs.askText(
+        QStringLiteral("Jump to entry number (1 to %1), or to a time in this item (m:ss):")
+            .arg(count),
+        mark);
     const JumpTarget target = parseJump(answer);
     switch (target.kind) {
     case JumpTarget::Kind::Entry:

@@ -2,9 +2,10 @@
 
 #include "id3tag.h"
 #include "mp3info.h"
-#include "playercommands.h"
+#include "playerflags.h"
 #include "playlist.h"
 
+#include <QObject>
 #include <QString>
 #include <QTimer>
 #include <QVariant>
@@ -16,6 +17,7 @@
 class Dialogs;
 class MediaDevice;
 class Random;
+class SkinSurface;
 
 // What the engine knows about the item that plays.
 struct PlaybackState
@@ -39,22 +41,24 @@ struct PlaybackState
 // devices take turns, so with an overlap ("PBOverlap") the next item starts
 // while the last one finishes.
 //
-// Everything the engine shows goes out through the hooks below, which the
-// main window wires to the skin, the tray and the other parts; unset hooks
-// are skipped. Devices come from the factory given, the real ones from the
-// media engine module or, in tests, the same module with silent output.
-class PlaybackEngine : public PlayerCommands
+// The engine writes its titles, time and position onto the skin itself and
+// tells the other parts what happens through its signals. Devices come from
+// the factory given, the real ones from the media engine module or, in
+// tests, the same module with silent output.
+class PlaybackEngine : public QObject
 {
+    Q_OBJECT
 public:
     using DeviceFactory = std::function<std::unique_ptr<MediaDevice>()>;
 
-    // The settings the engine reads each time it needs them.
+    // The settings the engine reads each time it needs them; they belong to
+    // whoever made the engine and outlive it.
     struct Options
     {
-        QString MCIDevice = QStringLiteral("0");
-        qint16 PBOverlap = 0; // ms
-        qint16 UseTagCover = 0;
-        bool friendlyNames = true;
+        const QString &MCIDevice;
+        const qint16 &PBOverlap; // ms
+        const qint16 &UseTagCover;
+        const qint16 &FriendlyNames;
     };
 
     // Track labels that ShowTitles fills, as the shipped skins number them.
@@ -66,38 +70,37 @@ public:
     static constexpr int kTimeGroup = 0;
     static constexpr int kNumberGroup = 1;
     static constexpr int kNameGroup = 2;
+    static constexpr int kPositionSlider = 1;
     static constexpr int kTickMs = 100;
     static constexpr qint32 kPictureMs = 5000;
 
-    PlaybackEngine(PlaylistState &playlist, PlayerFlags &flags, Dialogs &dialogs, Random &random,
-                   DeviceFactory makeDevice);
+    PlaybackEngine(PlaylistState &playlist, PlayerFlags &flags, Options options, SkinSurface &skin,
+                   Dialogs &dialogs, Random &random, DeviceFactory makeDevice);
     ~PlaybackEngine() override;
     PlaybackEngine(const PlaybackEngine &) = delete;
     PlaybackEngine &operator=(const PlaybackEngine &) = delete;
 
-    // PlayerCommands
-    void StopIt() override;
-    void PauseIt() override;
-    void PlayIt() override;
-    void EjectIt() override {} // with the audio CD
-    void PrevTrack() override;
-    void NextTrack() override;
-    void Reverse() override;
-    void Forward() override;
-    void PlayPause() override;
-    void ToggleCDMode() override {} // with the audio CD
-    void JumpTo(qint32 markPos) override;
-    void ShowLights() override;
-    qint32 currentPosition() const override { return m_state.PlayPos; }
-    void ToggleRemaining() override
+    void StopIt();
+    void PauseIt();
+    void PlayIt();
+    void PrevTrack();
+    void NextTrack();
+    void Reverse();
+    void Forward();
+    void PlayPause();
+    // Offers the position command 31 marked (when there is one) as the answer.
+    void JumpTo(qint32 markPos);
+    qint32 currentPosition() const { return m_state.PlayPos; }
+    // Switches the time display between elapsed and remaining (ShowRemaining).
+    void ToggleRemaining()
     {
         m_state.ShowRemaining = !m_state.ShowRemaining;
         m_shownSeconds = -1;
     }
-    void VolumeStep(int direction) override;
-    void ToggleMute() override;
-    void PlSelAct(int selectedIndex) override;
-    void LoopPoint() override;
+    // Plays the playlist entry at the list's 0-based selected index.
+    void PlSelAct(int selectedIndex);
+    // A-B loop: sets the start, then the end, then clears both.
+    void LoopPoint();
 
     void RndTrack();
     // The end of an item: the next entry, a random one, or the same again.
@@ -107,6 +110,8 @@ public:
     void GetPlayPos();
     void Timer1_Timer();
     void ShowTitles();
+    // The flags or the playing state changed: the lights follow.
+    void ShowLights() { emit stateChanged(); }
     // Plays a file that is not in the playlist yet: it is added at the end.
     void PlayFile(const QString &path);
     // Shut-down: both devices closed, the tick stopped.
@@ -114,6 +119,8 @@ public:
     // A tag was written into `file`: when it is the item playing, the tray
     // tip and titles show the new one.
     void TagSaved(const QString &file);
+    // A new skin shows the position slider only while something plays.
+    void skinLoaded();
 
     const PlaybackState &state() const { return m_state; }
     // The tag of the current item; the blank record for anything but MP3.
@@ -130,43 +137,31 @@ public:
     };
     static JumpTarget parseJump(const QString &text);
 
-    std::function<Options()> options;
-
-    // Output: the skin, the tray, the window.
-    std::function<void(int label, const QString &text)> setLabel;
-    std::function<void(int group, const QVariant &value)> SetDD;
-    std::function<void(const QString &text)> setTrayTip;
-    std::function<void(const QString &text)> setWindowTitle;
-    std::function<void()> showLights;
-    std::function<void()> repaint;
-    std::function<void(bool visible)> showPositionSlider;
-    std::function<void(qint64 posMs, qint64 lengthMs)> showPosition;
-    std::function<void(const QString &text)> ExDevOut;
+signals:
+    // The window's title and the tray's tool tip for the item.
+    void titlesChanged(const QString &title, const QString &trayTip);
+    // Playing, paused, the flags or the loop changed: what the lights show.
+    void stateChanged();
+    // A line for the external display.
+    void ExDevOut(const QString &text);
     // The playlist's names changed (a missing file was marked, a file added).
-    std::function<void()> playlistChanged;
-    std::function<void(int row)> selectEntry;
-    // The entry that plays now, to stand out in the list.
-    std::function<void(int row)> markPlaying;
-
-    // The other parts that follow playback.
-    std::function<void(const QString &file)> LoadCover;
-    std::function<void(const QString &album, const QString &artist)> LoadTagCover;
-    std::function<void(const Mp3Info &info)> onMp3Info;
-    // Once the item is open: its lyrics are loaded here.
-    std::function<void(const QString &file)> onTrackStarted;
+    void playlistChanged();
+    // The entry to select in the list, and the one that plays now.
+    void entryShown(int row);
+    void entryPlaying(int row);
+    // What the other parts follow: the cover, the frame information, the
+    // lyrics, the position.
+    void coverWanted(const QString &file);
+    void tagCoverWanted(const QString &album, const QString &artist);
+    void mp3Info(const Mp3Info &info);
+    // Once the item is open.
+    void trackStarted(const QString &file);
     // Each tick while playing, after the position was read.
-    std::function<void(qint64 posMs)> onTick;
-    std::function<void(MediaDevice &device)> deviceCreated;
-    std::function<void(int direction)> volumeStep;
-    std::function<void()> toggleMute;
-    // A CD track, when the audio CD part is there to play it.
-    std::function<void(int track)> playCdTrack;
-    // Asks for a line of text, offering `answer`; empty when the user cancels.
-    std::function<QString(const QString &prompt, const QString &answer)> askText;
+    void ticked(qint64 posMs);
+    void deviceCreated(MediaDevice *device);
 
 private:
     MediaDevice &instance(int index);
-    Options currentOptions() const;
     qint16 randomTrack();
     void clearTrackLabels();
     void startDelayItem();
@@ -181,6 +176,8 @@ private:
 
     PlaylistState &m_playlist;
     PlayerFlags &m_flags;
+    Options m_options;
+    SkinSurface &m_skin;
     Dialogs &m_dialogs;
     Random &m_random;
     DeviceFactory m_makeDevice;

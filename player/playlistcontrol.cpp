@@ -1,5 +1,7 @@
 #include "playlistcontrol.h"
 
+#include "skin/skinsurface.h"
+
 #include "platform/dialogs.h"
 
 #include <QKeyEvent>
@@ -19,16 +21,15 @@ const QString kMediaFilter = QStringLiteral(
 
 } // namespace
 
-PlaylistControl::PlaylistControl(PlaylistState &state, Options options, Dialogs &dialogs,
-                                 PlayerCommands &player, QObject *parent)
-    : QObject(parent), m_state(state), m_options(options), m_dialogs(dialogs), m_player(player),
+PlaylistControl::PlaylistControl(PlaylistState &state, Options options, SkinSurface &skin,
+                                 Dialogs &dialogs, QObject *parent)
+    : QObject(parent), m_state(state), m_options(options), m_skin(skin), m_dialogs(dialogs),
       m_scan(state), m_playlist(state)
 {
     m_playlist.scanner = &m_scan;
-    connect(&m_scan, &FolderScan::progress, this, &PlaylistControl::scanProgress);
+    connect(&m_scan, &FolderScan::progress, this, &PlaylistControl::scanStep);
     connect(&m_scan, &FolderScan::finished, this, [this] {
-        if (showScanProgress)
-            showScanProgress(-1);
+        emit scanProgress(-1);
         runQueued();
     });
 }
@@ -44,13 +45,12 @@ Playlist &PlaylistControl::playlist()
 void PlaylistControl::rememberPath(const QString &folder)
 {
     m_options.Path = folder;
-    if (savePath)
-        savePath(folder);
+    emit pathChosen(folder);
 }
 
 void PlaylistControl::PlMoveEntry(int direction)
 {
-    if (cdMode && cdMode())
+    if (m_options.CDMode)
         return;
     const int from = selectedIndex();
     const int to = m_playlist.PlMoveEntry(direction, from);
@@ -73,8 +73,7 @@ void PlaylistControl::PlClear()
     cancelScan();
     m_playlist.PlClear();
     m_markWanted = false;
-    if (clearCover)
-        clearCover();
+    emit cleared();
     refresh(-1);
 }
 
@@ -103,7 +102,7 @@ void PlaylistControl::PlLoad()
             m_state.CurTrack = 1;
         ShowPlaylist();
         if (m_options.AutoPlay == 1)
-            m_player.PlayIt();
+            emit playRequested();
     });
 }
 
@@ -183,7 +182,7 @@ void PlaylistControl::PlaySelected()
 void PlaylistControl::play(int index)
 {
     m_state.CurTrack = index + 1;
-    m_player.PlayIt();
+    emit playRequested();
 }
 
 void PlaylistControl::itemDoubleClicked(QListWidgetItem *item)
@@ -223,16 +222,6 @@ void PlaylistControl::add(const QString &path)
     appendNewNames();
     if (!message.isEmpty())
         m_dialogs.message(message);
-}
-
-QStringList PlaylistControl::droppedPaths(const QMimeData &data)
-{
-    QStringList paths;
-    for (const QUrl &url : data.urls()) {
-        if (url.isLocalFile() && !url.toLocalFile().isEmpty())
-            paths << url.toLocalFile();
-    }
-    return paths;
 }
 
 void PlaylistControl::enqueue(std::function<void()> work)
@@ -301,12 +290,12 @@ void PlaylistControl::refresh(int selectRow)
 
 void PlaylistControl::labelsChanged()
 {
-    if (showLabels)
-        showLabels(m_state.title, int(m_state.PlNames.size()));
+    m_skin.setLabel(kNameLabel, m_state.title);
+    m_skin.setLabel(kCountLabel, QString::number(m_state.PlNames.size()));
     if (m_state.file != m_shownFile) {
         m_shownFile = m_state.file;
-        if (!m_shownFile.isEmpty() && listFileShown)
-            listFileShown(m_shownFile);
+        if (!m_shownFile.isEmpty())
+            emit listFileShown(m_shownFile);
     }
 }
 
@@ -353,11 +342,11 @@ void PlaylistControl::appendNewNames()
     labelsChanged();
 }
 
-void PlaylistControl::scanProgress(int entries)
+void PlaylistControl::scanStep(int entries)
 {
     appendNewNames();
-    if (showScanProgress && m_scan.isRunning())
-        showScanProgress(entries);
+    if (m_scan.isRunning())
+        emit scanProgress(entries);
 }
 
 bool PlaylistControl::eventFilter(QObject *watched, QEvent *event)

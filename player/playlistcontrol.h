@@ -1,7 +1,6 @@
 #pragma once
 
 #include "folderscan.h"
-#include "playercommands.h"
 #include "playlist.h"
 
 #include <QObject>
@@ -13,12 +12,12 @@
 
 class Dialogs;
 class QListWidget;
+class SkinSurface;
 class QListWidgetItem;
-class QMimeData;
 
 // The playlist as the user edits it: the dialogs, moves, removals, drops and
 // folder scans, and the list on the skin that shows it.
-class PlaylistControl : public QObject, public PlaylistCommands
+class PlaylistControl : public QObject
 {
     Q_OBJECT
 public:
@@ -31,18 +30,25 @@ public:
         const qint16 &AutoPlay;
         const qint16 &FriendlyNames;
         const QString &ValidExt;
+        const bool &CDMode; // the entries are a disc's tracks
     };
 
-    PlaylistControl(PlaylistState &state, Options options, Dialogs &dialogs, PlayerCommands &player,
+    // The playlist's name and count, as the shipped skins lay them out.
+    static constexpr int kNameLabel = 8;
+    static constexpr int kCountLabel = 13;
+
+    PlaylistControl(PlaylistState &state, Options options, SkinSurface &skin, Dialogs &dialogs,
                     QObject *parent = nullptr);
 
-    void PlMoveEntry(int direction) override; // not in CD mode
-    void PlClear() override;
-    void PlLoad() override;
-    void PlSaveAs() override;
-    void OpenMedia() override;
-    void AddFromDir() override;
-    int selectedIndex() const override;
+    void PlMoveEntry(int direction); // not in CD mode
+    void PlClear();
+    void PlLoad();
+    void PlSaveAs();
+    // Opens media files and adds them (AddOpened).
+    void OpenMedia();
+    void AddFromDir();
+    // -1 when nothing is selected.
+    int selectedIndex() const;
 
     void RemoveEntry();
     // The selected entry becomes the current one and plays.
@@ -55,8 +61,6 @@ public:
     void addOpened(const QString &path);
     // Runs work once the folder scans already asked for have ended.
     void afterScans(std::function<void()> work) { enqueue(std::move(work)); }
-    // The local files of a drop (text/uri-list), in the order given.
-    static QStringList droppedPaths(const QMimeData &data);
 
     // The list that shows the names; its keys and double clicks arrive here.
     // It may be null (a skin without a playlist).
@@ -72,17 +76,18 @@ public:
     // Stops a folder scan and forgets what waited for it; entries found stay.
     void cancelScan();
 
-    // Filled in by the window.
-    std::function<void(const QString &name, int count)> showLabels;
+signals:
+    // The current entry should play (a double click, Return, AutoPlay).
+    void playRequested();
     // A list read from a file other than the one shown before: its picture
     // becomes the cover.
-    std::function<void(const QString &file)> listFileShown;
+    void listFileShown(const QString &file);
     // Entries so far while a folder is scanned; -1 once the scan ends.
-    std::function<void(int entries)> showScanProgress;
-    std::function<void()> clearCover;
-    std::function<bool()> cdMode;
-    // Puts the new "Path" into the settings store at once.
-    std::function<void(const QString &path)> savePath;
+    void scanProgress(int entries);
+    void cleared();
+    // A dialog the user confirmed chose this folder: the new "Path", to be
+    // stored at once.
+    void pathChosen(const QString &path);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -97,14 +102,14 @@ private:
     void runQueued();
     void refresh(int selectRow);
     void appendNewNames();
-    void scanProgress(int entries);
+    void scanStep(int entries);
     void play(int index);
     void itemDoubleClicked(QListWidgetItem *item);
 
     PlaylistState &m_state;
     Options m_options;
+    SkinSurface &m_skin;
     Dialogs &m_dialogs;
-    PlayerCommands &m_player;
     FolderScan m_scan;
     Playlist m_playlist;
     QPointer<QListWidget> m_list;

@@ -1,6 +1,7 @@
 #include "volumecontrol.h"
 
 #include "platform/wavevolume.h"
+#include "skin/skinsurface.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,13 +43,22 @@ QString percent(double offCentre)
 
 } // namespace
 
-VolumeControl::VolumeControl(WaveVolume &wave) : m_wave(wave), m_level(ReadVolume()) {}
+VolumeControl::VolumeControl(WaveVolume &wave, SkinSurface &skin)
+    : m_wave(wave), m_skin(skin), m_level(ReadVolume())
+{
+}
+
+void VolumeControl::showAll()
+{
+    m_skin.setSliderValue(kVolumeSlider, m_level);
+    m_skin.setSliderValue(kBalanceSlider, m_balance);
+    m_skin.setLabel(kBalanceLabel, balanceCaption());
+}
 
 void VolumeControl::SetBalance(float balance)
 {
     m_balance = clamped(balance, 0.5f);
-    if (showBalance)
-        showBalance(balanceCaption());
+    m_skin.setLabel(kBalanceLabel, balanceCaption());
     ApplyVolume();
 }
 
@@ -83,8 +93,7 @@ void VolumeControl::restore(quint32 word)
 {
     m_wave.waveOutSetVolume(word);
     m_level = ReadVolume();
-    if (showVolume)
-        showVolume(m_level);
+    m_skin.setSliderValue(kVolumeSlider, m_level);
 }
 
 void VolumeControl::setVolumeLevel(float level)
@@ -92,6 +101,7 @@ void VolumeControl::setVolumeLevel(float level)
     m_level = clamped(level, m_level);
     m_wave.setMuted(false);
     ApplyVolume();
+    m_skin.setSliderValue(kVolumeSlider, m_level);
 }
 
 void VolumeControl::VolumeStep(int direction)
@@ -102,8 +112,6 @@ void VolumeControl::VolumeStep(int direction)
     const int step =
         std::clamp(int(std::lround(m_level * Steps)) + (direction > 0 ? 1 : -1), 0, Steps);
     setVolumeLevel(float(step) / Steps);
-    if (showVolume)
-        showVolume(m_level);
 }
 
 void VolumeControl::wheel(int angleDelta)

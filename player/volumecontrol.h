@@ -3,8 +3,7 @@
 #include <QString>
 #include <QtGlobal>
 
-#include <functional>
-
+class SkinSurface;
 class WaveVolume;
 
 // The stereo balance and the volume level of the main window, applied to
@@ -17,7 +16,15 @@ class WaveVolume;
 class VolumeControl
 {
 public:
-    explicit VolumeControl(WaveVolume &wave);
+    // Slider 2 is the volume, slider 3 the balance with its caption on label 25.
+    static constexpr int kVolumeSlider = 2;
+    static constexpr int kBalanceSlider = 3;
+    static constexpr int kBalanceLabel = 25;
+
+    VolumeControl(WaveVolume &wave, SkinSurface &skin);
+
+    // Both knobs and the caption, for a new skin.
+    void showAll();
 
     // Stores the balance, shows its caption and applies the volume.
     void SetBalance(float balance);
@@ -44,13 +51,9 @@ public:
     float volumeLevel() const { return m_level; }
     bool muted() const;
 
-    // Label 25, each time the balance is set.
-    std::function<void(const QString &caption)> showBalance;
-    // The volume slider's knob, after a change that did not come from it.
-    std::function<void(float level)> showVolume;
-
 private:
     WaveVolume &m_wave;
+    SkinSurface &m_skin;
     float m_balance = 0.5f;
     float m_level;
     int m_wheel = 0; // wheel movement short of a notch

@@ -18,6 +18,9 @@ void NameScroller::setEnabled(bool enabled)
 {
     if (enabled == m_enabled)
         return;
+    // What the group shows now is the name to run.
+    if (enabled)
+        m_text = m_skin.display().value(kGroup).toString();
     m_enabled = enabled;
     m_step = 0;
     show();
@@ -65,5 +68,5 @@ void NameScroller::show()
         m_timer.start();
     else if (!runs)
         m_timer.stop();
-    m_skin.SetDD(kGroup, runs ? frame(m_text, width, m_step) : m_text);
+    m_skin.drawDD(kGroup, runs ? frame(m_text, width, m_step) : m_text);
 }

@@ -20,7 +20,9 @@ public:
     explicit NameScroller(SkinLoader &skin);
 
     void setEnabled(bool enabled);
+    bool enabled() const { return m_enabled; }
     void setText(const QString &text);
+    QString text() const { return m_text; }
     // A new skin may give the group another width.
     void skinChanged();
 

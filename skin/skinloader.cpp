@@ -191,7 +191,8 @@ bool SkinLoader::LoadSkin(SkinDescription skin, const QString &file)
     // Group numbers mean the same in every skin: show what the last one showed.
     for (int group = 0; group < SegmentDisplay::GroupCount; ++group)
         if (m_display.value(group).isValid())
-            SetDD(group, m_display.value(group));
+            drawDD(group, m_display.value(group));
+    m_scroller.skinChanged();
     m_window.update();
     return true;
 }
@@ -336,6 +337,21 @@ void SkinLoader::repaintPicture(const QRect &rect)
 
 void SkinLoader::SetDD(int group, const QVariant &value)
 {
+    if (group == NameScroller::kGroup && m_scroller.enabled())
+        m_scroller.setText(value.toString());
+    else
+        drawDD(group, value);
+}
+
+QVariant SkinLoader::digitValue(int group) const
+{
+    if (group == NameScroller::kGroup && m_scroller.enabled())
+        return m_scroller.text();
+    return m_display.value(group);
+}
+
+void SkinLoader::drawDD(int group, const QVariant &value)
+{
     if (group < 0 || group >= SegmentDisplay::GroupCount)
         return;
     m_drawing = group;
@@ -351,7 +367,7 @@ void SkinLoader::setGroupVisible(int group, bool visible)
     m_display.setGroupVisible(group, visible);
     m_cells[size_t(group)]->setVisible(visible);
     if (visible) {
-        SetDD(group, m_display.value(group));
+        drawDD(group, m_display.value(group));
         return;
     }
     QRect &drawn = m_drawn[size_t(group)];
@@ -430,6 +446,28 @@ SkinSliderWidget *SkinLoader::slider(int number)
         connect(slot, &SkinSliderWidget::dragFinished, this, &SkinLoader::sliderReleased);
     }
     return slot;
+}
+
+void SkinLoader::setSliderValue(int number, double value)
+{
+    if (SkinSliderWidget *knob = slider(number); knob && !knob->dragging())
+        knob->setValue(value);
+}
+
+void SkinLoader::setSliderShown(int number, bool shown)
+{
+    const bool placed = std::any_of(m_skin.sliders.begin(), m_skin.sliders.end(),
+                                    [number](const SkinSlider &s) { return s.number == number; });
+    if (SkinSliderWidget *knob = slider(number))
+        knob->setVisible(shown && placed);
+}
+
+void SkinLoader::setPicture(int number, const QImage &picture, const QString &hint)
+{
+    if (SkinAreaWidget *target = area(number)) {
+        target->setPicture(picture);
+        target->setToolTip(hint);
+    }
 }
 
 SkinListArea *SkinLoader::list(int number)

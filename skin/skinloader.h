@@ -1,10 +1,12 @@
 #pragma once
 
 #include "lights.h"
+#include "namescroller.h"
 #include "platform/clock.h"
 #include "segmentdisplay.h"
 #include "skinbuttons.h"
 #include "skindescription.h"
+#include "skinsurface.h"
 
 #include <QImage>
 #include <QObject>
@@ -45,7 +47,7 @@ SkinPictures buildSkinPictures(const SkinDescription &skin);
 // those it names, so lists, the notepad, text fields, labels and sliders keep
 // their contents and values, and switching skins creates nothing new once
 // every kind has been seen.
-class SkinLoader : public QObject
+class SkinLoader : public QObject, public SkinSurface
 {
     Q_OBJECT
 public:
@@ -57,7 +59,7 @@ public:
     // The same for a skin already read from `file`.
     bool LoadSkin(SkinDescription skin, const QString &file);
 
-    const SkinDescription &skin() const { return m_skin; }
+    const SkinDescription &skin() const override { return m_skin; }
     const SkinPictures &pictures() const { return m_pictures; }
     QString file() const { return m_file; }
     // The main picture with the digit groups drawn onto it.
@@ -80,28 +82,37 @@ public:
     int outlineStyle() const { return m_outline; }
 
     // The segment display. Groups repaint only the spot they change.
-    void SetDD(int group, const QVariant &value);
+    // Group 2 goes through the name scroller while "ScrollName" is on.
+    void SetDD(int group, const QVariant &value) override;
+    QVariant digitValue(int group) const override;
+    // Draws a group as given, past the scroller.
+    void drawDD(int group, const QVariant &value);
+    void setScrollName(bool on) { m_scroller.setEnabled(on); }
     void setTimeFmt(bool twentyFourHour) { m_display.setTimeFmt(twentyFourHour ? 1 : 0); }
     // Hiding a group shows the skin's picture in its place again.
     void setGroupVisible(int group, bool visible);
     const SegmentDisplay &display() const { return m_display; }
 
-    void setLabel(int number, const QString &text);
-    QString label(int number) const;
+    void setLabel(int number, const QString &text) override;
+    QString label(int number) const override;
     SkinLabelWidget *labelWidget(int number); // null outside 0 to 80
 
     // Lights 1 to 22 and label 26; kept and applied again to every new skin.
-    void ShowLights(const LightsView &view);
+    void ShowLights(const LightsView &view) override;
     SkinLightWidget *light(int number) const; // null when the skin has none
 
     // Each made on first use and kept; hidden while the skin has no place for
     // it. Null for numbers a skin cannot have.
     SkinSliderWidget *slider(int number); // 0 to 6
-    SkinListArea *list(int number);       // 1 and 4 to 8
-    SkinTextArea *notepad();              // list 2
-    SkinTextField *textField(int number); // 0 to 3
-    SkinAreaWidget *area(int number);     // 1 cover, 2 video, 3 web page
-    SkinAnimWidget *anim(int number);     // 0 to 4
+    SkinListArea *list(int number) override;
+    SkinTextArea *notepad() override;
+    SkinTextField *textField(int number) override; // 0 to 3
+    SkinAreaWidget *area(int number) override;
+    SkinAnimWidget *anim(int number); // 0 to 4
+
+    void setSliderValue(int number, double value) override;
+    void setSliderShown(int number, bool shown) override;
+    void setPicture(int area, const QImage &picture, const QString &hint) override;
 
 signals:
     void command(qint16 cmd);
@@ -129,6 +140,7 @@ private:
     std::array<QRect, SegmentDisplay::GroupCount> m_drawn; // where each group has drawn
     int m_drawing = -1;
     SkinButtons m_buttons;
+    NameScroller m_scroller{*this};
     LightsView m_lightsView;
     std::array<bool, LightsView::Count + 1> m_lightPlaced{};
     int m_scale = 1;

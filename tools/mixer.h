@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolcommands.h"
+#include "skin/skinpart.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,7 +12,7 @@ class Dialogs;
 // Starts the desktop's volume mixer: the first of pavucontrol,
 // pavucontrol-qt, GNOME's sound settings and alsamixer (in a terminal) found
 // on the search path, as a program of its own that outlives Velto.
-class Mixer : public ToolCommands
+class Mixer : public SkinPart
 {
 public:
     struct Program
@@ -24,7 +24,9 @@ public:
     // searchPath is a PATH-style list of folders.
     explicit Mixer(Dialogs &dialogs, QString searchPath = qEnvironmentVariable("PATH"));
 
-    void ShowMixer() override;
+    // Command 29.
+    void DoIt(qint16) override { ShowMixer(); }
+    void ShowMixer();
 
     static std::optional<Program> findMixer(const QString &searchPath);
 

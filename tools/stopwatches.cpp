@@ -1,5 +1,8 @@
 #include "tools/stopwatches.h"
 
+#include "skin/skindescription.h"
+#include "skin/skinsurface.h"
+
 #include <algorithm>
 
 namespace {
@@ -91,8 +94,7 @@ void Stopwatches::TimerFn(int function)
     default:
         return;
     }
-    if (m_setLabel)
-        m_setLabel(28, QString::number(m_current));
+    m_skin.setLabel(kNumberLabel, QString::number(m_current));
     show();
 }
 
@@ -141,6 +143,20 @@ void Stopwatches::show(bool always)
     if (!always && shown == m_shown)
         return;
     m_shown = shown;
-    if (m_display)
-        m_display(shown);
+    const auto &groups = m_skin.skin().digitGroups;
+    const bool seconds = std::any_of(groups.begin(), groups.end(), [](const SkinDigitGroup &g) {
+        return g.number == kGroup && g.mode == 5;
+    });
+    if (seconds)
+        m_skin.SetDD(kGroup, int(shownSeconds(m_current)));
+    else
+        m_skin.SetDD(kGroup, shown);
+}
+
+void Stopwatches::DoIt(qint16 cmd)
+{
+    if (cmd == 4)
+        TimerFn(7);
+    else if (cmd >= 70 && cmd < 76)
+        TimerFn(cmd - 69);
 }

@@ -1,4 +1,4 @@
-#include "app/frminfo.h"
+#include "player/frminfo.h"
 #include "support/testbytes.h"
 
 #include "support/fakes.h"

@@ -8,7 +8,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QMimeData>
 #include <QTest>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -24,7 +26,7 @@ protected:
     bool lightShown(int n) const
     {
         const SkinLightWidget *light = window->skin().light(n);
-        return light && light->isVisibleTo(window.get());
+        return light && light->isVisibleTo(window);
     }
 };
 
@@ -33,7 +35,7 @@ protected:
 TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
 {
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
-    EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
     EXPECT_EQ(window->size(), window->skin().pictures().windowSize);
 }
 
@@ -42,23 +44,23 @@ TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
 TEST_F(MainWindow, EachStateLightsItsOwnLight)
 {
     EXPECT_TRUE(lightShown(22)) << "media-file mode";
-    Settings &s = window->settings();
+    Settings &s = velto->settings();
     const struct
     {
         qint16 skin; // the mode key that shows the light
         int light;
         std::function<void()> on, off;
     } cases[] = {
-        {1001, 5, [&] { window->DoIt(25); }, [&] { window->DoIt(25); }},
-        {1001, 6, [&] { window->DoIt(26); }, [&] { window->DoIt(26); }},
-        {1001, 7, [&] { window->DoIt(27); }, [&] { window->DoIt(27); }},
-        {1001, 8, [&] { window->DoIt(28); }, [&] { window->DoIt(28); }},
+        {1001, 5, [&] { velto->DoIt(25); }, [&] { velto->DoIt(25); }},
+        {1001, 6, [&] { velto->DoIt(26); }, [&] { velto->DoIt(26); }},
+        {1001, 7, [&] { velto->DoIt(27); }, [&] { velto->DoIt(27); }},
+        {1001, 8, [&] { velto->DoIt(28); }, [&] { velto->DoIt(28); }},
         {1001, 9, [&] { s.ContPB = 1; }, [&] { s.ContPB = 0; }},
-        {1001, 10, [&] { window->DoIt(9); }, [&] { window->DoIt(9); }},
+        {1001, 10, [&] { velto->DoIt(9); }, [&] { velto->DoIt(9); }},
         {1005, 11, [&] { s.Auto = 1; }, [&] { s.Auto = 0; }},
         {1005, 12, [&] { s.Snooze = 1; }, [&] { s.Snooze = 0; }},
         {1005, 20, [&] { s.TimeFmt = 1; }, [&] { s.TimeFmt = 0; }},
-        {1005, 21, [&] { window->DoIt(72); }, [&] { window->DoIt(75); }},
+        {1005, 21, [&] { velto->DoIt(72); }, [&] { velto->DoIt(75); }},
     };
     const auto litNow = [&] {
         QList<int> lit;
@@ -68,7 +70,7 @@ TEST_F(MainWindow, EachStateLightsItsOwnLight)
         return lit;
     };
     for (const auto &c : cases) {
-        window->DoIt(c.skin);
+        velto->DoIt(c.skin);
         ASSERT_TRUE(window->skin().light(c.light)) << "the shipped skin places light " << c.light;
         const QList<int> before = litNow();
         EXPECT_FALSE(before.contains(c.light));
@@ -84,14 +86,14 @@ TEST_F(MainWindow, EachStateLightsItsOwnLight)
 
 TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
 {
-    window->DoIt(1003); // the calculator's key on the player skin
-    EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"));
+    velto->DoIt(1003); // the calculator's key on the player skin
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("calculator.skin"));
     EXPECT_TRUE(dialogs.messages.isEmpty());
-    window->DoIt(1011); // link commands never open anything
-    window->DoIt(1001); // back to the player
-    EXPECT_EQ(window->settings().Skin, QStringLiteral("default.skin"));
-    window->DoIt(1003);
-    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    velto->DoIt(1011); // link commands never open anything
+    velto->DoIt(1001); // back to the player
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
+    velto->DoIt(1003);
+    QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
         << "the skin in use is what the next start shows";
@@ -100,7 +102,7 @@ TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
 TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindow)
 {
     showFirstFrame();
-    window->DoIt(38);
+    velto->DoIt(38);
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(menu->title(), QStringLiteral("Popup Menu"));
@@ -110,24 +112,54 @@ TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindo
     ASSERT_NE(onTop, nullptr);
     EXPECT_FALSE(onTop->isChecked());
     onTop->trigger();
-    EXPECT_EQ(window->settings().WinOnTop, 1);
+    EXPECT_EQ(velto->settings().WinOnTop, 1);
     EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
     menu->hide();
 }
 
+// The command table as users and skins rely on it: which part runs each
+// number, written out here apart from the code that routes them.
+TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
+{
+    const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
+                   *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
+                   *pending = &velto->pendingModes();
+    const auto owner = [&](int cmd) -> const SkinPart * {
+        const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
+        if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
+            return window;
+        if (in(3, 4) || in(7, 12) || in(14, 28) || in(30, 34) || cmd == 36 || cmd == 39 ||
+            cmd == 150)
+            return player;
+        if (cmd == 29)
+            return mixer;
+        if (in(70, 75))
+            return stopwatches;
+        // Modes still to come say so rather than doing nothing.
+        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 106) || in(110, 119) ||
+            in(130, 148))
+            return pending;
+        return nullptr; // 107-109, 120-129, 149 and everything past the table
+    };
+    for (int cmd = -32768; cmd <= 32767; ++cmd)
+        ASSERT_EQ(velto->dispatcher().target(qint16(cmd)), owner(cmd)) << "command " << cmd;
+    velto->DoIt(1005); // a clock skin
+    EXPECT_EQ(velto->dispatcher().target(4), stopwatches) << "the split";
+}
+
 TEST_F(MainWindow, StartMuteStartsMutedAndCommand9BringsTheSoundBack)
 {
-    window.reset();
+    velto.reset();
     store.values["config/startmute"] = "1";
     start();
     EXPECT_TRUE(lightShown(10));
-    window->DoIt(9);
+    velto->DoIt(9);
     EXPECT_FALSE(lightShown(10));
 }
 
 TEST_F(MainWindow, ScheduledSwitchOffMinimisesWithSnoozeHide)
 {
-    window.reset();
+    velto.reset();
     store.values["config/auto"] = "1";
     store.values["config/snoozehide"] = "1";
     home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:29 07:30 00\n");
@@ -145,19 +177,28 @@ TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)
     const QString b = home.write(QStringLiteral("music/b.mp3"), "x");
     const QString list =
         home.write(QStringLiteral("music/list.m3u"), (a + "\n" + b + "\n").toUtf8());
-    window->AddOpened(list);
-    EXPECT_EQ(window->playlist().CurTrack, 1) << "not the last entry";
-    window->playlist().CurTrack = 2;
-    window->AddOpened(a);
-    EXPECT_EQ(window->playlist().CurTrack, 2) << "an entry already current stays so";
+    velto->player().addOpened(list);
+    EXPECT_EQ(velto->playlist().CurTrack, 1) << "not the last entry";
+    velto->playlist().CurTrack = 2;
+    velto->player().addOpened(a);
+    EXPECT_EQ(velto->playlist().CurTrack, 2) << "an entry already current stays so";
 
-    window->settings().ValidExt = QStringLiteral("flac");
+    velto->settings().ValidExt = QStringLiteral("flac");
     home.write(QStringLiteral("music/c.flac"), "x");
-    const int before = int(window->playlist().PlPath.size());
-    window->AddOpened(home.file(QStringLiteral("music")));
+    const int before = int(velto->playlist().PlPath.size());
+    velto->player().addOpened(home.file(QStringLiteral("music")));
     // Scanned in the background, as a folder the user adds.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->playlist().PlPath.size() > before; }));
-    EXPECT_EQ(window->playlist().PlPath.mid(before),
+    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() > before; }));
+    EXPECT_EQ(velto->playlist().PlPath.mid(before),
               QStringList{home.file(QStringLiteral("music/c.flac"))})
         << "a folder brings what the preferences accept";
+}
+
+TEST(DroppedPaths, TakesLocalFilesAndFoldersInTheirOrder)
+{
+    QMimeData drop;
+    drop.setUrls({QUrl::fromLocalFile(QStringLiteral("/music/a b.mp3")),
+                  QUrl(QStringLiteral("https://example.org/x.mp3")),
+                  QUrl::fromLocalFile(QStringLiteral("/music/folder/"))});
+    EXPECT_EQ(droppedPaths(drop), QStringList({"/music/a b.mp3", "/music/folder/"}));
 }

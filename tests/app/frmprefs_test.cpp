@@ -236,13 +236,13 @@ protected:
     PrefsWindow()
     {
         start();
-        window->volumeFade().readLevel = [] { return 50000; };
-        window->volumeFade().setLevel = [this](int level) { levels << level; };
+        velto->player().fade().readLevel = [] { return 50000; };
+        velto->player().fade().setLevel = [this](int level) { levels << level; };
     }
 
     frmPrefs *openPrefs()
     {
-        window->DoIt(5);
+        velto->DoIt(5);
         auto *prefs = window->findChild<frmPrefs *>();
         EXPECT_NE(prefs, nullptr);
         EXPECT_TRUE(prefs && prefs->isVisible());
@@ -272,7 +272,7 @@ TEST_F(PrefsWindow, WeekdayAlarmSetInPreferencesWakesWithAFadeIn)
     press(prefs, QDialogButtonBox::Ok);
     EXPECT_EQ(window->findChild<frmPrefs *>(), nullptr);
 
-    EXPECT_EQ(window->settings().Auto, 1);
+    EXPECT_EQ(velto->settings().Auto, 1);
     QFile file(autoListFile());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << "the list is written at once";
     EXPECT_EQ(file.readAll(), QByteArray("D 07:30 08:30 00\n"));
@@ -299,7 +299,7 @@ TEST_F(PrefsWindow, CancelForgetsAndOkReachesTheStoreOnlyAtShutDown)
     EXPECT_EQ(openPrefs(), prefs) << "opening twice shows the one dialog";
     child<QCheckBox>(*prefs, QStringLiteral("WinSnap"))->setChecked(true);
     press(prefs, QDialogButtonBox::Cancel);
-    EXPECT_EQ(window->settings().WinSnap, 0);
+    EXPECT_EQ(velto->settings().WinSnap, 0);
 
     prefs = openPrefs();
     ASSERT_NE(prefs, nullptr);
@@ -307,8 +307,8 @@ TEST_F(PrefsWindow, CancelForgetsAndOkReachesTheStoreOnlyAtShutDown)
     child<QCheckBox>(*prefs, QStringLiteral("WinSnap"))->setChecked(true);
     child<QCheckBox>(*prefs, QStringLiteral("TimeFmt"))->setChecked(true);
     press(prefs, QDialogButtonBox::Ok);
-    EXPECT_EQ(window->settings().WinSnap, 1);
-    EXPECT_EQ(window->settings().TimeFmt, 1);
+    EXPECT_EQ(velto->settings().WinSnap, 1);
+    EXPECT_EQ(velto->settings().TimeFmt, 1);
     EXPECT_FALSE(store.values.contains("config/winsnap")) << "nothing is stored before shut-down";
     EXPECT_FALSE(QFile::exists(autoListFile())) << "an untouched schedule is not rewritten";
 
@@ -327,7 +327,7 @@ TEST_F(PrefsWindow, ASkinChosenInPreferencesIsLoaded)
     QTest::mouseClick(child<QPushButton>(*prefs, QStringLiteral("SkinChoose")), Qt::LeftButton);
     EXPECT_EQ(child<QLineEdit>(*prefs, QStringLiteral("Skin"))->text(), calculator);
     press(prefs, QDialogButtonBox::Ok);
-    EXPECT_EQ(window->settings().Skin, QStringLiteral("calculator.skin"));
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("calculator.skin"));
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
 }
 

@@ -1,5 +1,5 @@
 #include "app/frmneorb.h"
-#include "app/frmqfind.h"
+#include "player/frmqfind.h"
 #include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
@@ -25,6 +25,7 @@ protected:
     QuickFindWindow()
     {
         state.PlNames = {"Zebra", "Café del Mar", "Bear", "beatles - help", "", "CAFE noir", "Bee"};
+        player.listen(window);
         window.Form_Load();
         window.show();
         text = window.findChild<QLineEdit *>(QStringLiteral("Text1"));
@@ -42,7 +43,7 @@ protected:
     PlaylistState state;
     RecordingPlayer player{state};
     qint16 autoClose = 0;
-    frmQFind window{state, player, autoClose};
+    frmQFind window{state, autoClose};
     QLineEdit *text = nullptr;
     QListView *list1 = nullptr;
     QListView *list2 = nullptr;
@@ -134,7 +135,7 @@ TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
         {QUrl::fromLocalFile(home.file(QStringLiteral("music"))), QUrl::fromLocalFile(single)});
     // Qt lets a drop through only while a real drag runs, so the events go to
     // the window's own handler.
-    QObject *target = window.get();
+    QObject *target = window;
     QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     target->event(&enter);
     EXPECT_TRUE(enter.isAccepted());
@@ -147,7 +148,7 @@ TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
     QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     target->event(&refused);
     EXPECT_FALSE(refused.isAccepted());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->playlist().PlPath.size() == 31; }, 20000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() == 31; }, 20000));
     const SkinListArea *list = window->skin().list(1);
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->count(), 31);
@@ -164,33 +165,33 @@ TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylis
     const QString later = home.write(QStringLiteral("later/z.mp3"), "");
     auto scanLater = [&] {
         dialogs.folderResult = home.file(QStringLiteral("later"));
-        window->DoIt(24);
-        return QTest::qWaitFor([&] { return window->playlist().PlPath.contains(later); }, 20000);
+        velto->DoIt(24);
+        return QTest::qWaitFor([&] { return velto->playlist().PlPath.contains(later); }, 20000);
     };
     const std::function<void()> stops[] = {
-        [&] { window->DoIt(10); },
-        [&] { QTest::keyClick(window.get(), Qt::Key_Escape); },
+        [&] { velto->DoIt(10); },
+        [&] { QTest::keyClick(window, Qt::Key_Escape); },
     };
     for (const auto &stop : stops) {
-        window->DoIt(20);
+        velto->DoIt(20);
         dialogs.folderResult = home.file(QStringLiteral("music"));
-        window->DoIt(24);
+        velto->DoIt(24);
         stop();
         ASSERT_TRUE(scanLater());
-        EXPECT_EQ(window->playlist().PlPath, QStringList{later});
+        EXPECT_EQ(velto->playlist().PlPath, QStringList{later});
     }
-    window->DoIt(20);
+    velto->DoIt(20);
 
     // Commands reach the playlist and quick find.
     const QString song = home.write(QStringLiteral("songs/Café.mp3"), "");
     dialogs.openResults = {{song}};
-    window->DoIt(23);
-    EXPECT_EQ(window->playlist().PlNames, QStringList({"Café.mp3"}));
+    velto->DoIt(23);
+    EXPECT_EQ(velto->playlist().PlNames, QStringList({"Café.mp3"}));
     EXPECT_EQ(store.values.value(QStringLiteral("config/path")),
               home.file(QStringLiteral("songs/")))
         << "the folder is saved at once";
 
-    window->DoIt(150);
+    velto->DoIt(150);
     auto *find = window->findChild<frmQFind *>();
     ASSERT_NE(find, nullptr);
     EXPECT_TRUE(find->isVisible());
@@ -198,8 +199,8 @@ TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylis
     ASSERT_NE(matches, nullptr);
     EXPECT_EQ(matches->model()->rowCount(), 1);
 
-    window->DoIt(20);
-    EXPECT_TRUE(window->playlist().PlNames.isEmpty());
+    velto->DoIt(20);
+    EXPECT_TRUE(velto->playlist().PlNames.isEmpty());
     EXPECT_EQ(window->skin().label(8), QStringLiteral("untitled"));
     EXPECT_EQ(window->skin().label(13), QStringLiteral("0"));
 }

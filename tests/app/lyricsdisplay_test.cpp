@@ -1,4 +1,4 @@
-#include "app/lyricsdisplay.h"
+#include "player/lyricsdisplay.h"
 
 #include "support/temphome.h"
 

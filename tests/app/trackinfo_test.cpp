@@ -1,10 +1,10 @@
-#include "app/frmalbum.h"
-#include "app/frminfo.h"
 #include "app/frmneorb.h"
-#include "app/trackinfo.h"
 #include "core/settings.h"
+#include "player/frmalbum.h"
+#include "player/frminfo.h"
 #include "player/mp3info.h"
 #include "player/playlist.h"
+#include "player/trackinfo.h"
 #include "skin/skinareawidget.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinloader.h"
@@ -36,8 +36,8 @@ struct Rig
     explicit Rig(const char *skin)
     {
         loader.LoadSkin(QStringLiteral(VELTO_DATA_DIR "/skins/") + QLatin1String(skin));
-        info.lightsChanged = [this] { ++lightsChanged; };
-        info.seek = [this](qint64 ms) { seeks << ms; };
+        QObject::connect(&info, &TrackInfo::lyricsChanged, &info, [this] { ++lightsChanged; });
+        QObject::connect(&info, &TrackInfo::seekWanted, &info, [this](qint64 ms) { seeks << ms; });
     }
 
     TempHome home;
@@ -47,7 +47,13 @@ struct Rig
     SkinLoader loader{window, dialogs, clock};
     Settings settings;
     PlaylistState playlist;
-    TrackInfo info{{loader, dialogs, settings, playlist, home.file("velto/nocover.bmp"), &window}};
+    TrackInfo info{
+        {loader,
+         dialogs,
+         {settings.UseTagCover, settings.AutoCover, settings.FriendlyNames, settings.Path},
+         playlist,
+         home.file("velto/nocover.bmp"),
+         &window}};
     int lightsChanged = 0;
     QList<qint64> seeks;
 };
@@ -107,7 +113,7 @@ TEST(TrackInfo, CoverReachesTheSkinAndTheAlbumWindow)
     // Double-clicking the cover area picks a picture.
     const QString red = rig.home.write("m/red.png", picture(0xffff0000));
     rig.dialogs.openResults.push_back({red});
-    emit rig.loader.areaDoubleClicked(1);
+    emit rig.loader.area(1)->doubleClicked(1);
     EXPECT_EQ(rig.dialogs.calls.last().title, "Select Cover");
     EXPECT_EQ(rig.info.cover().CoverFile, red);
     EXPECT_EQ(album->picture().pixel(0, 0), 0xffff0000u);
@@ -136,15 +142,14 @@ TEST(TrackInfo, InformationWindowOpensForThePlayingOrSelectedEntry)
     rig.playlist.CurTrack = 1;
     rig.loader.list(1)->addItems(rig.playlist.PlNames);
     rig.loader.list(1)->setCurrentRow(1);
-    QString playing;
-    rig.info.currentFile = [&] { return playing; };
+    rig.info.setCurrentFile(QString());
 
     rig.info.ShowTrackInfo();
     auto shown = [&] {
         return rig.info.infoWindow()->findChild<QLineEdit *>("txtFileName")->text();
     };
     EXPECT_EQ(shown(), b) << "nothing plays: the selected entry";
-    playing = a;
+    rig.info.setCurrentFile(a);
     rig.info.ShowTrackInfo();
     EXPECT_EQ(shown(), a);
     EXPECT_TRUE(rig.info.infoWindow()->isVisible());
@@ -167,23 +172,23 @@ TEST_F(MainWindowCover, RestoresThePlaylistAndCoverAndOpensTheAlbumWindow)
 
     SkinAreaWidget *area = window->skin().area(1);
     ASSERT_FALSE(area->picture().isNull()) << "the cover shown at the last quit";
-    EXPECT_EQ(window->currentCover(), last);
+    EXPECT_EQ(velto->player().currentCover(), last);
 
-    window->DoIt(16);
+    velto->DoIt(16);
     frmAlbum *album = window->findChild<frmAlbum *>();
     ASSERT_TRUE(album && album->isVisible());
     EXPECT_EQ(album->picture().pixel(0, 0), 0xff00ffffu);
 
-    window->DoIt(20); // clearing the playlist clears the cover
+    velto->DoIt(20); // clearing the playlist clears the cover
     EXPECT_TRUE(area->picture().isNull());
     EXPECT_TRUE(album->picture().isNull());
-    EXPECT_TRUE(window->currentCover().isEmpty());
+    EXPECT_TRUE(velto->player().currentCover().isEmpty());
 
     // A playlist read from a file brings the picture named like it.
     const QString party = home.write("m/Party.JPG", picture(0xffffff00));
     dialogs.openResults.push_back({home.write("m/Party.m3u", "song.mp3\n")});
-    window->DoIt(21);
-    EXPECT_EQ(window->currentCover(), party);
+    velto->DoIt(21);
+    EXPECT_EQ(velto->player().currentCover(), party);
     EXPECT_EQ(album->picture().pixel(0, 0), 0xffffff00u);
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
 }

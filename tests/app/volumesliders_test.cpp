@@ -27,7 +27,7 @@ protected:
     {
         QWheelEvent event(at, window->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(window.get(), &event);
+        QApplication::sendEvent(window, &event);
     }
 };
 
@@ -35,7 +35,7 @@ TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelCommandsAn
 {
     EXPECT_EQ(window->skin().label(25), QStringLiteral("Centre"));
     SkinSliderWidget *balance = window->skin().slider(3);
-    ASSERT_TRUE(balance->isVisibleTo(window.get()));
+    ASSERT_TRUE(balance->isVisibleTo(window));
     const int y = balance->height() / 2;
     QTest::mousePress(balance, Qt::LeftButton, {}, QPoint(0, y));
     QTest::mouseRelease(balance, Qt::LeftButton, {}, QPoint(0, y));
@@ -48,29 +48,29 @@ TEST_F(VolumeSliders, BalanceSliderAndDoubleClickSetTheCaptionTheWheelCommandsAn
     EXPECT_NEAR(knob(2), 1.0, 0.001) << "a fresh output is at full";
     wheel(QPoint(4, 4), -120); // over the skin's picture, no element
     EXPECT_NEAR(knob(2), 0.95, 1e-6);
-    window->DoIt(8);
+    velto->DoIt(8);
     EXPECT_NEAR(knob(2), 0.90, 1e-6);
-    window->DoIt(7);
+    velto->DoIt(7);
     EXPECT_NEAR(knob(2), 0.95, 1e-6);
     // The skin's volume buttons carry the keys.
-    QTest::keyClick(window.get(), '-');
+    QTest::keyClick(window, '-');
     EXPECT_NEAR(knob(2), 0.90, 1e-6);
-    QTest::keyClick(window.get(), '+');
+    QTest::keyClick(window, '+');
     EXPECT_NEAR(knob(2), 0.95, 1e-6);
     const SkinLightWidget *muted = window->skin().light(10);
     ASSERT_NE(muted, nullptr);
-    QTest::keyClick(window.get(), '0');
-    EXPECT_TRUE(QTest::qWaitFor([&] { return muted->isVisibleTo(window.get()); }));
-    QTest::keyClick(window.get(), '0');
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !muted->isVisibleTo(window.get()); }));
+    QTest::keyClick(window, '0');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return muted->isVisibleTo(window); }));
+    QTest::keyClick(window, '0');
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !muted->isVisibleTo(window); }));
 
     SkinListArea *list = window->skin().list(1);
-    ASSERT_TRUE(list && list->isVisibleTo(window.get()));
+    ASSERT_TRUE(list && list->isVisibleTo(window));
     wheel(list->geometry().center(), -120);
     EXPECT_NEAR(knob(2), 0.95, 1e-6) << "the wheel over the list scrolls it instead";
 
-    window->Unload(false);
-    window.reset();
+    velto->Unload(false);
+    velto.reset();
     start();
     // As the word holds it, one step of headroom below.
     EXPECT_NEAR(knob(2), 0.95, 1e-4) << "the next run starts at the level it ended with";

@@ -3,6 +3,8 @@
 #include "core/schedule.h"
 #include "core/settings.h"
 #include "support/fakes.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
 
 #include <gtest/gtest.h>
 
@@ -10,36 +12,49 @@
 
 namespace {
 
+// What reached the skin, one line per write, in order with the tick's signals.
+class LoggingSurface : public RecordingSurface
+{
+public:
+    explicit LoggingSurface(QStringList &events) : m_events(events) {}
+    void setLabel(int n, const QString &text) override
+    {
+        m_events << QStringLiteral("label %1 [%2]").arg(n).arg(text);
+    }
+    void SetDD(int group, const QVariant &v) override
+    {
+        m_events << QStringLiteral("dd %1 %2").arg(group).arg(v.toString());
+    }
+
+private:
+    QStringList &m_events;
+};
+
 // Runs the tick against a scripted clock and writes down what reached the
 // window, one line per action.
 class ClockTickTest : public ::testing::Test
 {
 protected:
+    ClockTickTest()
+    {
+        QObject::connect(&tick, &ClockTick::switchOn, &tick,
+                         [this](int preset) { events << QStringLiteral("on %1").arg(preset); });
+        QObject::connect(&tick, &ClockTick::switchOff, &tick,
+                         [this] { events << QStringLiteral("off"); });
+        QObject::connect(&tick, &ClockTick::snoozeEnded, &tick,
+                         [this] { events << QStringLiteral("snooze"); });
+        QObject::connect(&tick, &ClockTick::beat, &tick, [this] { ++ticks; });
+    }
+
+    TempHome home;
     FakeClock clock;
     Settings settings;
-    QStringList autoList;
     QStringList events;
+    LoggingSurface skin{events};
     int ticks = 0;
-    ClockTick tick{clock, settings, autoList, actions()};
+    ClockTick tick{clock, settings, skin, home.file(QStringLiteral("autolist.txt"))};
 
-    ClockTick::Actions actions()
-    {
-        ClockTick::Actions a;
-        a.setLabel = [this](int n, const QString &text) {
-            events << QStringLiteral("label %1 [%2]").arg(n).arg(text);
-        };
-        a.setDD = [this](int group, const QVariant &v) {
-            events << QStringLiteral("dd %1 %2").arg(group).arg(v.toString());
-        };
-        a.makeDayStr = [this](const DayText &t) {
-            events << QStringLiteral("day %1").arg(t.todayLetter);
-        };
-        a.switchOn = [this](int preset) { events << QStringLiteral("on %1").arg(preset); };
-        a.switchOff = [this] { events << QStringLiteral("off"); };
-        a.snoozeAction = [this] { events << QStringLiteral("snooze"); };
-        a.endOfTick = [this](const QDateTime &) { ++ticks; };
-        return a;
-    }
+    void schedule(const QStringList &entries) { ASSERT_TRUE(tick.setAutoList(entries)); }
 
     void setNow(const QDate &d, const QTime &t) { clock.time = QDateTime(d, t); }
 
@@ -69,17 +84,15 @@ const QDate Monday(2026, 11, 23);
 TEST_F(ClockTickTest, ScheduleFollowsTheDayBegunAtMidnight)
 {
     settings.Auto = 1;
-    autoList << "M 07:30 21:15 01"
-             << "D 07:30 21:15 02"
-             << "N 07:30 21:15 03"
-             << "D 06:00 00:00 04";
+    schedule({"M 07:30 21:15 01", "D 07:30 21:15 02", "N 07:30 21:15 03", "D 06:00 00:00 04"});
     const std::tuple<QDate, const char *, const char *, const char *> cases[] = {
         {Monday, "M", "off", "on 1,on 2"}, {Monday.addDays(5), "S", "", "on 3"}};
     for (const auto &[day, letter, atMidnight, at0730] : cases) {
         events.clear();
         setNow(day.addDays(-1), QTime(23, 59, 59));
         runSeconds(2);
-        EXPECT_EQ(only("day"), QStringList{QStringLiteral("day ") + letter});
+        EXPECT_EQ(tick.todayLetter(), QLatin1Char(letter[0]));
+        EXPECT_EQ(only("label 14").size(), 1) << "the day's text once, at midnight";
         EXPECT_EQ(switching().join(','), atMidnight) << letter;
         events.clear();
         setNow(day, QTime(7, 29, 59));
@@ -91,9 +104,7 @@ TEST_F(ClockTickTest, ScheduleFollowsTheDayBegunAtMidnight)
 TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinuteWhileAutoIsOn)
 {
     tick.MakeDayStr();
-    autoList << "E 12:00 12:00 05"
-             << "E 11:59 12:00 02"
-             << "E 12:00 13:00 07";
+    schedule({"E 12:00 12:00 05", "E 11:59 12:00 02", "E 12:00 13:00 07"});
     for (qint16 autoFlag : {1, -1, 0}) {
         settings.Auto = autoFlag;
         events.clear();
@@ -107,7 +118,7 @@ TEST_F(ClockTickTest, OnRunsBeforeOffWhenBothFallInTheSameMinuteWhileAutoIsOn)
 TEST_F(ClockTickTest, MinuteWorkRunsOnlyInTheTickThatSeesSecondZero)
 {
     settings.Auto = 1;
-    autoList << "E 07:30 07:31 01";
+    schedule({"E 07:30 07:31 01"});
     tick.MakeDayStr();
 
     // The timer stalls across 07:30:00: that minute does nothing.
@@ -206,7 +217,7 @@ TEST_F(ClockTickTest, InvalidClockReadingDoesNothing)
 {
     settings.Auto = 1;
     settings.Snooze = 1;
-    autoList << "E 00:00 00:00 01";
+    schedule({"E 00:00 00:00 01"});
     clock.time = QDateTime();
     tick.Timer2_Timer();
     tick.Timer2_Timer();

@@ -2,6 +2,8 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "player/playlist.h"
+#include "player/startfiles.h"
+#include "skin/skinpart.h"
 
 #include "support/deadline.h"
 #include "support/fakes.h"
@@ -14,8 +16,9 @@
 
 namespace {
 
-// Logs each call start-up and shut-down make on the window.
-class RecordingHost : public LifecycleHost
+// Logs each call start-up and shut-down make on the window, the player and
+// the other parts.
+class RecordingHost : public StartWindow, public StartFiles, public SkinPart
 {
 public:
     QStringList calls;
@@ -32,29 +35,22 @@ public:
         calls << QStringLiteral("move %1,%2").arg(p.x()).arg(p.y());
     }
     void minimiseWindow() override { calls << "minimise"; }
-    void ExDevOut(const QString &t) override { calls << "ExDevOut " + t; }
-    void createSecondaryWindows() override { calls << "createSecondaryWindows"; }
-    void ClearInf() override { calls << "ClearInf"; }
     void LoadSkin(const QString &f) override { calls << "LoadSkin " + f.section('/', -1); }
-    void LoadAutoList(const QString &f) override { calls << "LoadAutoList " + f.section('/', -1); }
-    void LoadStations(const QString &f) override { calls << "LoadStations " + f.section('/', -1); }
-    void LoadWebRadio(const QString &f) override { calls << "LoadWebRadio " + f.section('/', -1); }
-    void PrepareFmTuner() override { calls << "PrepareFmTuner"; }
-    void LoadCvtFile(const QString &f) override { calls << "LoadCvtFile " + f; }
-    void MakeDayStr() override { calls << "MakeDayStr"; }
-    void InitTimers() override { calls << "InitTimers"; }
-    void AddOpened(const QString &p) override
+    void addOpened(const QString &p) override
     {
         calls << "AddOpened " + p.section('/', -1);
         Playlist(*playlist).AddToPlaylist(p, p);
     }
-    void PlayIt() override { calls << "PlayIt"; }
+    void playWhenScanned() override { calls << "PlayIt"; }
     QString currentCover() const override { return cover; }
-    void SetCover(const QString &f) override { cover = f; }
+    void setStartCover(const QString &f) override { cover = f; }
     quint32 outputLevel() const override { return level; }
     void restoreOutputLevel(quint32 word) override { level = word; }
-    void MuteFmTuner() override { calls << "MuteFmTuner"; }
-    void CloseDevices() override { calls << "CloseDevices"; }
+    void started() override { calls << "started"; }
+    void ending(bool interactive) override
+    {
+        calls << QStringLiteral("ending %1").arg(interactive ? "asking" : "quietly");
+    }
 };
 
 class LifecycleTest : public ::testing::Test
@@ -69,7 +65,7 @@ protected:
     Lifecycle lifecycle()
     {
         return Lifecycle({config, dialogs, random, clock, screens, folder}, settings, playlist,
-                         host);
+                         host, host, parts);
     }
     void store(const char *key, const QString &value)
     {
@@ -88,6 +84,7 @@ protected:
     Settings settings;
     PlaylistState playlist;
     RecordingHost host;
+    std::vector<SkinPart *> parts{&host, &host};
 };
 
 } // namespace
@@ -96,17 +93,13 @@ TEST_F(LifecycleTest, StartUpRunsItsStepsInOrder)
 {
     store("AutoPlay", "1");
     store("StartMin", "1");
-    store("CvtFile", "metric.ccf");
     store("X", "3000"); // saved on a monitor that is gone
     store("Y", "200");
     store("OutputLevel", "1234");
     lifecycle().Load({}, home.path());
     // clang-format off
     const QStringList expected = {
-        "ExDevOut Welcome to Velto!", "createSecondaryWindows", "move 1520,200", "ClearInf",
-        "LoadSkin default.skin", "LoadAutoList autolist.txt", "LoadStations stations.txt",
-        "LoadWebRadio webradio.txt", "PrepareFmTuner", "LoadCvtFile metric.ccf", "MakeDayStr",
-        "InitTimers", "minimise", "PlayIt"};
+        "move 1520,200", "LoadSkin default.skin", "started", "started", "minimise", "PlayIt"};
     // clang-format on
     EXPECT_EQ(host.calls, expected);
     EXPECT_EQ(random.seeded, quint32(QTime(7, 29, 58).msecsSinceStartOfDay()));
@@ -192,7 +185,6 @@ TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
     playlist.PlNames = {"a.mp3", "b.mp3"};
     playlist.CurTrack = 2;
     host.cover = home.file(QStringLiteral("music/a.jpg"));
-    settings.FMEnable = 1;
     settings.WinSavePos = 1;
     host.pos = {40, 50};
     {
@@ -200,15 +192,16 @@ TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
         life.Unload(true);
         life.Unload(true);
     }
-    EXPECT_EQ(dialogs.questions, QStringList("Mute FM Tuner Audio?"));
-    EXPECT_EQ(host.calls, QStringList({"MuteFmTuner", "CloseDevices"}));
+    EXPECT_EQ(host.calls, QStringList({"ending asking", "ending asking"}))
+        << "each part ends once, however often the end is asked for";
     EXPECT_EQ(memory.flushes, 1);
     EXPECT_EQ(memory.values.value("config/x"), "40");
     EXPECT_EQ(memory.values.value("config/lasttrack"), "2");
     EXPECT_EQ(memory.values.value("config/outputlevel"), "4294967295");
 
     PlaylistState restored;
-    Lifecycle({config, dialogs, random, clock, screens, folder}, settings, restored, host)
+    Lifecycle({config, dialogs, random, clock, screens, folder}, settings, restored, host, host,
+              parts)
         .RestoreLastState();
     EXPECT_EQ(restored.PlPath, playlist.PlPath);
     EXPECT_EQ(restored.CurTrack, 2);
@@ -217,8 +210,7 @@ TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAndRestores)
 
 TEST_F(LifecycleTest, SessionEndAsksNothing)
 {
-    settings.FMEnable = 1;
     lifecycle().Unload(false);
-    EXPECT_TRUE(dialogs.questions.isEmpty());
+    EXPECT_EQ(host.calls, QStringList({"ending quietly", "ending quietly"}));
     EXPECT_TRUE(QFile::exists(folder.file(QStringLiteral("playlist.m3u"))));
 }

@@ -1,6 +1,7 @@
 #include "platform/mediatest.h"
 #include "player/playbackengine.h"
 #include "support/fakes.h"
+#include "support/recordingsurface.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -76,16 +77,21 @@ protected:
     void SetUp() override
     {
         EngineSuite::SetUp();
-        engine = std::make_unique<PlaybackEngine>(playlist, flags, dialogs, random,
-                                                  [] { return factory->create(); });
-        engine->options = [this] { return options; };
-        engine->setLabel = [this](int n, const QString &text) { labels[n] = text; };
-        engine->SetDD = [this](int group, const QVariant &value) { groups[group] = value; };
-        engine->setTrayTip = [this](const QString &text) { trayTip = text; };
-        engine->setWindowTitle = [this](const QString &text) { windowTitle = text; };
-        engine->onTrackStarted = [this](const QString &f) { started << f; };
-        engine->LoadCover = [this](const QString &f) { covers << f; };
-        engine->selectEntry = [this](int row) { selected = row; };
+        engine = std::make_unique<PlaybackEngine>(
+            playlist, flags,
+            PlaybackEngine::Options{mciDevice, pbOverlap, useTagCover, friendlyNames}, skin,
+            dialogs, random, [] { return factory->create(); });
+        PlaybackEngine *e = engine.get();
+        QObject::connect(e, &PlaybackEngine::titlesChanged, e,
+                         [this](const QString &title, const QString &tip) {
+                             windowTitle = title;
+                             trayTip = tip;
+                         });
+        QObject::connect(e, &PlaybackEngine::trackStarted, e,
+                         [this](const QString &f) { started << f; });
+        QObject::connect(e, &PlaybackEngine::coverWanted, e,
+                         [this](const QString &f) { covers << f; });
+        QObject::connect(e, &PlaybackEngine::entryShown, e, [this](int row) { selected = row; });
     }
 
     void setList(std::initializer_list<const char *> names)
@@ -116,11 +122,13 @@ protected:
     PlayerFlags flags;
     FakeDialogs dialogs;
     FakeRandom random;
-    PlaybackEngine::Options options;
+    QString mciDevice = QStringLiteral("0");
+    qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1;
+    RecordingSurface skin;
+    QMap<int, QString> &labels = skin.labels;
+    QMap<int, QVariant> &groups = skin.groups;
     std::unique_ptr<PlaybackEngine> engine;
 
-    QMap<int, QString> labels;
-    QMap<int, QVariant> groups;
     QString trayTip, windowTitle;
     QStringList started, covers;
     int selected = -1;
@@ -164,7 +172,7 @@ TEST_F(PlaybackEngineTest, PlaysToTheEndAndOnToTheNextEntryThenStopsAtTheStartOr
 TEST_F(PlaybackEngineTest, OverlapStartsTheNextItemOnTheOtherDeviceAndLetsTheLastOneEnd)
 {
     // A wide overlap, so a slow (sanitizer) build still sees both play at once.
-    options.PBOverlap = 500;
+    pbOverlap = 500;
     setList({"one.wav", "three.wav"});
     engine->PlayIt();
     ASSERT_TRUE(playingTrack(1));
@@ -207,7 +215,7 @@ TEST_F(PlaybackEngineTest, IntroScanMovesOnAfterTenSeconds)
     engine->StopIt();
 
     // With an overlap the item left early does not play on under the next.
-    options.PBOverlap = 300;
+    pbOverlap = 300;
     playlist.CurTrack = 1;
     engine->PlayIt();
     ASSERT_TRUE(playingTrack(1));
@@ -304,7 +312,7 @@ TEST_F(PlaybackEngineTest, LoopRepeatsSeeksAreClampedAndPauseHoldsThePosition)
 
     ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 300; }));
     int ticks = 0;
-    engine->onTick = [&](qint32) { ++ticks; };
+    QObject::connect(engine.get(), &PlaybackEngine::ticked, engine.get(), [&] { ++ticks; });
     engine->PlayPause();
     EXPECT_TRUE(engine->state().paused);
     const qint64 held = device->position();
@@ -402,7 +410,7 @@ TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
     };
     for (const auto &[name, setting, head, explanation] : cases) {
         SCOPED_TRACE(name);
-        options.MCIDevice = QString::fromLatin1(setting);
+        mciDevice = QString::fromLatin1(setting);
         dialogs.messages.clear();
         setList({name});
         engine->PlayIt();
@@ -448,20 +456,14 @@ TEST_F(PlaybackEngineTest, PlayFileAddsItAtTheEndAndJumpToTakesATimeOrAnEntry)
     EXPECT_EQ(playlist.PlNames[1], QStringLiteral("three.wav"));
     ASSERT_TRUE(playingTrack(2));
 
-    QStringList answers = {QStringLiteral("0:02"), QStringLiteral("9"), QString(),
+    dialogs.textAnswers = {QStringLiteral("0:02"), QStringLiteral("9"), QString(),
                            QStringLiteral("1")};
-    QString prompt, offered;
-    engine->askText = [&](const QString &p, const QString &answer) {
-        prompt = p;
-        offered = answer;
-        return answers.isEmpty() ? QString() : answers.takeFirst();
-    };
     engine->JumpTo(0);
-    EXPECT_TRUE(prompt.contains(QStringLiteral("1 to 2")));
-    EXPECT_EQ(offered, QString()) << "no mark, nothing offered";
+    EXPECT_TRUE(dialogs.prompts.last().contains(QStringLiteral("1 to 2")));
+    EXPECT_EQ(dialogs.offered.last(), QString()) << "no mark, nothing offered";
     EXPECT_EQ(engine->device(0)->position(), 2000);
     engine->JumpTo(65400); // no entry 9: nothing happens
-    EXPECT_EQ(offered, QStringLiteral("1:05")) << "the marked position is offered";
+    EXPECT_EQ(dialogs.offered.last(), QStringLiteral("1:05")) << "the marked position is offered";
     engine->JumpTo(0); // cancelled
     EXPECT_EQ(playlist.CurTrack, 2);
     EXPECT_TRUE(engine->state().playing);

@@ -2,6 +2,7 @@
 #include "platform/wavevolume.h"
 #include "player/volumecontrol.h"
 #include "support/printers.h"
+#include "support/recordingsurface.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +15,11 @@ namespace {
 struct Fixture
 {
     WaveVolume wave;
-    VolumeControl volume{wave};
-    QString caption;
+    RecordingSurface skin;
+    VolumeControl volume{wave, skin};
+    QString caption() const { return skin.labels.value(VolumeControl::kBalanceLabel); }
+    float knob() const { return float(skin.sliders.value(VolumeControl::kVolumeSlider)); }
 
-    Fixture()
-    {
-        volume.showBalance = [this](const QString &text) { caption = text; };
-    }
     quint32 left() const { return wave.waveOutGetVolume() & 0xffff; }
     quint32 right() const { return wave.waveOutGetVolume() >> 16; }
 };
@@ -45,7 +44,7 @@ TEST(VolumeControl, BalanceAndVolumeLevelSetTheCaptionAndBothChannels)
         Fixture f;
         f.volume.setVolumeLevel(1);
         f.volume.SetBalance(balance);
-        EXPECT_EQ(f.caption, QString::fromLatin1(caption));
+        EXPECT_EQ(f.caption(), QString::fromLatin1(caption));
         EXPECT_EQ(f.left(), left);
         EXPECT_EQ(f.right(), right);
     }
@@ -125,12 +124,10 @@ TEST(VolumeControl, StepsAndTheWheelMoveOnTwentieths)
         SCOPED_TRACE(name);
         Fixture f;
         f.volume.setVolumeLevel(start);
-        float shown = f.volume.volumeLevel();
-        f.volume.showVolume = [&](float level) { shown = level; };
         for (int delta : wheel)
             f.volume.wheel(delta);
         EXPECT_FLOAT_EQ(f.volume.volumeLevel(), expected);
-        EXPECT_FLOAT_EQ(shown, expected);
+        EXPECT_FLOAT_EQ(f.knob(), expected) << "the knob follows";
     }
 }
 

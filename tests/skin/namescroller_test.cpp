@@ -1,4 +1,5 @@
 #include "skin/namescroller.h"
+#include "skin/skinloader.h"
 
 #include "skinrig.h"
 
@@ -25,24 +26,22 @@ TEST(NameScroller, OnlyALongNameWithScrollingOnMoves)
 {
     SkinRig rig;
     ASSERT_TRUE(rig.loader.LoadSkin(QStringLiteral(VELTO_DATA_DIR "/skins/default.skin")));
-    NameScroller scroller(rig.loader);
     const QString name = QStringLiteral("A Very Long Artist Name - And An Even Longer Title");
     const auto shown = [&] { return rig.loader.display().value(NameScroller::kGroup).toString(); };
 
-    scroller.setText(name);
+    rig.loader.SetDD(NameScroller::kGroup, name);
     EXPECT_EQ(shown(), name) << "scrolling is off";
-    scroller.setEnabled(true);
+    rig.loader.setScrollName(true);
+    EXPECT_EQ(rig.loader.digitValue(NameScroller::kGroup), name) << "parts read the whole name";
     const QString first = shown();
     ASSERT_LT(first.size(), name.size()) << "the player's name group is narrower than the name";
     EXPECT_TRUE(name.startsWith(first));
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown() != first; }, 2000));
     EXPECT_EQ(shown(), NameScroller::frame(name, int(first.size()), 1));
 
-    scroller.setText(QStringLiteral("Short"));
+    rig.loader.SetDD(NameScroller::kGroup, QStringLiteral("Short"));
     EXPECT_EQ(shown(), QStringLiteral("Short"));
-    EXPECT_FALSE(scroller.scrolling());
-    scroller.setText(name);
-    scroller.setEnabled(false);
+    rig.loader.SetDD(NameScroller::kGroup, name);
+    rig.loader.setScrollName(false);
     EXPECT_EQ(shown(), name);
-    EXPECT_FALSE(scroller.scrolling());
 }

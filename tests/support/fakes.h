@@ -25,6 +25,9 @@ public:
 
     QStringList messages;
     QStringList questions;
+    // askText answers from the front; prompts and offered answers are noted.
+    std::deque<QString> textAnswers;
+    QStringList prompts, offered;
     QList<Call> calls;
     bool answer = true;
     std::deque<QStringList> openResults;
@@ -37,6 +40,16 @@ public:
     {
         questions << text;
         return answer;
+    }
+    QString askText(const QString &prompt, const QString &answer) override
+    {
+        prompts << prompt;
+        offered << answer;
+        if (textAnswers.empty())
+            return {};
+        QString r = textAnswers.front();
+        textAnswers.pop_front();
+        return r;
     }
     QStringList openFiles(const QString &title, const QString &folder,
                           const QString &filter) override

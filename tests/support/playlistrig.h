@@ -2,6 +2,7 @@
 
 #include "player/playlistcontrol.h"
 #include "recordingplayer.h"
+#include "recordingsurface.h"
 
 #include <QListWidget>
 
@@ -14,9 +15,13 @@ template<typename DialogsType> struct PlaylistRig
     QString path;
     qint16 clearFirst = 0, autoPlay = 0, friendly = 1;
     QString validExt = QStringLiteral("mp3");
+    bool cdMode = false;
     DialogsType dialogs;
+    RecordingSurface skin;
     RecordingPlayer player{state};
     PlaylistControl control{
-        state, {path, clearFirst, autoPlay, friendly, validExt}, dialogs, player};
+        state, {path, clearFirst, autoPlay, friendly, validExt, cdMode}, skin, dialogs};
     QListWidget list;
+
+    PlaylistRig() { player.listen(control); }
 };

@@ -1,36 +1,23 @@
 #pragma once
 
-#include "player/playercommands.h"
 #include "player/playlist.h"
 
 #include <QList>
+#include <QObject>
 
-// A player that only notes the current entry at each PlayIt: what the
-// playlist's windows ask of playback, without playing anything.
-class RecordingPlayer : public PlayerCommands
+// Notes the current entry each time a playlist window asks for it to play:
+// what those windows ask of playback, without playing anything.
+class RecordingPlayer
 {
 public:
     explicit RecordingPlayer(const PlaylistState &state) : m_state(state) {}
     QList<int> played;
 
-    void PlayIt() override { played << m_state.CurTrack; }
-    void StopIt() override {}
-    void PauseIt() override {}
-    void EjectIt() override {}
-    void PrevTrack() override {}
-    void NextTrack() override {}
-    void Reverse() override {}
-    void Forward() override {}
-    void PlayPause() override {}
-    void ToggleCDMode() override {}
-    void JumpTo(qint32) override {}
-    void ShowLights() override {}
-    qint32 currentPosition() const override { return 0; }
-    void ToggleRemaining() override {}
-    void VolumeStep(int) override {}
-    void ToggleMute() override {}
-    void PlSelAct(int) override {}
-    void LoopPoint() override {}
+    template<typename Source> void listen(Source &source)
+    {
+        QObject::connect(&source, &Source::playRequested, &source,
+                         [this] { played << m_state.CurTrack; });
+    }
 
 private:
     const PlaylistState &m_state;

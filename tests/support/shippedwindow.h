@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/frmneorb.h"
+#include "app/velto.h"
 #include "core/programfolder.h"
 
 #include "support/fakes.h"
@@ -12,7 +12,7 @@
 
 #include <memory>
 
-// The real main window on the shipped skins in a temporary home, with scripted
+// The real program and its main window on the shipped skins in a temporary home, with scripted
 // dialogs, clock, random numbers and screens. Window tests derive from it.
 class ShippedWindow
 {
@@ -24,15 +24,16 @@ protected:
         qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
         ProgramFolder folder(ProgramFolder::defaultPath());
         folder.prepare(ProgramFolder::shippedDataPath());
-        window = std::make_unique<frmNeOrb>(
-            frmNeOrb::Platform{store, dialogs, clock, random, screens}, folder);
-        window->Load({}, home.path());
+        velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
+                                        folder);
+        window = &velto->window();
+        velto->Load({}, home.path());
     }
 
     // What waits for the window to be on screen (the last cover) comes in.
     void showFirstFrame()
     {
-        QSignalSpy painted(window.get(), &frmNeOrb::firstFramePainted);
+        QSignalSpy painted(window, &frmNeOrb::firstFramePainted);
         window->show();
         ASSERT_TRUE(painted.wait(5000));
     }
@@ -53,5 +54,6 @@ protected:
     FakeClock clock;
     FakeRandom random;
     FakeScreens screens;
-    std::unique_ptr<frmNeOrb> window;
+    std::unique_ptr<Velto> velto;
+    frmNeOrb *window = nullptr; // velto's
 };

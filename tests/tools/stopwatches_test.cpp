@@ -1,6 +1,7 @@
 #include "tools/stopwatches.h"
 
 #include "support/printers.h"
+#include "support/recordingsurface.h"
 
 #include <gtest/gtest.h>
 
@@ -9,20 +10,25 @@
 
 namespace {
 
+// Notes every label text in order; group 6 as RecordingSurface keeps it.
+class LabelLog : public RecordingSurface
+{
+public:
+    QStringList written;
+    void setLabel(int n, const QString &text) override
+    {
+        written << QStringLiteral("%1:%2").arg(n).arg(text);
+    }
+};
+
 class StopwatchesTest : public ::testing::Test
 {
 protected:
-    Stopwatches sw;
-    QStringList labels;
-    QString shown;
+    LabelLog skin;
+    Stopwatches sw{skin};
+    QStringList &labels = skin.written;
+    QString shown() const { return skin.groups.value(Stopwatches::kGroup).toString(); }
 
-    void SetUp() override
-    {
-        sw.setLabelFn([this](int n, const QString &text) {
-            labels << QStringLiteral("%1:%2").arg(n).arg(text);
-        });
-        sw.setDisplayFn([this](const QString &text) { shown = text; });
-    }
     void run(const std::vector<int> &ops)
     {
         for (int op : ops)
@@ -69,7 +75,7 @@ TEST_F(StopwatchesTest, RunningTimersCountHoursMinutesAndTenths)
         sw.TimerFn(3);
         for (qint64 ms : c.steps)
             sw.advance(ms);
-        EXPECT_EQ(shown, QString::fromLatin1(c.text));
+        EXPECT_EQ(shown(), QString::fromLatin1(c.text));
         EXPECT_EQ(sw.text(0), QString::fromLatin1(c.text));
         EXPECT_EQ(counters(0), QString::fromLatin1(c.fields)) << c.text;
     }
@@ -82,23 +88,24 @@ TEST_F(StopwatchesTest, OnlyRunningTimersAdvanceAndUnknownCodesChangeNothing)
     EXPECT_EQ(counters(0), "1 0 0 20");
     EXPECT_EQ(counters(1), "0 0 0 0");
     EXPECT_EQ(counters(2), "1 0 0 20");
-    EXPECT_EQ(shown, "0:00:00.0");
+    EXPECT_EQ(shown(), "0:00:00.0");
     run({2, 3}); // stop 2
     sw.advance(1000);
     EXPECT_EQ(counters(2), "0 0 0 20");
     EXPECT_EQ(counters(0), "1 0 0 30");
 
     labels.clear();
-    shown.clear();
+    skin.groups.clear();
     run({8, 9, -1, 70, 32767}); // unknown codes
-    EXPECT_TRUE(labels.isEmpty() && shown.isEmpty());
+    EXPECT_TRUE(labels.isEmpty() && shown().isEmpty());
     EXPECT_EQ(std::tuple(sw.current(), counters(0), counters(2)),
               std::tuple(2, QString("1 0 0 30"), QString("0 0 0 20")));
 
     // Out of range queries answer neutrally; no callbacks set is no fault.
     EXPECT_EQ(std::tuple(sw.field(-1, 0), sw.field(10, 0), sw.field(0, 5)), std::tuple(0, 0, 0));
     EXPECT_TRUE(sw.text(10).isEmpty());
-    Stopwatches bare;
+    RecordingSurface other;
+    Stopwatches bare(other);
     bare.TimerFn(3);
     EXPECT_EQ(bare.field(0, 0), 1);
 }
@@ -118,7 +125,7 @@ TEST_F(StopwatchesTest, LapStopsCurrentAndStartsTheNextFromZero)
     sw.advance(300);
     EXPECT_EQ(counters(0), "1 0 0 3");
     EXPECT_EQ(counters(9), "0 0 0 15");
-    EXPECT_EQ(shown, "0:00:00.3");
+    EXPECT_EQ(shown(), "0:00:00.3");
 }
 
 TEST_F(StopwatchesTest, ResetsClearCountersAndResetAllStopsEverything)
@@ -146,12 +153,33 @@ TEST_F(StopwatchesTest, SplitHoldsTheDisplayWhileTheTimerRunsOn)
     run({7});
     EXPECT_EQ(sw.field(0, 1), 1);
     sw.advance(3000);
-    EXPECT_EQ(shown, "0:00:01.2");
+    EXPECT_EQ(shown(), "0:00:01.2");
     EXPECT_EQ(sw.shownSeconds(0), 1); // what the digit display counts
     EXPECT_EQ(counters(0), "1 0 0 42");
     run({7});
     EXPECT_EQ(sw.field(0, 1), 0);
-    EXPECT_EQ(shown, "0:00:04.2");
+    EXPECT_EQ(shown(), "0:00:04.2");
+}
+
+// Commands 70-75 are functions 1-6 and command 4 the split; a group in mode 5
+// takes whole seconds, any other the text with its tenths.
+TEST_F(StopwatchesTest, CommandsReachTheirFunctionsAndTheGroupsModeDecidesTheForm)
+{
+    sw.DoIt(72); // start
+    sw.advance(61500);
+    sw.DoIt(4);
+    EXPECT_EQ(sw.field(0, 1), 1) << "split held";
+    sw.DoIt(70);
+    EXPECT_EQ(sw.current(), 1);
+    sw.DoIt(71);
+    EXPECT_EQ(shown(), "0:01:01.5");
+
+    SkinDigitGroup seconds;
+    seconds.number = Stopwatches::kGroup;
+    seconds.mode = 5;
+    skin.description.digitGroups = {seconds};
+    sw.skinLoaded();
+    EXPECT_EQ(skin.groups.value(Stopwatches::kGroup), QVariant(61));
 }
 
 TEST_F(StopwatchesTest, WallClockTicksAdvanceByTheTimeBetweenReadings)

@@ -1,4 +1,4 @@
-#include "app/videooutput.h"
+#include "player/videooutput.h"
 #include "skin/skinareawidget.h"
 #include "videosuite.h"
 
@@ -19,7 +19,7 @@ protected:
             return;
         output = std::make_unique<VideoOutput>(main);
         output->addDevice(*device);
-        output->title = [] { return QStringLiteral("clip — Velto"); };
+        output->setTitle(QStringLiteral("clip — Velto"));
         main.resize(200, 100);
         main.show();
     }

@@ -19,7 +19,7 @@ protected:
         start();
         window->move(40, 40);
         showFirstFrame();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     }
 
     // The centre of light n on the screen has the light's own colour.
@@ -48,18 +48,18 @@ TEST_F(LitOnScreen, MuteAndARunningStopwatchLightTheirLights)
     const QColor amber(255, 180, 64), green(124, 232, 138);
     ASSERT_FALSE(lightRect(10).isEmpty()) << "the player skin has a mute light";
     EXPECT_FALSE(lit(10, amber));
-    window->DoIt(9);
+    velto->DoIt(9);
     EXPECT_TRUE(QTest::qWaitFor([&] { return lit(10, amber); }, 5000)) << "command 9 mutes";
-    window->DoIt(9);
+    velto->DoIt(9);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !lit(10, amber); }, 5000));
 
-    window->DoIt(1005); // the clock
+    velto->DoIt(1005); // the clock
     ASSERT_FALSE(lightRect(21).isEmpty()) << "the clock skin has a stopwatch light";
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !lit(21, green); }, 5000));
-    window->DoIt(72); // start
+    velto->DoIt(72); // start
     EXPECT_TRUE(QTest::qWaitFor([&] { return lit(21, green); }, 5000)) << "a stopwatch runs";
-    window->DoIt(70); // another stopwatch is current; the first still runs
-    window->DoIt(75); // reset all stops them
+    velto->DoIt(70); // another stopwatch is current; the first still runs
+    velto->DoIt(75); // reset all stops them
     EXPECT_TRUE(QTest::qWaitFor([&] { return !lit(21, green); }, 5000));
 }

@@ -112,7 +112,7 @@ void VideoOutput::show(Shown &shown)
     }
     auto *window = new VideoWindow(&m_main);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setWindowTitle(title ? title() : QStringLiteral("Velto"));
+    window->setWindowTitle(m_title);
     auto *layout = new QVBoxLayout(window);
     layout->setContentsMargins(0, 0, 0, 0);
     shown.view = shown.device->createVideoView(window);

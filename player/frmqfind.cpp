@@ -1,7 +1,6 @@
 #include "frmqfind.h"
 
-#include "player/playercommands.h"
-#include "player/playlist.h"
+#include "playlist.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -27,9 +26,8 @@ QListView *makeList(QStringListModel &model, const char *name)
 
 } // namespace
 
-frmQFind::frmQFind(PlaylistState &state, PlayerCommands &player, const qint16 &autoCloseQF,
-                   QWidget *parent)
-    : QWidget(parent, Qt::Tool), m_state(state), m_player(player), m_autoCloseQF(autoCloseQF)
+frmQFind::frmQFind(PlaylistState &state, const qint16 &autoCloseQF, QWidget *parent)
+    : QWidget(parent, Qt::Tool), m_state(state), m_autoCloseQF(autoCloseQF)
 {
     setWindowTitle(QStringLiteral("Quick Find/Play"));
     m_text = new QLineEdit;
@@ -149,7 +147,7 @@ void frmQFind::PlayMatch()
     if (entry < 0)
         return;
     m_state.CurTrack = entry + 1;
-    m_player.PlayIt();
+    emit playRequested();
     if (m_autoCloseQF != 0)
         close();
 }

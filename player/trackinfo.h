@@ -1,21 +1,20 @@
 #pragma once
 
-#include "app/lyricsdisplay.h"
-#include "player/albumcover.h"
+#include "albumcover.h"
+#include "lyricsdisplay.h"
 
 #include <QObject>
 #include <QPointer>
 
-#include <functional>
+#include <optional>
 
 class Dialogs;
 class QWidget;
-class SkinLoader;
+class SkinSurface;
 class frmAlbum;
 class frmInfo;
 struct Mp3Info;
 struct PlaylistState;
-struct Settings;
 
 // What the window shows about the playing item besides its name and time:
 // the MP3 frame information (labels 10 to 12, displays 4 and 5), the cover
@@ -25,11 +24,19 @@ class TrackInfo : public QObject
 {
     Q_OBJECT
 public:
+    // The settings this part reads; they outlive it.
+    struct Options
+    {
+        const qint16 &UseTagCover;
+        const qint16 &AutoCover;
+        const qint16 &FriendlyNames;
+        const QString &Path; // where the cover dialog starts without an item
+    };
     struct Parts
     {
-        SkinLoader &skin;
+        SkinSurface &skin;
         Dialogs &dialogs;
-        const Settings &settings;
+        Options options;
         const PlaylistState &playlist;
         QString noCoverFile;
         QWidget *window; // parent of the secondary windows
@@ -38,7 +45,7 @@ public:
     explicit TrackInfo(Parts parts);
     ~TrackInfo() override;
 
-    // The engine's hooks, in the order an item meets them.
+    // What the engine reports, in the order an item meets it.
     void ShowMp3Info(const Mp3Info &info);
     // The tag rules for the media file, then the pictures in it and beside it.
     void LoadTagCover(const QString &mediaFile, const QString &album, const QString &artist);
@@ -60,14 +67,17 @@ public:
     frmInfo *infoWindow() const;
     frmAlbum *albumWindow() const;
 
-    // The main window's current item; the last item started when unset.
-    std::function<QString()> currentFile;
-    // Seeks the playing item (PlayFrom); the lyrics list's double click uses it.
-    std::function<void(qint64 positionMs)> seek;
-    // The lyrics light may have changed.
-    std::function<void()> lightsChanged;
+    // The item the engine plays now; empty when nothing is open. Until it is
+    // set, the last item started counts.
+    void setCurrentFile(const QString &file) { m_current = file; }
+
+signals:
+    // A double click on a timed lyric line: play from there.
+    void seekWanted(qint64 positionMs);
+    // Lyrics came or went: the lyrics light may change.
+    void lyricsChanged();
     // The info window wrote a tag into this file.
-    std::function<void(const QString &file)> tagSaved;
+    void tagSaved(const QString &file);
 
 private:
     void showCover(const QImage &picture, const QString &hint);
@@ -79,6 +89,7 @@ private:
     AlbumCover m_cover;
     LyricsDisplay m_lyrics;
     QString m_started;
+    std::optional<QString> m_current;
     QPointer<frmInfo> m_info;
     QPointer<frmAlbum> m_album;
 };

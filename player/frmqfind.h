@@ -1,11 +1,10 @@
 #pragma once
 
-#include "player/quickfind.h"
+#include "quickfind.h"
 
 #include <QStringListModel>
 #include <QWidget>
 
-class PlayerCommands;
 class QLineEdit;
 class QListView;
 class QRadioButton;
@@ -19,13 +18,16 @@ class frmQFind : public QWidget
 {
     Q_OBJECT
 public:
-    frmQFind(PlaylistState &state, PlayerCommands &player, const qint16 &autoCloseQF,
-             QWidget *parent = nullptr);
+    frmQFind(PlaylistState &state, const qint16 &autoCloseQF, QWidget *parent = nullptr);
 
     // Copies the playlist's names and starts again with an empty text.
     void Form_Load();
     // Plays the selected name; closes the window when "AutoCloseQF" is set.
     void PlayMatch();
+
+signals:
+    // The current entry was set to the match and should play.
+    void playRequested();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -42,7 +44,6 @@ private:
     void select(QListView *list, int row);
 
     PlaylistState &m_state;
-    PlayerCommands &m_player;
     const qint16 &m_autoCloseQF;
     QuickFind m_find{{}};
     QStringListModel m_names;

@@ -4,7 +4,7 @@
 #include <QSize>
 #include <QWidget>
 
-#include <functional>
+#include <QString>
 #include <vector>
 
 class MediaDevice;
@@ -31,8 +31,8 @@ public:
     QWidget *window(const MediaDevice &device) const;
     QWidget *view(const MediaDevice &device) const;
 
-    // Gives the plain window its title.
-    std::function<QString()> title;
+    // The title a plain window takes: the playing item's.
+    void setTitle(const QString &title) { m_title = title; }
 
     // The largest share of the screen a plain window takes at first.
     static QSize fitted(QSize video, QSize screen);
@@ -50,6 +50,7 @@ private:
     void hide(Shown &shown);
 
     QWidget &m_main;
+    QString m_title = QStringLiteral("Velto");
     QPointer<SkinAreaWidget> m_box;
     std::vector<Shown> m_devices;
 };

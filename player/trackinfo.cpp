@@ -1,15 +1,15 @@
 #include "trackinfo.h"
 
-#include "app/frmalbum.h"
-#include "app/frminfo.h"
-#include "core/settings.h"
+#include "frmalbum.h"
+#include "frminfo.h"
+#include "lyrics.h"
+#include "mp3info.h"
+#include "playlist.h"
+
 #include "platform/dialogs.h"
-#include "player/lyrics.h"
-#include "player/mp3info.h"
-#include "player/playlist.h"
 #include "skin/skinareawidget.h"
 #include "skin/skinlistarea.h"
-#include "skin/skinloader.h"
+#include "skin/skinsurface.h"
 
 #include <QFileInfo>
 
@@ -17,15 +17,13 @@ TrackInfo::TrackInfo(Parts parts)
     : m_parts(std::move(parts)), m_cover(m_parts.noCoverFile), m_lyrics(*m_parts.skin.list(4))
 {
     m_cover.show = [this](const QImage &picture, const QString &hint) { showCover(picture, hint); };
-    connect(&m_parts.skin, &SkinLoader::areaDoubleClicked, this, [this](int number) {
-        if (number == 1)
-            iCover_DblClick();
-    });
+    connect(m_parts.skin.area(1), &SkinAreaWidget::doubleClicked, this,
+            [this] { iCover_DblClick(); });
     connect(m_parts.skin.list(4), &QListWidget::itemDoubleClicked, this,
             [this](QListWidgetItem *item) {
                 const qint64 to = m_lyrics.Lyrics_DblClick(m_parts.skin.list(4)->row(item));
-                if (to >= 0 && seek)
-                    seek(to);
+                if (to >= 0)
+                    emit seekWanted(to);
             });
 }
 
@@ -58,13 +56,13 @@ void TrackInfo::ShowMp3Info(const Mp3Info &info)
 
 void TrackInfo::LoadTagCover(const QString &mediaFile, const QString &album, const QString &artist)
 {
-    m_cover.friendlyNames = m_parts.settings.FriendlyNames > 0;
+    m_cover.friendlyNames = m_parts.options.FriendlyNames > 0;
     m_cover.LoadTagCover(QFileInfo(mediaFile).path(), album, artist, mediaFile);
 }
 
 void TrackInfo::LoadCover(const QString &file)
 {
-    m_cover.friendlyNames = m_parts.settings.FriendlyNames > 0;
+    m_cover.friendlyNames = m_parts.options.FriendlyNames > 0;
     m_cover.LoadCover(file);
 }
 
@@ -74,13 +72,12 @@ void TrackInfo::TrackStarted(const QString &file)
     // With the tag rules on, MP3s had their turn before opening; other files
     // can still carry a picture or have one beside them. A picture inside the
     // item counts whatever the rules say.
-    if (m_parts.settings.UseTagCover != 1)
+    if (m_parts.options.UseTagCover != 1)
         m_cover.TrackCover(file);
     else if (!isMpegAudio(file))
         LoadTagCover(file, QString(), QString());
     m_lyrics.LoadLyrics(lyricsFileFor(file));
-    if (lightsChanged)
-        lightsChanged();
+    emit lyricsChanged();
 }
 
 void TrackInfo::Tick(qint64 positionMs)
@@ -93,7 +90,7 @@ void TrackInfo::showCover(const QImage &picture, const QString &hint)
     SkinAreaWidget *area = m_parts.skin.area(1);
     area->setPicture(picture);
     area->setToolTip(hint);
-    const bool autoShow = !picture.isNull() && m_parts.settings.AutoCover == 1 &&
+    const bool autoShow = !picture.isNull() && m_parts.options.AutoCover == 1 &&
                           area->isVisibleTo(area->parentWidget());
     // An album window the user opened follows the cover too.
     if (autoShow || m_album)
@@ -126,7 +123,7 @@ void TrackInfo::ShowAux16()
 void TrackInfo::iCover_DblClick()
 {
     const QString file = current();
-    const QString folder = file.isEmpty() ? m_parts.settings.Path : QFileInfo(file).path();
+    const QString folder = file.isEmpty() ? m_parts.options.Path : QFileInfo(file).path();
     int filterIndex = 0;
     const QString chosen = m_parts.dialogs.openFile(
         QStringLiteral("Select Cover"), folder,
@@ -139,7 +136,7 @@ void TrackInfo::iCover_DblClick()
 // playlist, else the current entry.
 QString TrackInfo::current() const
 {
-    return currentFile ? currentFile() : m_started;
+    return m_current ? *m_current : m_started;
 }
 
 QString TrackInfo::infoFile() const
@@ -161,11 +158,8 @@ void TrackInfo::ShowTrackInfo()
         frmInfo::Source source;
         source.currentFile = [this] { return current(); };
         source.currentCover = [this] { return m_cover.picture(); };
-        source.friendlyNames = [this] { return m_parts.settings.FriendlyNames > 0; };
-        source.tagSaved = [this](const QString &file) {
-            if (tagSaved)
-                tagSaved(file);
-        };
+        source.friendlyNames = [this] { return m_parts.options.FriendlyNames > 0; };
+        source.tagSaved = [this](const QString &file) { emit tagSaved(file); };
         m_info = new frmInfo(m_parts.dialogs, std::move(source), m_parts.window);
     }
     m_info->GetInfo(infoFile());

@@ -1,0 +1,286 @@
+#include "velto.h"
+
+#include "app/frmprefs.h"
+#include "app/windowflags.h"
+#include "core/menumodel.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "skin/skinlistarea.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
+Velto::Velto(Platform platform, ProgramFolder folder)
+    : m_platform(platform), m_folder(std::move(folder)), m_config(platform.store),
+      m_window(m_settings, platform.dialogs, platform.clock),
+      m_player(m_playlist,
+               {m_settings.MCIDevice, m_settings.PBOverlap, m_settings.UseTagCover,
+                m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
+                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
+               {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
+                m_folder.file(QStringLiteral("nocover.bmp")),
+                [this] { return m_mediaDevices.create(); }}),
+      m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_clockTick(platform.clock, m_settings, m_window.skin(),
+                  m_folder.file(QStringLiteral("autolist.txt"))),
+      m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
+      m_lifecycle(
+          {m_config, platform.dialogs, platform.random, platform.clock, platform.screens, m_folder},
+          m_settings, m_playlist, *this, m_player, m_parts),
+      m_popup({[this](qint16 cmd) { DoIt(cmd); }, [this](int slot) { SelFSkin(slot); },
+               [this] { SetOnTop(m_window, isOnTop(m_settings.WinOnTop)); }},
+              m_settings.WinOnTop),
+      m_tray(m_window, m_popup)
+{
+    // The command table: which part owns which numbers. A clock skin gives
+    // command 4 to the stopwatches (the split) rather than to the player.
+    add(m_windowCommands, {{1, 3}, {5, 7}, {38, 39}, {151, 152}, {1001, 1021}});
+    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
+    add(m_stopwatches, {{4, 5}, {70, 76}});
+    add(m_mixer, {{29, 30}});
+    add(m_clockTick, {});
+    for (const PendingModes::Range &r : PendingModes::ranges())
+        m_dispatcher.route(r.low, r.high, m_pending);
+    connectParts();
+    m_window.installEventFilter(this);
+}
+
+Velto::~Velto() = default;
+
+void Velto::add(SkinPart &part, std::initializer_list<std::pair<int, int>> commands)
+{
+    m_parts.push_back(&part);
+    for (const auto &[low, high] : commands)
+        m_dispatcher.route(low, high, part);
+}
+
+void Velto::connectParts()
+{
+    frmNeOrb &w = m_window;
+    connect(&w, &frmNeOrb::command, this, &Velto::DoIt);
+    connect(&w, &frmNeOrb::menuRequested, this, [this] { m_popup.popup(QCursor::pos()); });
+    connect(&w, &frmNeOrb::wheelTurned, &m_player, &PlayerPart::wheel);
+    connect(&w, &frmNeOrb::filesDropped, &m_player, &PlayerPart::addPaths);
+    connect(&w, &frmNeOrb::escapePressed, this, [this] { m_player.playlist().cancelScan(); });
+    // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
+    connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
+        m_player.windowShown();
+        m_mediaDevices.preload();
+    });
+    connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
+        if (number == VolumeControl::kVolumeSlider) {
+            m_player.fade().cancel();
+            m_player.volume().setVolumeLevel(float(value));
+        } else if (number == VolumeControl::kBalanceSlider) {
+            m_player.volume().SetBalance(float(value));
+        }
+    });
+    connect(&w.skin(), &SkinLoader::sliderReleased, this, [this](int number, double value) {
+        if (number == PlaybackEngine::kPositionSlider)
+            m_player.engine().PlayFrom(qint32(value * m_player.state().TrackLength));
+    });
+
+    connect(&m_player, &PlayerPart::titlesChanged, this,
+            [this](const QString &title, const QString &tip) {
+                m_window.setWindowTitle(title);
+                if (!tip.isEmpty())
+                    m_tray.setToolTip(tip);
+            });
+    connect(&m_player, &PlayerPart::stateChanged, this, [this] { m_lights.refresh(); });
+    connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
+        m_config.SaveStr(QStringLiteral("Path"), path);
+        m_config.flush();
+    });
+
+    connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
+        for (SkinPart *part : m_parts)
+            part->clockTick(now);
+        // Whatever changed a switch without a command (the preferences, a
+        // device), the lights follow within a beat.
+        m_lights.refresh();
+    });
+    connect(&m_clockTick, &ClockTick::switchOn, this, &Velto::switchOn);
+    connect(&m_clockTick, &ClockTick::switchOff, this, &Velto::switchOff);
+    connect(&m_clockTick, &ClockTick::snoozeEnded, this, &Velto::switchOff);
+}
+
+void Velto::Load(const QStringList &names, const QString &workingFolder, bool playNow)
+{
+    m_lifecycle.Load(names, workingFolder, playNow);
+    m_player.showPlaylist();
+    m_window.skin().setScrollName(m_settings.ScrollName == 1);
+    m_window.skin().setTimeFmt(m_settings.TimeFmt != 0);
+    m_clockTick.ShowTime();
+    // Devices open asynchronously, so even an automatic start is silent.
+    if (m_settings.StartMute != 0)
+        m_player.setMuted(true);
+    m_lights.refresh();
+}
+
+void Velto::Unload(bool interactive)
+{
+    m_lifecycle.Unload(interactive);
+}
+
+void Velto::DoIt(qint16 cmd)
+{
+    m_dispatcher.DoIt(cmd);
+    // Every switch a command flips shows at once.
+    m_lights.refresh();
+}
+
+void Velto::windowCommand(qint16 cmd)
+{
+    switch (cmd) {
+    case 1:
+        // Closing a window hidden in the tray runs the shut-down but would not end the program.
+        if (m_window.close())
+            QCoreApplication::quit();
+        return;
+    case 2:
+        return m_window.showMinimized();
+    case 5:
+        return ShowPrefs();
+    case 6:
+        return SelectSkin();
+    case 38:
+        return m_popup.popup(QCursor::pos());
+    case 151:
+        return LoadSkin(m_window.skin().file());
+    default:
+        break;
+    }
+    const QStringList &links = m_window.skin().skin().keyTable;
+    if (cmd >= 1001 && cmd < 1011)
+        return LoadSkin(Dispatcher::linkEntry(links, cmd - 1000));
+    // The 210 offset lands on 801..810, past the end of the key table, so these
+    // never open a link. Skins rely on these numbers being inert: keep it.
+    if (cmd >= 1011 && cmd <= 1020)
+        QDesktopServices::openUrl(QUrl::fromUserInput(Dispatcher::linkEntry(links, cmd - 210)));
+}
+
+void Velto::minimiseWindow()
+{
+    m_window.setWindowState(m_window.windowState() | Qt::WindowMinimized);
+}
+
+void Velto::LoadSkin(const QString &file)
+{
+    SkinLoader &loader = m_window.skin();
+    // Key tables name other skins by bare file names, beside the current skin.
+    QString path = file;
+    if (QFileInfo(file).isRelative() && !loader.file().isEmpty())
+        path = QFileInfo(loader.file()).dir().filePath(file);
+    QList<SkinPart *> wasIn;
+    for (SkinPart *part : m_parts)
+        if (m_dispatcher.inMode(*part))
+            wasIn << part;
+    if (!loader.LoadSkin(path))
+        return;
+    const QFileInfo loaded(loader.file());
+    m_settings.Skin = loaded.fileName();
+    m_settings.SkinPath = loaded.absolutePath();
+    QStringList modes;
+    for (const QString &type : loader.skin().types)
+        modes << type.toUpper();
+    m_dispatcher.setSkinModes(modes);
+    for (SkinPart *part : m_parts) {
+        part->skinLoaded();
+        const bool in = m_dispatcher.inMode(*part);
+        if (in && !wasIn.contains(part))
+            part->entered();
+        else if (!in && wasIn.contains(part))
+            part->left();
+    }
+    m_lights.refresh();
+}
+
+void Velto::SelFSkin(int slot)
+{
+    if (slot >= 0 && slot < int(m_settings.FavSkin.size()) && !m_settings.FavSkin[slot].isEmpty())
+        LoadSkin(m_settings.FavSkin[slot]);
+}
+
+void Velto::SelectSkin()
+{
+    const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
+    const QStringList chosen = m_platform.dialogs.openFiles(
+        QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
+    if (!chosen.isEmpty())
+        LoadSkin(chosen.first());
+}
+
+// Not modal: the player goes on while the dialog is open, and OK takes over
+// only what the user changed in it.
+void Velto::ShowPrefs()
+{
+    if (!m_prefs) {
+        auto *dialog =
+            new frmPrefs(m_settings, m_clockTick.autoList(), m_platform.dialogs, &m_window);
+        connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
+            if (result == QDialog::Accepted)
+                applyPrefs(*dialog);
+            dialog->deleteLater();
+            m_prefs.clear();
+        });
+        m_prefs = dialog;
+    }
+    m_prefs->show();
+    m_prefs->raise();
+    m_prefs->activateWindow();
+}
+
+void Velto::applyPrefs(const frmPrefs &prefs)
+{
+    const bool wasOnTop = isOnTop(m_settings.WinOnTop);
+    prefs.applyTo(m_settings);
+    if (prefs.autoListChanged() && !m_clockTick.setAutoList(prefs.autoList()))
+        m_platform.dialogs.message(
+            QStringLiteral("Unable to write the schedule list! Is the file read-only?"));
+    if (isOnTop(m_settings.WinOnTop) != wasOnTop)
+        SetOnTop(m_window, isOnTop(m_settings.WinOnTop));
+    if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
+        LoadSkin(skin);
+    m_window.skin().setTimeFmt(m_settings.TimeFmt != 0);
+    m_window.skin().setScrollName(m_settings.ScrollName == 1);
+    for (SkinPart *part : m_parts)
+        part->settingsChanged();
+    m_lights.refresh();
+}
+
+void Velto::switchOn()
+{
+    // Presets 1-9 pick a radio station once the radio modes exist; until then
+    // every alarm plays the playlist, which is better than a silent one.
+    m_window.showNormal();
+    m_window.raise();
+    m_window.activateWindow();
+    m_player.switchOn();
+}
+
+void Velto::switchOff()
+{
+    m_player.switchOff();
+    if (m_settings.SnoozeHide == 1)
+        m_window.showMinimized();
+}
+
+bool Velto::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != &m_window || event->type() != QEvent::Close)
+        return false;
+    // The desktop's close may only hide Velto in the tray; Quit and Ctrl+Q always end it.
+    if (event->spontaneous() && m_tray.hidesOnClose(m_settings.ExitMode)) {
+        m_window.hide();
+        event->ignore();
+        return true;
+    }
+    m_lifecycle.Unload(true);
+    event->accept();
+    return false;
+}

@@ -1,0 +1,90 @@
+#include "player/frmalbum.h"
+#include "player/frminfo.h"
+#include "player/frmqfind.h"
+#include "player/playerpart.h"
+
+#include "support/fakes.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+// The player part on a recording surface, with scripted dialogs and no
+// media engine: what each of its command numbers does.
+struct PlayerRig
+{
+    TempHome home;
+    FakeDialogs dialogs;
+    FakeRandom random;
+    FakeClock clock;
+    QWidget window;
+    RecordingSurface skin;
+    PlaylistState playlist;
+    QString mciDevice = QStringLiteral("0"), validExt = QStringLiteral("mp3"), path;
+    qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1, autoCover = 0, autoCloseQF = 0,
+           clearFirst = 0, autoPlay = 0;
+    PlayerPart player{playlist,
+                      {mciDevice, pbOverlap, useTagCover, friendlyNames, autoCover, autoCloseQF,
+                       clearFirst, autoPlay, validExt, path},
+                      {skin, dialogs, random, clock, window, home.file("nocover.bmp"),
+                       [] { return std::unique_ptr<MediaDevice>(); }}};
+};
+
+} // namespace
+
+TEST(PlayerPart, EachCommandReachesItsProcedure)
+{
+    const struct
+    {
+        qint16 cmd;
+        std::function<bool(PlayerRig &)> done;
+    } cases[] = {
+        {3, [](PlayerRig &r) { return r.player.trackInfo().infoWindow()->isVisible(); }},
+        {4, [](PlayerRig &r) { return r.player.state().ShowRemaining; }},
+        {7, [](PlayerRig &r) { return r.player.volume().volumeLevel() == 1.0f; }},
+        {8, [](PlayerRig &r) { return r.player.volume().volumeLevel() < 1.0f; }},
+        {9, [](PlayerRig &r) { return r.player.muted(); }},
+        {16, [](PlayerRig &r) { return r.player.trackInfo().albumWindow()->isVisible(); }},
+        {20, [](PlayerRig &r) { return r.playlist.PlNames.isEmpty(); }},
+        {21, [](PlayerRig &r) { return r.dialogs.calls.last().title == "Load Playlist"; }},
+        {22, [](PlayerRig &r) { return r.dialogs.calls.last().title == "Save Playlist"; }},
+        {23, [](PlayerRig &r) { return r.dialogs.calls.last().title == "Open Media file"; }},
+        {24, [](PlayerRig &r) { return r.dialogs.calls.last().kind == "folder"; }},
+        {25, [](PlayerRig &r) { return r.player.flags().IntroScan; }},
+        {26, [](PlayerRig &r) { return r.player.flags().StopAfterItem; }},
+        {27, [](PlayerRig &r) { return r.player.flags().RepeatItem; }},
+        {28, [](PlayerRig &r) { return r.player.flags().Shuffle; }},
+        {34, [](PlayerRig &r) { return r.player.quickFind()->isVisible(); }},
+        {39, [](PlayerRig &r) { return r.dialogs.prompts.last().startsWith("Jump to entry"); }},
+        {150, [](PlayerRig &r) { return r.player.quickFind()->isVisible(); }},
+    };
+    for (const auto &c : cases) {
+        PlayerRig rig;
+        rig.playlist.PlNames = {"a"};
+        rig.playlist.PlPath = {"/m/a.mp3"};
+        rig.player.volume().setVolumeLevel(0.95f);
+        rig.player.DoIt(c.cmd);
+        EXPECT_TRUE(c.done(rig)) << "command " << c.cmd;
+    }
+}
+
+TEST(PlayerPart, CommandsThatToggleGoBackAndTheLightsHearOfThem)
+{
+    PlayerRig rig;
+    int changes = 0;
+    QObject::connect(&rig.player, &PlayerPart::stateChanged, &rig.player, [&] { ++changes; });
+    for (qint16 cmd : {9, 25, 26, 27, 28})
+        rig.player.DoIt(cmd);
+    EXPECT_EQ(changes, 5);
+    for (qint16 cmd : {9, 25, 26, 27, 28})
+        rig.player.DoIt(cmd);
+    EXPECT_FALSE(rig.player.muted());
+    EXPECT_FALSE(rig.player.flags().IntroScan || rig.player.flags().Shuffle);
+    rig.player.DoIt(150);
+    rig.player.DoIt(34);
+    EXPECT_FALSE(rig.player.quickFind()->isVisible()) << "34 hides the window 150 showed";
+}
