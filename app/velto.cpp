@@ -3,6 +3,7 @@
 #include "app/frmprefs.h"
 #include "app/windowflags.h"
 #include "core/menumodel.h"
+#include "core/settingkeys.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "skin/skinlistarea.h"
@@ -93,7 +94,7 @@ void Velto::connectParts()
             });
     connect(&m_player, &PlayerPart::stateChanged, this, [this] { m_lights.refresh(); });
     connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
-        m_config.SaveStr(QStringLiteral("Path"), path);
+        m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();
     });
 

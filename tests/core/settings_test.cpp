@@ -1,3 +1,4 @@
+#include "core/settingkeys.h"
 #include "core/settings.h"
 
 #include "support/fakes.h"
@@ -32,7 +33,8 @@ TEST(ConfigStore, FirstRunReadsTheDefaultsAndMciDeviceIsTheTextOfItsNumber)
     s.FriendlyNames = 9;
     ConfigStore(store).ReadAll(s);
     EXPECT_EQ(s.MCIDevice, QStringLiteral("0"));
-    EXPECT_TRUE(s.ValidExt.startsWith(QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt flac ogg ")))
+    EXPECT_TRUE(s.ValidExt.startsWith(
+        QStringLiteral("mp2 mp3 mpa wma asf wav mid rmi avi mov qt flac ogg ")))
         << "the classic list first, then today's formats";
     EXPECT_EQ(s.FriendlyNames, 1);
     EXPECT_EQ(s.Freq, 870) << "from the default StartFreq 87.0";
@@ -61,6 +63,62 @@ TEST(ConfigStore, WriterSkipsReadOnlyKeysAndWritesThePositionOnlyWhenAsked)
     ConfigStore(store).WriteAll(s);
     EXPECT_EQ(store.savedKeys.mid(80), QStringList({"X", "Y"}));
     EXPECT_EQ(store.values.value(QStringLiteral("config/x")), QStringLiteral("-20"));
+}
+
+// Every key of the table gets a value of its own, unlike its default; it goes
+// out in the writer's order and comes back through a real file, except where
+// the table says the key is not written or not read.
+TEST(ConfigStore, EveryKeyIsWrittenInTheWritersOrderAndReadBack)
+{
+    Settings written;
+    int n = 0;
+    for (const SettingKey &k : settingKeys())
+        for (int slot = 0; slot < k.keyCount(); ++slot, ++n)
+            k.take(written, slot,
+                   k.type == SettingKey::Type::S
+                       ? QStringLiteral("%1, #%2 = \"ä\"").arg(k.key(slot)).arg(n)
+                   : k.type == SettingKey::Type::L ? QString::number(100000 + n)
+                                                   : QString::number(-100 - n));
+    written.WinSavePos = 1;
+    const Settings defaults;
+    for (const SettingKey &k : settingKeys())
+        for (int slot = 0; slot < k.keyCount(); ++slot)
+            ASSERT_NE(k.text(written, slot), k.text(defaults, slot)) << k.key(slot).toStdString();
+
+    MemoryStore memory;
+    ConfigStore(memory).WriteAll(written);
+    const QStringList order = memory.savedKeys;
+    EXPECT_EQ(order.mid(0, 5),
+              QStringList({"MCIDevice", "ContPB", "Skin", "SkinPath", "SkinImport"}));
+    EXPECT_EQ(order.mid(order.indexOf("CvtFile"), 4),
+              QStringList({"CvtFile", "Freq", "FMVolume", "FMEnable"}));
+    EXPECT_EQ(order.mid(order.indexOf("StartFreq"), 2), QStringList({"StartFreq", "FavSkin0"}));
+    EXPECT_EQ(order.mid(order.indexOf("FavSkin9"), 2), QStringList({"FavSkin9", "URL0"}));
+    EXPECT_EQ(order.mid(order.indexOf("URL9"), 2), QStringList({"URL9", "RadioURL0"}));
+    EXPECT_EQ(order.mid(order.size() - 3), QStringList({"RadioURL9", "X", "Y"}));
+
+    TempHome home;
+    const QString ini = home.file(QStringLiteral("config/velto/velto.ini"));
+    {
+        IniSettingsStore store(ini);
+        ASSERT_TRUE(ConfigStore(store).WriteAll(written));
+    }
+    IniSettingsStore store(ini);
+    Settings back;
+    ConfigStore config(store);
+    config.ReadAll(back);
+    config.ReadPosition(back, 0, 0);
+    for (const SettingKey &k : settingKeys()) {
+        const bool isWritten = k.written != SettingKey::Written::Never;
+        for (int slot = 0; slot < k.keyCount(); ++slot) {
+            const std::string key = k.key(slot).toStdString();
+            const auto expected = isWritten ? std::optional(k.text(written, slot)) : std::nullopt;
+            EXPECT_EQ(store.get({}, QStringLiteral("config"), k.writtenKey(slot)), expected) << key;
+            if (k.read != SettingKey::Read::Never) {
+                EXPECT_EQ(k.text(back, slot), k.text(isWritten ? written : defaults, slot)) << key;
+            }
+        }
+    }
 }
 
 TEST(IniSettingsStore, CaseQuirksKeepOneValueAcrossRuns)

@@ -1,0 +1,96 @@
+#include "devicespage.h"
+
+#include "core/settingkeys.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage(settings, dialogs)
+{
+    auto *layout = new QVBoxLayout(this);
+
+    auto *fm = new QGroupBox(QStringLiteral("FM tuner"));
+    auto *fform = new QFormLayout(fm);
+    QCheckBox *fmOn =
+        check(&Settings::FMEnable, QStringLiteral("Use an FM &tuner card"),
+              QStringLiteral("Velto drives a radio card for the FM Tuner mode"), Truth::One);
+    fform->addRow(fmOn);
+    const QStringList cards = {QStringLiteral("Aztech/PB/CompExpress"),
+                               QStringLiteral("Aims Labs RadioTrack"),
+                               QStringLiteral("Aims Labs RadioTrack II")};
+    const QStringList ports[3] = {{QStringLiteral("350h"), QStringLiteral("358h")},
+                                  {QStringLiteral("30Ch"), QStringLiteral("20Ch")},
+                                  {QStringLiteral("384h"), QStringLiteral("284h")}};
+    const int card = m_initial.CardType >= 0 && m_initial.CardType < 3 ? m_initial.CardType : 0;
+    QComboBox *cardType =
+        choice(&Settings::CardType, cards, card,
+               QStringLiteral("The kind of card; Video4Linux cards are found without it"));
+    fform->addRow(QStringLiteral("Card t&ype:"), cardType);
+    QComboBox *cardPort = choice(&Settings::CardPort, ports[card], m_initial.CardPort == 1 ? 1 : 0,
+                                 QStringLiteral("The card's I/O port"));
+    connect(cardType, &QComboBox::currentIndexChanged, this, [cardPort, ports](int index) {
+        if (index < 0 || index > 2)
+            return;
+        const int port = cardPort->currentIndex();
+        for (int i = 0; i < 2; ++i)
+            cardPort->setItemText(i, ports[index][i]);
+        cardPort->setCurrentIndex(port);
+    });
+    fform->addRow(QStringLiteral("&I/O port:"), cardPort);
+    QSpinBox *preset = number(&Settings::StartPreset, 0, 999,
+                              QStringLiteral("The preset tuned when Velto starts"));
+    fform->addRow(QStringLiteral("Start p&reset:"), preset);
+    auto *freq = new QDoubleSpinBox;
+    freq->setObjectName(settingKey(&Settings::StartFreq));
+    freq->setRange(87.0, 108.0);
+    freq->setDecimals(1);
+    freq->setSingleStep(0.1);
+    freq->setSuffix(QStringLiteral(" MHz"));
+    freq->setValue(qBound(87.0, leadingNumber(m_initial.StartFreq), 108.0));
+    freq->setToolTip(QStringLiteral("The frequency tuned when Velto starts"));
+    bind([freq] { return QVariant(QString::number(freq->value(), 'f', 1)); },
+         [](Settings &s, const QVariant &v) { s.StartFreq = v.toString(); });
+    fform->addRow(QStringLiteral("Start fre&quency:"), freq);
+    auto enableFm = [fmOn, cardType, cardPort, preset, freq] {
+        for (QWidget *w : {static_cast<QWidget *>(cardType), static_cast<QWidget *>(cardPort),
+                           static_cast<QWidget *>(preset), static_cast<QWidget *>(freq)})
+            w->setEnabled(fmOn->isChecked());
+    };
+    connect(fmOn, &QCheckBox::toggled, this, enableFm);
+    enableFm();
+    layout->addWidget(fm);
+
+    auto *ex = new QGroupBox(QStringLiteral("External display"));
+    auto *eform = new QFormLayout(ex);
+    QCheckBox *exOn =
+        check(&Settings::ExEnable, QStringLiteral("Show the title on an e&xternal display"),
+              QStringLiteral("Send what plays to an LED sign or LCD module on a "
+                             "serial port"),
+              Truth::One);
+    eform->addRow(exOn);
+    QComboBox *kind = choice(&Settings::ExDev,
+                             {QStringLiteral("LED sign"), QStringLiteral("Character LCD module")},
+                             m_initial.ExDev == 1 ? 1 : 0, QStringLiteral("The kind of display"));
+    eform->addRow(QStringLiteral("Display &model:"), kind);
+    QSpinBox *port = number(&Settings::ExPort, 0, 255,
+                            QStringLiteral("The number of the serial port the display is on"));
+    eform->addRow(QStringLiteral("Serial port &number:"), port);
+    QLineEdit *parm = text(&Settings::ExParm,
+                           QStringLiteral("Speed, parity, data bits and stop bits, as 9600,N,8,1"));
+    eform->addRow(QStringLiteral("Port &settings:"), parm);
+    auto enableEx = [exOn, kind, port, parm] {
+        for (QWidget *w : {static_cast<QWidget *>(kind), static_cast<QWidget *>(port),
+                           static_cast<QWidget *>(parm)})
+            w->setEnabled(exOn->isChecked());
+    };
+    connect(exOn, &QCheckBox::toggled, this, enableEx);
+    enableEx();
+    layout->addWidget(ex);
+    layout->addStretch();
+}
