@@ -1,4 +1,5 @@
 #include "frmneorb.h"
+#include "screenscale.h"
 #include "signalbridge.h"
 
 #include "core/programfolder.h"
@@ -76,12 +77,17 @@ int main(int argc, char **argv)
     }
 
     // A shaped frameless window cannot place itself on Wayland; XWayland can.
-    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
 
-    // Skins are bitmaps: scale them by whole factors only, so pixels stay sharp.
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Floor);
+    // Skins are bitmaps: Qt scales every window by a whole factor only, so
+    // pixels stay sharp and the window's shape exact (see screenscale.h).
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::Floor);
+    ScreenScale screenScale;
     QApplication app(argc, argv);
+    screenScale.restore();
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
     QApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));
