@@ -1,8 +1,9 @@
-#include "core/menumodel.h"
+#include "screenscale.h"
 #include "signalbridge.h"
 #include "velto.h"
 #include "windowflags.h"
 
+#include "core/menumodel.h"
 #include "core/programfolder.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -82,10 +83,13 @@ int main(int argc, char **argv)
         !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
 
-    // Skins are bitmaps: scale them by whole factors only, so pixels stay sharp.
+    // Skins are bitmaps: Qt scales every window by a whole factor only, so
+    // pixels stay sharp and the window's shape exact (see screenscale.h).
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Floor);
+    ScreenScale screenScale;
     QApplication app(argc, argv);
+    screenScale.restore();
     QApplication::setApplicationName(QStringLiteral("velto"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velto"));
     QApplication::setApplicationVersion(QStringLiteral(VELTO_VERSION));

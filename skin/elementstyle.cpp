@@ -19,24 +19,28 @@ QRect scaledRect(const QRect &rect, int scale)
     return QRect(rect.x() * scale, rect.y() * scale, rect.width() * scale, rect.height() * scale);
 }
 
-QFont fontFromSkin(const SkinFont &font, int scale)
+QFont fontFromSkin(const SkinFont &font, int scale, int dpi)
 {
     QFont f(font.name);
     f.setStyleHint(QFont::SansSerif);
+    // Qt rounds a screen's scale down to a whole number for the skin's sake and
+    // gives the rest to the fonts: a 144 DPI screen is scaled by 1 with fonts
+    // half as big again, which would overflow every label of the skin.
     if (font.size > 0)
-        f.setPointSize(std::min(font.size * scale, LargestPointSize));
+        f.setPointSizeF(std::min(font.size * scale, LargestPointSize) * 96.0 /
+                        (dpi > 0 ? dpi : 96));
     f.setBold(font.bold);
     f.setItalic(font.italic);
     f.setUnderline(font.underline);
     return f;
 }
 
-QFont listFont(const SkinList &list, int scale)
+QFont listFont(const SkinList &list, int scale, int dpi)
 {
     SkinFont font;
     font.name = list.fontName.isEmpty() ? QStringLiteral("Arial") : list.fontName;
     font.size = list.fontSize < 0 ? -list.fontSize : list.fontSize;
-    return fontFromSkin(font, scale);
+    return fontFromSkin(font, scale, dpi);
 }
 
 void applyAreaStyle(QWidget &area, SkinColour fore, SkinColour back, const QFont &font)

@@ -35,11 +35,6 @@ LightsView ShowLights(const PlayerSwitches &s)
     return v;
 }
 
-QColor lightColour(int red, int green, int blue)
-{
-    return QColor(std::clamp(red, 0, 255), std::clamp(green, 0, 255), std::clamp(blue, 0, 255));
-}
-
 void drawLight(QPainter &painter, const QRect &rect, const QColor &colour, int shape)
 {
     if (rect.width() < 1 || rect.height() < 1)

@@ -42,9 +42,6 @@ struct LightsView
 
 LightsView ShowLights(const PlayerSwitches &s);
 
-// An "I" record's red, green and blue, each kept within 0 to 255.
-QColor lightColour(int red, int green, int blue);
-
 // A light as a filled, antialiased shape: 0 rectangle, 1 ellipse, 2 rounded
 // rectangle, 3 triangle pointing right, 4 triangle pointing left; any other
 // kind draws a rectangle.

@@ -190,8 +190,7 @@ void letterCell(char32_t c, int &row, int &col)
     }
 }
 
-} // namespace
-
+// Width of the group's cell on the window, decided by its display mode.
 int cellWidth(const DigitGroup &g)
 {
     const int w = g.width;
@@ -209,6 +208,8 @@ int cellWidth(const DigitGroup &g)
         return w * std::abs(int(g.mode));
     }
 }
+
+} // namespace
 
 QRect cellRect(const DigitGroup &g)
 {

@@ -26,8 +26,7 @@ struct DigitGroup
     bool visible = false;
 };
 
-// Width of the group's cell on the window, decided by its display mode.
-int cellWidth(const DigitGroup &group);
+// The group's cell on the window; its width is decided by the display mode.
 QRect cellRect(const DigitGroup &group);
 
 // The skin's digit-cell groups 0 to 13. SetDD formats a value by the group's

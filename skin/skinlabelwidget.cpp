@@ -14,7 +14,7 @@ void SkinLabelWidget::configure(const SkinLabel &label, int scale)
     m_number = label.number;
     m_colour = skinColourToQColor(label.foreColour);
     setGeometry(scaledRect(label.rect, scale));
-    setFont(fontFromSkin(label.font, scale));
+    setFont(fontFromSkin(label.font, scale, logicalDpiY()));
     setToolTip(label.toolTip);
     // Without a tip a label is only paint: clicks reach what lies beneath it.
     setAttribute(Qt::WA_TransparentForMouseEvents, label.toolTip.isEmpty());

@@ -13,6 +13,6 @@ SkinListArea::SkinListArea(int number, QWidget *parent) : QListWidget(parent), m
 void SkinListArea::configure(const SkinList &list, int scale)
 {
     setGeometry(scaledRect(list.rect, scale));
-    applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale));
+    applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale, logicalDpiY()));
     setToolTip(list.toolTip);
 }

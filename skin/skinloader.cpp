@@ -21,7 +21,6 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -114,7 +113,7 @@ SkinLoader::SkinLoader(QWidget &window, Dialogs &dialogs, const Clock &clock)
           m_canvas, m_pictures.resource, m_clock,
           [this](const QRect &rect) { repaintPicture(rect); },
           [this](int label, const QString &text) { setLabel(label, text); }),
-      m_buttons(window), m_scale(chooseScale(1.0, qgetenv("VELTO_SCALE")))
+      m_buttons(window)
 {
     connect(&m_buttons, &SkinButtons::command, this, &SkinLoader::command);
 }
@@ -132,16 +131,6 @@ SkinLoader::~SkinLoader()
     deleteEach(m_textFields);
     deleteEach(m_areas);
     deleteEach(m_anims);
-}
-
-int SkinLoader::chooseScale(qreal devicePixelRatio, const QByteArray &forced)
-{
-    const QByteArray f = forced.trimmed();
-    if (f == "1" || f == "2" || f == "3")
-        return f.toInt();
-    if (std::isfinite(devicePixelRatio) && devicePixelRatio >= 2)
-        return int(std::min(std::floor(devicePixelRatio), 3.0));
-    return 1;
 }
 
 bool SkinLoader::LoadSkin(const QString &file)

@@ -68,9 +68,9 @@ public:
     // dirty is in window pixels.
     void paint(QPainter &painter, const QRect &dirty) const;
 
-    // Whole-number scale of the window: VELTO_SCALE (1, 2 or 3) when set, else
-    // the floor of a device pixel ratio of 2 or more, else 1.
-    static int chooseScale(qreal devicePixelRatio, const QByteArray &forced);
+    // Window pixels per skin pixel, 1 to 3. The program leaves it at 1: Qt
+    // turns window pixels into whole blocks of screen pixels on HiDPI screens
+    // (app/screenscale.h), and a scale here would come on top of that.
     int scale() const { return m_scale; }
     void setScale(int scale);
 

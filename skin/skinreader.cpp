@@ -1,5 +1,7 @@
 #include "skinreader.h"
 
+#include "skintokenizer.h"
+
 #include "platform/findfile.h"
 #include "platform/readfile.h"
 #include "platform/text.h"
@@ -13,178 +15,6 @@
 
 namespace {
 
-bool isBlank(QChar c)
-{
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
-}
-
-bool isLineEnd(QChar c)
-{
-    return c == QLatin1Char('\n') || c == QLatin1Char('\r');
-}
-
-QStringView trimBlanks(QStringView text)
-{
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
-enum class FieldEnd { Comma, Line, File };
-
-// The comma-separated fields of a sequential text file. Fields end at a comma
-// or a line end, so a comma that ends a line leaves an empty field before the
-// line end; blank lines hold no field. A quoted text keeps its commas but never
-// runs past its line, so a lost quote spoils one line, not the file.
-class FieldStream
-{
-public:
-    explicit FieldStream(QString text) : m_text(std::move(text)) {}
-
-    bool atEnd()
-    {
-        if (m_lastEnd == FieldEnd::Comma)
-            return false;
-        skipBlankLines();
-        return m_pos >= m_text.size();
-    }
-
-    // The next field, wherever it is; nothing at the end of the file.
-    std::optional<QString> next()
-    {
-        if (atEnd())
-            return std::nullopt;
-        return fieldHere();
-    }
-
-    // The field that starts here; empty when the line ends here.
-    QString fieldHere()
-    {
-        skipBlanks();
-        QString field;
-        if (m_pos < m_text.size() && m_text.at(m_pos) == QLatin1Char('"')) {
-            const qsizetype start = ++m_pos;
-            while (m_pos < m_text.size() && m_text.at(m_pos) != QLatin1Char('"') &&
-                   !isLineEnd(m_text.at(m_pos)))
-                ++m_pos;
-            field = m_text.sliced(start, m_pos - start);
-            // Whatever follows the closing quote up to the delimiter is dropped.
-            while (m_pos < m_text.size() && m_text.at(m_pos) != QLatin1Char(',') &&
-                   !isLineEnd(m_text.at(m_pos)))
-                ++m_pos;
-        } else {
-            const qsizetype start = m_pos;
-            while (m_pos < m_text.size() && m_text.at(m_pos) != QLatin1Char(',') &&
-                   !isLineEnd(m_text.at(m_pos)))
-                ++m_pos;
-            field = trimBlanks(QStringView(m_text).sliced(start, m_pos - start)).toString();
-        }
-        endField();
-        return field;
-    }
-
-    // The raw rest of the current line; the line end is consumed.
-    QString restOfLine()
-    {
-        const qsizetype start = m_pos;
-        while (m_pos < m_text.size() && !isLineEnd(m_text.at(m_pos)))
-            ++m_pos;
-        QString rest = m_text.sliced(start, m_pos - start);
-        skipLineEnd();
-        m_lastEnd = m_pos >= m_text.size() ? FieldEnd::File : FieldEnd::Line;
-        return rest;
-    }
-
-    // The first character of the next field, without reading it.
-    QChar peek()
-    {
-        skipBlanks();
-        return m_pos < m_text.size() ? m_text.at(m_pos) : QChar();
-    }
-    void skipChar() { ++m_pos; }
-
-    FieldEnd lastEnd() const { return m_lastEnd; }
-
-private:
-    void skipBlanks()
-    {
-        while (m_pos < m_text.size() && isBlank(m_text.at(m_pos)))
-            ++m_pos;
-    }
-    void skipBlankLines()
-    {
-        while (m_pos < m_text.size() && (isBlank(m_text.at(m_pos)) || isLineEnd(m_text.at(m_pos))))
-            ++m_pos;
-    }
-    void skipLineEnd()
-    {
-        if (m_pos < m_text.size() && m_text.at(m_pos) == QLatin1Char('\r'))
-            ++m_pos;
-        if (m_pos < m_text.size() && m_text.at(m_pos) == QLatin1Char('\n'))
-            ++m_pos;
-    }
-    void endField()
-    {
-        if (m_pos >= m_text.size()) {
-            m_lastEnd = FieldEnd::File;
-        } else if (m_text.at(m_pos) == QLatin1Char(',')) {
-            ++m_pos;
-            m_lastEnd = FieldEnd::Comma;
-        } else {
-            skipLineEnd();
-            m_lastEnd = FieldEnd::Line;
-        }
-    }
-
-    QString m_text;
-    qsizetype m_pos = 0;
-    FieldEnd m_lastEnd = FieldEnd::Line;
-};
-
-constexpr qint64 kNumberCap = qint64(1) << 40; // far beyond every range checked
-
-// A numeric field: optional sign and digits, blanks around; empty reads 0.
-std::optional<qint64> parseWhole(QStringView text)
-{
-    text = trimBlanks(text);
-    if (text.isEmpty())
-        return 0;
-    bool negative = false;
-    if (text.front() == QLatin1Char('+') || text.front() == QLatin1Char('-')) {
-        negative = text.front() == QLatin1Char('-');
-        text = text.sliced(1);
-    }
-    if (text.isEmpty())
-        return std::nullopt;
-    qint64 value = 0;
-    for (QChar c : text) {
-        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
-            return std::nullopt;
-        value = std::min(value * 10 + (c.unicode() - '0'), kNumberCap);
-    }
-    return negative ? -value : value;
-}
-
-// The number after the kind letter of a code: leading digits, 0 when none.
-qint64 codeNumber(QStringView rest)
-{
-    rest = trimBlanks(rest);
-    bool negative = false;
-    if (!rest.isEmpty() && (rest.front() == QLatin1Char('+') || rest.front() == QLatin1Char('-'))) {
-        negative = rest.front() == QLatin1Char('-');
-        rest = rest.sliced(1);
-    }
-    qint64 value = 0;
-    for (QChar c : rest) {
-        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
-            break;
-        value = std::min(value * 10 + (c.unicode() - '0'), kNumberCap);
-    }
-    return negative ? -value : value;
-}
-
 bool fitsInt32(qint64 v)
 {
     return v >= std::numeric_limits<qint32>::min() && v <= std::numeric_limits<qint32>::max();
@@ -195,27 +25,15 @@ bool fitsInt32(qint64 v)
 class RecordFields
 {
 public:
-    explicit RecordFields(FieldStream &stream) : m_stream(stream) {}
+    explicit RecordFields(SkinTokenizer &fields) : m_fields(fields) {}
 
-    int int16()
-    {
-        return int(number(std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()));
-    }
-    qint32 int32()
-    {
-        return qint32(
-            number(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()));
-    }
+    int int16() { return take(m_ok ? m_fields.int16() : std::nullopt); }
+    qint32 int32() { return take(m_ok ? m_fields.int32() : std::nullopt); }
     QString text()
     {
         if (!m_ok)
             return {};
-        std::optional<QString> field = m_stream.next();
-        if (!field) {
-            m_ok = false;
-            return {};
-        }
-        return *field;
+        return take(m_fields.next());
     }
     void rect(QRect &r)
     {
@@ -237,22 +55,13 @@ public:
     bool ok() const { return m_ok && !m_overflow; }
 
 private:
-    qint64 number(qint64 low, qint64 high)
+    template<typename T> T take(std::optional<T> field)
     {
-        if (!m_ok)
-            return 0;
-        std::optional<QString> field = m_stream.next();
-        std::optional<qint64> value;
-        if (field)
-            value = parseWhole(*field);
-        if (!value || *value < low || *value > high) {
-            m_ok = false;
-            return 0;
-        }
-        return *value;
+        m_ok = m_ok && field.has_value();
+        return field.value_or(T());
     }
 
-    FieldStream &m_stream;
+    SkinTokenizer &m_fields;
     bool m_ok = true;
     bool m_overflow = false;
 };
@@ -330,9 +139,9 @@ public:
         d.signature = slash >= 0 ? first.first(slash) : first;
         if (slash >= 0)
             d.typeText = first.sliced(slash + 1);
-        if (m_fields.lastEnd() == FieldEnd::Comma) {
+        if (m_fields.lastEnd() == SkinTokenizer::FieldEnd::Comma) {
             d.displayName = m_fields.fieldHere();
-            if (m_fields.lastEnd() == FieldEnd::Comma)
+            if (m_fields.lastEnd() == SkinTokenizer::FieldEnd::Comma)
                 m_fields.restOfLine();
         }
         if (d.signature == QLatin1String("Ne-Orb Skin")) {
@@ -377,14 +186,9 @@ private:
     // A number of the sections before the elements; a bad one reads as 0.
     int fixedNumber(bool &bad)
     {
-        const std::optional<QString> f = m_fields.next();
-        const std::optional<qint64> v = f ? parseWhole(*f) : std::nullopt;
-        if (!v || *v < std::numeric_limits<qint16>::min() ||
-            *v > std::numeric_limits<qint16>::max()) {
-            bad = true;
-            return 0;
-        }
-        return int(*v);
+        const std::optional<qint16> v = m_fields.int16();
+        bad = bad || !v;
+        return v.value_or(0);
     }
 
     // One pair of integers, then (role, file name) pairs up to a "*" role.
@@ -462,7 +266,8 @@ private:
             }
             if (kind == QLatin1Char('E'))
                 break;
-            readRecord(kind, code, codeNumber(QStringView(code).sliced(code.isEmpty() ? 0 : 1)),
+            readRecord(kind, code,
+                       SkinTokenizer::codeNumber(QStringView(code).sliced(code.isEmpty() ? 0 : 1)),
                        rest);
         }
     }
@@ -479,7 +284,7 @@ private:
         }
         QString code = m_fields.fieldHere();
         if ((code.startsWith(QLatin1Char(';')) || code.startsWith(QLatin1Char('/'))) &&
-            m_fields.lastEnd() == FieldEnd::Comma)
+            m_fields.lastEnd() == SkinTokenizer::FieldEnd::Comma)
             rest = m_fields.restOfLine();
         return code;
     }
@@ -780,7 +585,7 @@ private:
         }
     }
 
-    FieldStream m_fields;
+    SkinTokenizer m_fields;
     QString m_folder;
     SkinDescription d;
     int m_buttonCount = 0;

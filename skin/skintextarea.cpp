@@ -11,6 +11,6 @@ SkinTextArea::SkinTextArea(QWidget *parent) : QPlainTextEdit(parent)
 void SkinTextArea::configure(const SkinList &list, int scale)
 {
     setGeometry(scaledRect(list.rect, scale));
-    applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale));
+    applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale, logicalDpiY()));
     setToolTip(list.toolTip);
 }

@@ -24,6 +24,6 @@ void SkinTextField::configure(const SkinLabel &field, int scale)
         p.setColor(group, QPalette::PlaceholderText, hint);
     }
     setPalette(p);
-    setFont(fontFromSkin(field.font, scale));
+    setFont(fontFromSkin(field.font, scale, logicalDpiY()));
     setToolTip(field.toolTip);
 }

@@ -297,13 +297,6 @@ QRegion scaledRegion(const QRegion &region, int factor)
     return scaled;
 }
 
-QRegion ShapeWindow(QWidget &window, const QImage &mainPicture, quint32 colour, int scale)
-{
-    const QRegion region = RegionFromBitmap(mainPicture, colour);
-    setWindowShape(window, region, scale);
-    return region;
-}
-
 void setWindowShape(QWidget &window, const QRegion &region, int scale)
 {
     // A skin that cuts away every pixel would leave a window nobody can see, move or close;

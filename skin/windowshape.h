@@ -31,10 +31,6 @@ QRegion multiPolygonRegion(const QList<QPoint> &points, const QList<qint32> &cou
 // Every pixel becomes factor x factor pixels (HiDPI). Factors below 1 leave the region as is.
 QRegion scaledRegion(const QRegion &region, int factor);
 
-// Cuts the window to the main picture less its transparent colour; returns the region cut
-// (in picture pixels, before scaling).
-QRegion ShapeWindow(QWidget &window, const QImage &mainPicture, quint32 colour, int scale = 1);
-
 // Cuts the window to region (in picture pixels). An empty region leaves it rectangular.
 void setWindowShape(QWidget &window, const QRegion &region, int scale = 1);
 

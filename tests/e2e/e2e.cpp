@@ -14,6 +14,17 @@
 
 #include <gtest/gtest.h>
 
+namespace {
+
+const char *const kScalingVariables[] = {"QT_SCALE_FACTOR",
+                                         "QT_SCREEN_SCALE_FACTORS",
+                                         "QT_ENABLE_HIGHDPI_SCALING",
+                                         "QT_SCALE_FACTOR_ROUNDING_POLICY",
+                                         "QT_FONT_DPI",
+                                         "VELTO_SCALE"};
+
+} // namespace
+
 VeltoProcess::VeltoProcess()
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -23,6 +34,8 @@ VeltoProcess::VeltoProcess()
     env.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path());
     env.remove(QStringLiteral("QT_QPA_PLATFORM"));
     env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    for (const char *name : kScalingVariables)
+        env.remove(QString::fromLatin1(name));
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
@@ -35,6 +48,13 @@ VeltoProcess::~VeltoProcess()
     } else if (m_process.exitStatus() == QProcess::CrashExit) {
         ADD_FAILURE() << "velto crashed: " << m_process.readAllStandardError().toStdString();
     }
+}
+
+void VeltoProcess::setEnvironment(const QString &name, const QString &value)
+{
+    QProcessEnvironment env = m_process.processEnvironment();
+    env.insert(name, value);
+    m_process.setProcessEnvironment(env);
 }
 
 bool VeltoProcess::start(const QStringList &args)
@@ -110,6 +130,9 @@ QGuiApplication &guiApp()
     static char *argv[] = {name, nullptr};
     static QGuiApplication *app = [] {
         qputenv("QT_QPA_PLATFORM", "xcb");
+        // Screen pixels, one for one, whatever the user's scaling.
+        for (const char *name : kScalingVariables)
+            qunsetenv(name);
         return new QGuiApplication(argc, argv);
     }();
     return *app;

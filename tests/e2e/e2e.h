@@ -17,6 +17,9 @@ public:
     ~VeltoProcess();
 
     bool start(const QStringList &args = {});
+    // Adds to the environment of the next start; the user's screen scaling
+    // never reaches velto, so sizes are those of the skin unless a test says.
+    void setEnvironment(const QString &name, const QString &value);
     // The X window id once the window is mapped, or empty after the timeout. The
     // margins are wide: a sanitizer build on a busy machine starts slowly.
     QString waitForWindow(int timeoutMs = 20000);

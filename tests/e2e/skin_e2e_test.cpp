@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 struct ShippedPlayer
@@ -15,6 +17,7 @@ struct ShippedPlayer
     QPoint hole{-1, -1}; // a pixel cut out of the window
     QPoint bare{-1, -1}; // a pixel the skin shows, under no element
     QRect close;         // the button bound to command 1
+    QList<QRect> taken;  // where elements may draw over the picture
 };
 
 // Reads the default skin's main picture, transparent colour and element places from the
@@ -38,7 +41,7 @@ ShippedPlayer shippedPlayer()
     p.transparent =
         qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(), colour.captured(3).toInt());
 
-    QList<QRect> taken;
+    QList<QRect> &taken = p.taken;
     const QRegularExpression record(QStringLiteral(
         "(?m)^([BKCILTXSD]\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"
         "\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"));
@@ -81,6 +84,46 @@ ShippedPlayer shippedPlayer()
 void click(QPoint at, const char *button = "1")
 {
     xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", button});
+}
+
+// Skin pixels whose block of factor x factor screen pixels at `window` is not all `want`:
+// the main picture, or `beneath` where the skin is transparent. Pixels under elements
+// are left out; at most `limit` are listed.
+QStringList wrongBlocks(const QImage &screen, const ShippedPlayer &player, const QRect &window,
+                        int factor, QColor beneath, int limit = 5)
+{
+    QStringList wrong;
+    int count = 0;
+    for (int y = 0; y < player.main.height(); ++y) {
+        for (int x = 0; x < player.main.width(); ++x) {
+            const QRgb skin = player.main.pixel(x, y);
+            const bool hole = skin == player.transparent;
+            const QRect spot = QRect(x, y, 1, 1).adjusted(-1, -1, 1, 1);
+            if (!hole && std::any_of(player.taken.begin(), player.taken.end(),
+                                     [&](const QRect &r) { return r.intersects(spot); }))
+                continue;
+            const QRgb want = hole ? beneath.rgb() : skin;
+            for (int dy = 0; dy < factor; ++dy) {
+                for (int dx = 0; dx < factor; ++dx) {
+                    const QPoint at = window.topLeft() + QPoint(x, y) * factor + QPoint(dx, dy);
+                    const QRgb got = screen.pixel(at);
+                    if (got == want)
+                        continue;
+                    if (++count <= limit)
+                        wrong << QStringLiteral("skin %1,%2 (%3) at %4,%5: %6 instead of %7")
+                                     .arg(x)
+                                     .arg(y)
+                                     .arg(hole ? "hole" : "picture")
+                                     .arg(at.x())
+                                     .arg(at.y())
+                                     .arg(QColor(got).name(), QColor(want).name());
+                }
+            }
+        }
+    }
+    if (count > limit)
+        wrong << QStringLiteral("... %1 screen pixels in all").arg(count);
+    return wrong;
 }
 
 QPoint topLeft(const QString &window)
@@ -178,4 +221,69 @@ TEST(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses)
     EXPECT_EQ(saved.value("config/x").toString() + ',' + saved.value("config/y").toString(),
               QStringLiteral("0,300"))
         << "the place the window was dragged to is kept";
+}
+
+// The skin scales by the screen's factor rounded down, or by VELTO_SCALE: every skin pixel
+// a block of one colour, the shape cut at the same scale, clicks in holes passing through.
+TEST(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
+{
+    if (!haveDisplay())
+        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    const ShippedPlayer player = shippedPlayer();
+    ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
+    ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
+    ASSERT_FALSE(player.close.isEmpty()) << "the player skin has no close button";
+
+    const struct
+    {
+        const char *what;
+        QList<std::pair<QString, QString>> environment;
+        int factor;
+    } cases[] = {
+        {"a screen of ratio 2", {{"QT_SCALE_FACTOR", "2"}}, 2},
+        {"a screen of ratio 1.5 rounds down to 1", {{"QT_SCREEN_SCALE_FACTORS", "1.5"}}, 1},
+        {"VELTO_SCALE overrides the screen", {{"QT_SCALE_FACTOR", "2"}, {"VELTO_SCALE", "1"}}, 1},
+    };
+    const QColor beneath(0x24, 0x68, 0xac);
+    Backdrop backdrop(beneath);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        // No hover look or tool tip over the picture.
+        xdotool({"mousemove", QString::number(backdrop.geometry().right()),
+                 QString::number(backdrop.geometry().bottom())});
+        VeltoProcess velto;
+        QDir().mkpath(velto.home(QStringLiteral("config/velto")));
+        QFile ini(velto.home(QStringLiteral("config/velto/velto.ini")));
+        ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+        ini.write("[config]\nwinsavepos=1\nx=40\ny=30\n");
+        ini.close();
+        for (const auto &[name, value] : c.environment)
+            velto.setEnvironment(name, value);
+        ASSERT_TRUE(velto.start());
+        const QString window = velto.waitForWindow();
+        ASSERT_FALSE(window.isEmpty());
+
+        const int f = c.factor;
+        const QRect placed(QPoint(40, 30) * f, player.main.size() * f);
+        QStringList wrong;
+        // Placed once mapped, and painted a little later.
+        waitUntil([&] {
+            if (windowGeometry(window) != placed)
+                return false;
+            wrong = wrongBlocks(grabScreen(), player, placed, f, beneath);
+            return wrong.isEmpty();
+        });
+        const QRect frame = windowGeometry(window);
+        ASSERT_EQ(frame, placed) << "the window is " << frame.width() << "x" << frame.height()
+                                 << " at " << frame.x() << "," << frame.y()
+                                 << "; the skin's size and place times " << f << " expected";
+        EXPECT_TRUE(wrong.isEmpty()) << wrong.join('\n').toStdString();
+
+        const int before = backdrop.clicks();
+        click(placed.topLeft() + player.hole * f + QPoint(f / 2, f / 2));
+        EXPECT_TRUE(waitUntil([&] { return backdrop.clicks() == before + 1; }))
+            << "a click in the hole reaches the window beneath";
+        click(placed.topLeft() + player.close.center() * f);
+        EXPECT_TRUE(velto.waitForExit()) << "the close button, scaled, ends Velto";
+    }
 }

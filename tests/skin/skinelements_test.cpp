@@ -1,3 +1,4 @@
+#include "skin/elementstyle.h"
 #include "skin/pressedoverlay.h"
 #include "skin/skinanimwidget.h"
 #include "skin/skinareawidget.h"
@@ -9,6 +10,7 @@
 #include "skinrig.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -325,6 +327,36 @@ TEST(SkinLabel, AppliesFontAndScale)
     EXPECT_EQ(f.family(), QStringLiteral("DejaVu Sans"));
     EXPECT_EQ(f.pointSize(), 18);
     EXPECT_EQ(std::tuple(f.bold(), f.italic(), f.underline()), std::tuple(false, true, true));
+}
+
+TEST(SkinLabel, TextKeepsItsSizeInSkinPixelsWhateverTheScreensDpi)
+{
+    // The rows of ink of "Hg" on a picture of that DPI, the text drawn at the skin's scale.
+    const auto inkRows = [](int dpi, int scale) {
+        QImage image(200, 120, QImage::Format_RGB32);
+        image.setDotsPerMeterX(qRound(dpi / 0.0254));
+        image.setDotsPerMeterY(qRound(dpi / 0.0254));
+        image.fill(Qt::black);
+        QPainter p(&image);
+        p.setFont(fontFromSkin({QStringLiteral("DejaVu Sans"), 12}, scale, dpi));
+        p.setPen(Qt::white);
+        p.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("Hg"));
+        p.end();
+        int top = image.height(), bottom = -1;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixel(x, y) != qRgb(0, 0, 0)) {
+                    top = std::min(top, y);
+                    bottom = std::max(bottom, y);
+                }
+        return bottom - top + 1;
+    };
+    for (const int scale : {1, 2}) {
+        const int drawn = inkRows(96, scale);
+        ASSERT_GT(drawn, 10 * scale);
+        for (const int dpi : {120, 144, 192, 288})
+            EXPECT_NEAR(inkRows(dpi, scale), drawn, 1) << dpi << " DPI at scale " << scale;
+    }
 }
 
 TEST(SkinLabel, TextIsDrawnOnTheSkinEvenInAMissingFont)

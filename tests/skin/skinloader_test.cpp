@@ -209,22 +209,6 @@ TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
     }
 }
 
-TEST(SkinLoader, ChoosesAWholeNumberScale)
-{
-    const struct
-    {
-        qreal ratio;
-        const char *forced;
-        int scale;
-    } cases[] = {
-        {1.99, "", 1}, {2.0, "", 2},  {4.0, "", 3}, {3.0, "1", 1}, {1.0, " 3\n", 3},
-        {2.0, "7", 2}, {1.0, "x", 1}, {NAN, "", 1}, {-2.0, "", 1}, {INFINITY, "", 1},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(SkinLoader::chooseScale(c.ratio, c.forced), c.scale)
-            << c.ratio << " forced '" << c.forced << "'";
-}
-
 TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
 {
     for (const int scale : {1, 2, 3}) {
