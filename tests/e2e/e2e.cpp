@@ -2,6 +2,7 @@
 
 #include <QDebug>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -36,6 +37,12 @@ VeltoProcess::VeltoProcess()
     env.remove(QStringLiteral("WAYLAND_DISPLAY"));
     for (const char *name : kScalingVariables)
         env.remove(QString::fromLatin1(name));
+#ifdef VELTO_NETGUARD
+    // Whatever the program tries to reach beyond this machine is refused and noted.
+    env.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELTO_NETGUARD));
+    env.insert(QStringLiteral("VELTO_NETGUARD_LOG"),
+               m_home.path() + QStringLiteral("/netguard.log"));
+#endif
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
@@ -48,6 +55,9 @@ VeltoProcess::~VeltoProcess()
     } else if (m_process.exitStatus() == QProcess::CrashExit) {
         ADD_FAILURE() << "velto crashed: " << m_process.readAllStandardError().toStdString();
     }
+    QFile refused(m_home.path() + QStringLiteral("/netguard.log"));
+    if (refused.open(QIODevice::ReadOnly))
+        ADD_FAILURE() << "velto tried to leave the machine: " << refused.readAll().toStdString();
 }
 
 void VeltoProcess::setEnvironment(const QString &name, const QString &value)
