@@ -1,5 +1,6 @@
 #include "playlistcontrol.h"
 
+#include "mediatype.h"
 #include "skin/skinsurface.h"
 
 #include "platform/dialogs.h"
@@ -93,6 +94,8 @@ void PlaylistControl::PlLoad()
             m_dialogs.message(list.message);
         return;
     }
+    if (m_options.CDMode)
+        emit mediaFilesWanted();
     if (m_options.ClearPLFirst == 1)
         PlClear();
     enqueue([this, list = std::move(list)] {
@@ -216,6 +219,12 @@ void PlaylistControl::addOpened(const QString &path)
 
 void PlaylistControl::add(const QString &path)
 {
+    if (classifyMedia(path, QString()).kind == MediaType::Kind::DiscImage) {
+        emit discImageOpened(path);
+        return;
+    }
+    if (m_options.CDMode)
+        emit mediaFilesWanted();
     Playlist &list = playlist();
     const QString message =
         list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));
