@@ -27,6 +27,11 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_cd(m_playlist, m_player.state(),
+           {m_settings.UseCDP, m_settings.UseCDDB, m_settings.CDDBcmd, m_settings.EmailID,
+            m_settings.CDDrive},
+           {m_window.skin(), platform.dialogs, m_cdDrive, m_http,
+            m_folder.file(QStringLiteral("cdplayer.ini"))}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
       m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
@@ -44,6 +49,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_cd, {{13, 14}, {37, 38}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -98,6 +104,27 @@ void Velto::connectParts()
         m_config.flush();
     });
 
+    // CD mode: the engine plays the disc's tracks, and the CD part gets the
+    // images and track files the player meets.
+    PlaybackEngine &engine = m_player.engine();
+    connect(&m_cd, &CdPart::cdModeChanged, &engine, &PlaybackEngine::setCDMode);
+    connect(&m_cd, &CdPart::playRequested, &engine, &PlaybackEngine::PlayIt);
+    connect(&m_cd, &CdPart::stopRequested, &engine, &PlaybackEngine::StopIt);
+    connect(&m_cd, &CdPart::playlistChanged, this, [this] {
+        m_player.showPlaylist();
+        // The title of a track playing follows when its name arrives.
+        if (m_player.state().CDMode && m_player.state().playing)
+            m_player.engine().ShowTitles();
+        m_lights.refresh();
+    });
+    connect(&m_player.playlist(), &PlaylistControl::discImageOpened, &m_cd, &CdPart::OpenImage);
+    connect(&m_player.playlist(), &PlaylistControl::mediaFilesWanted, &m_cd, &CdPart::leaveCdMode);
+    // Queued: these come from inside PlayIt, which must end first.
+    connect(&engine, &PlaybackEngine::discImageWanted, &m_cd, &CdPart::PlayImage,
+            Qt::QueuedConnection);
+    connect(&engine, &PlaybackEngine::cdTrackWanted, &m_cd, &CdPart::PlayTrack,
+            Qt::QueuedConnection);
+
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)
             part->clockTick(now);
@@ -125,6 +152,14 @@ void Velto::Load(const QStringList &names, const QString &workingFolder, bool pl
 
 void Velto::Unload(bool interactive)
 {
+    shutDown(interactive);
+}
+
+// The media files' playlist is the one saved, even when a disc is playing.
+void Velto::shutDown(bool interactive)
+{
+    if (!m_lifecycle.unloaded())
+        m_cd.leaveCdMode();
     m_lifecycle.Unload(interactive);
 }
 
@@ -281,7 +316,7 @@ bool Velto::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     }
-    m_lifecycle.Unload(true);
+    shutDown(true);
     event->accept();
     return false;
 }

@@ -5,12 +5,15 @@
 #include "app/frmprefs.h"
 #include "app/pendingmodes.h"
 #include "app/popupmenu.h"
+#include "cd/cdpart.h"
 #include "core/clocktick.h"
 #include "core/dispatcher.h"
 #include "core/lifecycle.h"
 #include "core/lightboard.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "platform/httpclient.h"
+#include "platform/linuxcddrive.h"
 #include "platform/mediadevicefactory.h"
 #include "player/playerpart.h"
 #include "tools/mixer.h"
@@ -71,6 +74,7 @@ public:
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
+    CdPart &cd() { return m_cd; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -93,6 +97,7 @@ private:
     void applyPrefs(const frmPrefs &prefs);
     void switchOn();
     void switchOff();
+    void shutDown(bool interactive);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -102,10 +107,13 @@ private:
     frmNeOrb m_window;
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
+    LinuxCdDrive m_cdDrive;
+    QtHttpClient m_http;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    CdPart m_cd;
     ClockTick m_clockTick;
     PendingModes m_pending;
     // The window's own commands, routed like a part's.

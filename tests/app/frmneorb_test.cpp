@@ -126,7 +126,7 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *pending = &velto->pendingModes();
+                   *cd = &velto->cd(), *pending = &velto->pendingModes();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
@@ -138,9 +138,10 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return mixer;
         if (in(70, 75))
             return stopwatches;
+        if (cmd == 13 || cmd == 37)
+            return cd;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 106) || in(110, 119) ||
-            in(130, 148))
+        if (cmd == 35 || in(40, 69) || in(76, 106) || in(110, 119) || in(130, 148))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };
