@@ -39,7 +39,8 @@ std::unique_ptr<CdTrackReader> CdTrackReader::open(const QString &playSource, in
     if (first == CDIO_INVALID_TRACK || count == CDIO_INVALID_TRACK || track < first ||
         track >= first + count || cdio_get_track_format(cdio, track_t(track)) != TRACK_FORMAT_AUDIO)
         return nullptr;
-    const track_t next = track + 1 < first + count ? track_t(track + 1) : CDIO_CDROM_LEADOUT_TRACK;
+    const track_t next =
+        track + 1 < first + count ? track_t(track + 1) : track_t(CDIO_CDROM_LEADOUT_TRACK);
     reader->m_firstLsn = cdio_get_track_lsn(cdio, track_t(track));
     const lsn_t end = cdio_get_track_lsn(cdio, next);
     if (reader->m_firstLsn == CDIO_INVALID_LSN || end == CDIO_INVALID_LSN ||

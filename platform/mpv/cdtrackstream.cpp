@@ -23,7 +23,8 @@ int openStream(void *, char *uri, mpv_stream_cb_info *info)
                                                           qint64(std::min<uint64_t>(n, 1 << 30)));
     };
     info->seek_fn = [](void *cookie, int64_t offset) -> int64_t {
-        return static_cast<CdTrackReader *>(cookie)->seek(offset) ? offset : MPV_ERROR_GENERIC;
+        return static_cast<CdTrackReader *>(cookie)->seek(offset) ? offset
+                                                                  : int64_t(MPV_ERROR_GENERIC);
     };
     info->size_fn = [](void *cookie) -> int64_t {
         return static_cast<CdTrackReader *>(cookie)->size();
