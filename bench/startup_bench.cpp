@@ -2,6 +2,7 @@
 // frame, and its resident memory then and once it has settled with nothing to
 // play. Needs an X server (scripts/bench provides one).
 #include "bench/limit.h"
+#include "bench/procstat.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -57,15 +58,17 @@ const Home *seededHome()
     return seeded ? &home : nullptr;
 }
 
-double residentMiB(qint64 pid)
+// The seeded home, or null with the reason the benchmark cannot run.
+const Home *readyHome(benchmark::State &state)
 {
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
-    return -1;
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        state.SkipWithError("no X server");
+        return nullptr;
+    }
+    const Home *home = seededHome();
+    if (!home)
+        state.SkipWithError("velto did not report its first frame");
+    return home;
 }
 
 } // namespace
@@ -74,15 +77,9 @@ double residentMiB(qint64 pid)
 // engine into the program again (about 150 ms) would cross it.
 static void BM_StartToFirstFrame(benchmark::State &state)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        state.SkipWithError("no X server");
+    const Home *home = readyHome(state);
+    if (!home)
         return;
-    }
-    const Home *home = seededHome();
-    if (!home) {
-        state.SkipWithError("velto did not report its first frame");
-        return;
-    }
     double rss = 0;
     for (auto _ : state) {
         const auto [seconds, mib] = startOnce(*home);
@@ -109,15 +106,9 @@ BENCHMARK(BM_StartToFirstFrame)
 // the media engine (some 40 MiB more) left out until something plays.
 static void BM_IdleMemory(benchmark::State &state)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        state.SkipWithError("no X server");
+    const Home *home = readyHome(state);
+    if (!home)
         return;
-    }
-    const Home *home = seededHome();
-    if (!home) {
-        state.SkipWithError("velto did not report its first frame");
-        return;
-    }
     QProcessEnvironment env = home->env;
     env.remove(QStringLiteral("VELTO_REPORT_FIRST_FRAME"));
     double rss = -1;
