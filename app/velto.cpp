@@ -24,8 +24,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
                 m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
-                m_folder.file(QStringLiteral("nocover.bmp")),
-                [this] { return m_mediaDevices.create(); }}),
+                m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
       m_cd(m_playlist, m_player.state(),
            {m_settings.UseCDP, m_settings.UseCDDB, m_settings.CDDBcmd, m_settings.EmailID,
@@ -74,11 +73,12 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::wheelTurned, &m_player, &PlayerPart::wheel);
     connect(&w, &frmNeOrb::filesDropped, &m_player, &PlayerPart::addPaths);
     connect(&w, &frmNeOrb::escapePressed, this, [this] { m_player.playlist().cancelScan(); });
-    // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
-    connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
-        m_player.windowShown();
-        m_mediaDevices.preload();
-    });
+    // The media engine (~100 ms, some 35 MiB) loads when something is first
+    // about to play, never for a player that only sits there. A pointer
+    // coming onto the window starts it, so the click that follows finds it
+    // loaded or nearly so.
+    connect(&w, &frmNeOrb::firstFramePainted, &m_player, &PlayerPart::windowShown);
+    connect(&w, &frmNeOrb::pointerEntered, this, [this] { m_mediaDevices.preload(); });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
         if (number == VolumeControl::kVolumeSlider) {
             m_player.fade().cancel();
@@ -108,7 +108,13 @@ void Velto::connectParts()
     // images and track files the player meets.
     PlaybackEngine &engine = m_player.engine();
     connect(&m_cd, &CdPart::cdModeChanged, &engine, &PlaybackEngine::setCDMode);
-    connect(&m_cd, &CdPart::playRequested, &engine, &PlaybackEngine::PlayIt);
+    // A disc is about to play: the media engine loads meanwhile, off this thread.
+    connect(&m_cd, &CdPart::cdModeChanged, this, [this](bool on) {
+        if (on)
+            m_mediaDevices.preload();
+    });
+    connect(&m_cd, &CdPart::playRequested, this,
+            [this] { m_mediaDevices.whenLoaded([this] { m_player.engine().PlayIt(); }); });
     connect(&m_cd, &CdPart::stopRequested, &engine, &PlaybackEngine::StopIt);
     connect(&m_cd, &CdPart::playlistChanged, this, [this] {
         m_player.showPlaylist();

@@ -75,6 +75,7 @@ public:
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
     CdPart &cd() { return m_cd; }
+    const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
