@@ -6,6 +6,9 @@
 #include "core/settingkeys.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "skin/favouriteskins.h"
+#include "skin/frmskinbrowse.h"
+#include "skin/skinimport.h"
 #include "skin/skinlistarea.h"
 
 #include <QCloseEvent>
@@ -172,6 +175,11 @@ void Velto::minimiseWindow()
 
 void Velto::LoadSkin(const QString &file)
 {
+    loadSkin(file);
+}
+
+QString Velto::loadSkin(const QString &file)
+{
     SkinLoader &loader = m_window.skin();
     // Key tables name other skins by bare file names, beside the current skin.
     QString path = file;
@@ -182,7 +190,7 @@ void Velto::LoadSkin(const QString &file)
         if (m_dispatcher.inMode(*part))
             wasIn << part;
     if (!loader.LoadSkin(path))
-        return;
+        return {};
     const QFileInfo loaded(loader.file());
     m_settings.Skin = loaded.fileName();
     m_settings.SkinPath = loaded.absolutePath();
@@ -199,21 +207,71 @@ void Velto::LoadSkin(const QString &file)
             part->left();
     }
     m_lights.refresh();
+    return loader.file();
 }
 
+QString Velto::userSkin(const QString &file)
+{
+    QString path = file;
+    if (m_settings.SkinImport.trimmed() != QLatin1String("0") && SkinImport::isOlderFormat(path) &&
+        m_platform.dialogs.question(
+            QStringLiteral("Import Skin"),
+            QStringLiteral("This skin is in the older skin format.\rImport it as a Velto skin? "
+                           "A converted copy is saved beside it; the original stays as it is."))) {
+        const SkinImport::Result imported = SkinImport::importSkin(path);
+        if (!imported.message.isEmpty())
+            m_platform.dialogs.message(imported.message);
+        if (!imported.file.isEmpty())
+            path = imported.file;
+    }
+    return loadSkin(path);
+}
+
+QString Velto::skinFolder() const
+{
+    return m_settings.SkinPath.isEmpty() ? m_folder.file(QStringLiteral("skins"))
+                                         : m_settings.SkinPath;
+}
+
+// A slot with no skin and no mode of its own opens the browser, where the
+// user can give it one.
 void Velto::SelFSkin(int slot)
 {
-    if (slot >= 0 && slot < int(m_settings.FavSkin.size()) && !m_settings.FavSkin[slot].isEmpty())
-        LoadSkin(m_settings.FavSkin[slot]);
+    const QString file = FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
+                                                  m_folder.file(QStringLiteral("skins")));
+    if (file.isEmpty())
+        ShowSkinBrowser(QStringLiteral("Favorite"));
+    else
+        userSkin(file);
 }
 
 void Velto::SelectSkin()
 {
-    const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
+    if (m_settings.UseSkinBrowser == 1)
+        return ShowSkinBrowser();
     const QStringList chosen = m_platform.dialogs.openFiles(
-        QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
+        QStringLiteral("Select Skin"), skinFolder(), QStringLiteral("Skins (*.skin)|*.skin"));
     if (!chosen.isEmpty())
-        LoadSkin(chosen.first());
+        userSkin(chosen.first());
+}
+
+void Velto::ShowSkinBrowser(const QString &typeFilter)
+{
+    if (!m_skinBrowser) {
+        m_skinBrowser = std::make_unique<frmSkinBrowse>(
+            frmSkinBrowse::Options{m_settings.SkinPath, m_settings.FavSkin,
+                                   m_folder.file(QStringLiteral("skins"))},
+            m_window.skin(), m_platform.dialogs,
+            [this](const QString &file) { return userSkin(file); }, &m_window);
+    }
+    frmSkinBrowse &browser = *m_skinBrowser;
+    browser.setCurrentSkin(m_window.skin().file());
+    if (!typeFilter.isEmpty())
+        browser.setTypeFilter(typeFilter);
+    browser.ReadSkinDir();
+    browser.show();
+    browser.raise();
+    browser.activateWindow();
 }
 
 // Not modal: the player goes on while the dialog is open, and OK takes over
@@ -246,7 +304,7 @@ void Velto::applyPrefs(const frmPrefs &prefs)
     if (isOnTop(m_settings.WinOnTop) != wasOnTop)
         SetOnTop(m_window, isOnTop(m_settings.WinOnTop));
     if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
-        LoadSkin(skin);
+        userSkin(skin);
     m_window.skin().setTimeFmt(m_settings.TimeFmt != 0);
     m_window.skin().setScrollName(m_settings.ScrollName == 1);
     for (SkinPart *part : m_parts)

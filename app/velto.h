@@ -19,11 +19,14 @@
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
+
 class Clock;
 class Dialogs;
 class Random;
 class Screens;
 class SettingsStore;
+class frmSkinBrowse;
 
 // The composition root: builds the window and the parts, routes the command
 // numbers to the parts that own them, and connects what one part reports to
@@ -67,6 +70,7 @@ public:
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
     frmPrefs *prefs() const { return m_prefs; }
+    frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
     const Dispatcher &dispatcher() const { return m_dispatcher; }
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
@@ -89,6 +93,13 @@ private:
     void windowCommand(qint16 cmd);
     void SelectSkin();
     void SelFSkin(int slot);
+    void ShowSkinBrowser(const QString &typeFilter = {});
+    // The folder of the skins: "SkinPath", else the program's skins.
+    QString skinFolder() const;
+    // Loads a skin; the file shown afterwards, empty when it was refused.
+    QString loadSkin(const QString &file);
+    // A skin the user picked: one of the older format is offered for import.
+    QString userSkin(const QString &file);
     void ShowPrefs();
     void applyPrefs(const frmPrefs &prefs);
     void switchOn();
@@ -126,4 +137,5 @@ private:
     PopupMenu m_popup;
     frmIcon m_tray;
     QPointer<frmPrefs> m_prefs;
+    std::unique_ptr<frmSkinBrowse> m_skinBrowser;
 };
