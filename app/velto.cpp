@@ -25,7 +25,8 @@ Velto::Velto(Platform platform, ProgramFolder folder)
       m_player(m_playlist,
                {m_settings.MCIDevice, m_settings.PBOverlap, m_settings.UseTagCover,
                 m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
-                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
+                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path,
+                m_settings.VisPLPath},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
@@ -44,7 +45,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     // The command table: which part owns which numbers. A clock skin gives
     // command 4 to the stopwatches (the split) rather than to the player.
     add(m_windowCommands, {{1, 3}, {5, 7}, {38, 39}, {151, 152}, {1001, 1021}});
-    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
+    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
     add(m_clockTick, {});
