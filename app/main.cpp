@@ -88,6 +88,9 @@ int main(int argc, char **argv)
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Floor);
     ScreenScale screenScale;
+    // The browser mode's engine, a module loaded later, needs this set before
+    // the application exists; it costs nothing otherwise.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     screenScale.restore();
     QApplication::setApplicationName(QStringLiteral("velto"));

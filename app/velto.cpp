@@ -31,6 +31,10 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_browser({m_settings.URL}, {m_window.skin(), m_folder.file(QStringLiteral("url-list.txt")),
+                                   [this](QWidget *parent) { return m_webViews.create(parent); },
+                                   [](const QUrl &url) { QDesktopServices::openUrl(url); },
+                                   QStringLiteral("https://duckduckgo.com/?q=%1")}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
       m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
@@ -48,6 +52,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -101,6 +106,10 @@ void Velto::connectParts()
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();
     });
+
+    // Home, Search and the other browser commands from the menu of another
+    // mode switch to the browser first.
+    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
 
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)

@@ -12,7 +12,9 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "platform/mediadevicefactory.h"
+#include "platform/webviewfactory.h"
 #include "player/playerpart.h"
+#include "radio/webbrowser.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
 
@@ -66,6 +68,7 @@ public:
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
     Stopwatches &stopwatches() { return m_stopwatches; }
+    WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
@@ -113,10 +116,13 @@ private:
     frmNeOrb m_window;
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
+    // Loads the web engine module when the browser mode is first entered.
+    WebViewFactory m_webViews;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    WebBrowser m_browser;
     ClockTick m_clockTick;
     PendingModes m_pending;
     // The window's own commands, routed like a part's.
