@@ -61,7 +61,7 @@ QStringList pageOfCovers()
             QPainter painter(&picture);
             QLinearGradient gradient(0, 0, 3000, 3000);
             gradient.setColorAt(0, QColor::fromHsv(i * 20, 200, 220));
-            gradient.setColorAt(1, QColor::fromHsv(i * 20 + 90, 120, 60));
+            gradient.setColorAt(1, QColor::fromHsv((i * 20 + 90) % 360, 120, 60));
             painter.fillRect(picture.rect(), gradient);
             painter.end();
             const QString base = QStringLiteral("%1/album%2").arg(folder).arg(i);
