@@ -26,6 +26,7 @@ struct PlayerRig
     FakeClock clock;
     QWidget window;
     RecordingSurface skin;
+    MediaDeviceFactory devices{QStringList()}; // no engine: devices play silence
     PlaylistState playlist;
     QString mciDevice = QStringLiteral("0"), validExt = QStringLiteral("mp3"), path, visPLPath;
     qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1, autoCover = 0, autoCloseQF = 0,
@@ -33,8 +34,7 @@ struct PlayerRig
     PlayerPart player{playlist,
                       {mciDevice, pbOverlap, useTagCover, friendlyNames, autoCover, autoCloseQF,
                        clearFirst, autoPlay, validExt, path, visPLPath},
-                      {skin, dialogs, random, clock, window, home.file("nocover.bmp"),
-                       [] { return std::unique_ptr<MediaDevice>(); }}};
+                      {skin, dialogs, random, clock, window, home.file("nocover.bmp"), devices}};
 };
 
 } // namespace
