@@ -115,8 +115,9 @@ TEST(UrlList, KeptFuzzInputsReadAndWriteBackAlike)
         ASSERT_TRUE(f.open(QIODevice::ReadOnly));
         const QStringList list = UrlList::parse(f.readAll());
         EXPECT_LE(list.size(), UrlList::kLimit) << it.fileName().toStdString();
-        if (list.isEmpty() || !list.first().startsWith(QChar(0xFEFF)))
+        if (list.isEmpty() || !list.first().startsWith(QChar(0xFEFF))) {
             EXPECT_EQ(UrlList::parse(UrlList::format(list)), list) << it.fileName().toStdString();
+        }
     }
     EXPECT_GT(files, 0);
 }

@@ -149,7 +149,7 @@ TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
 {
     // Qt can neither list nor open such a name, so the browser can only say so.
     QTemporaryDir dir;
-    for (const QByteArray name :
+    for (const QByteArray &name :
          {QByteArray("caf\xE9.skin"), QByteArray("na\xEFve.SKIN"), QByteArray("caf\xE9.png")}) {
         FILE *raw = std::fopen((QFile::encodeName(dir.path()) + '/' + name).constData(), "wb");
         ASSERT_NE(raw, nullptr);
@@ -178,9 +178,10 @@ TEST(SkinDir, KeptFuzzInputsReadAndConvertSafely)
         const QByteArray bytes = f.readAll();
         parseSkinDirHeader(bytes);
         const QByteArray converted = SkinImport::convert(bytes);
-        if (!converted.isEmpty())
+        if (!converted.isEmpty()) {
             EXPECT_EQ(parseSkinDirHeader(converted).signature, QStringLiteral("Velto Skin"))
                 << it.fileName().toStdString();
+        }
     }
     EXPECT_GT(files, 0);
 }
