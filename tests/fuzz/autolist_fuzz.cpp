@@ -15,8 +15,8 @@ VELTO_FUZZ_TARGET(autolist)
         FUZZ_CHECK(preset >= -32768 && preset <= 32767);
         for (const QChar today : QStringLiteral("UMTWRFS"))
             entryApplies(entry, today);
-        if (const auto made = makeEntry(entryDay(entry), entryOnTime(entry), entryOffTime(entry),
-                                        preset)) {
+        if (const auto made =
+                makeEntry(entryDay(entry), entryOnTime(entry), entryOffTime(entry), preset)) {
             FUZZ_CHECK(entryOnTime(*made) == entryOnTime(entry).leftJustified(5));
             FUZZ_CHECK(entryPreset(*made) == preset);
         }

@@ -36,18 +36,18 @@ QString fuzzWriteScratch(const QString &name, const QByteArray &bytes);
 
 #ifdef VELTO_FUZZ_MAIN
 #define VELTO_FUZZ_TARGET(name)                                                                    \
-    static void fuzz_##name(const QByteArray &input);                                             \
-    extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)                       \
+    static void fuzz_##name(const QByteArray &input);                                              \
+    extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)                        \
     {                                                                                              \
-        fuzz_##name(QByteArray::fromRawData(reinterpret_cast<const char *>(data),                 \
-                                            qsizetype(size)));                                     \
+        fuzz_##name(                                                                               \
+            QByteArray::fromRawData(reinterpret_cast<const char *>(data), qsizetype(size)));       \
         return 0;                                                                                  \
     }                                                                                              \
     static void fuzz_##name(const QByteArray &input)
 #else
 #define VELTO_FUZZ_TARGET(name)                                                                    \
-    static void fuzz_##name(const QByteArray &input);                                             \
-    [[maybe_unused]] static const bool fuzz_registered_##name =                                  \
+    static void fuzz_##name(const QByteArray &input);                                              \
+    [[maybe_unused]] static const bool fuzz_registered_##name =                                    \
         registerFuzzTarget(#name, fuzz_##name);                                                    \
     static void fuzz_##name(const QByteArray &input)
 #endif

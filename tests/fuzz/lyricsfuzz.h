@@ -24,7 +24,8 @@ inline void followLyrics(const LyricsData &d)
     }
     positions.insert(positions.end(), {0, -1, 1, std::numeric_limits<qint32>::max()});
     int line = 1; // where the player starts
-    for (const auto &order : {positions, std::vector<qint64>(positions.rbegin(), positions.rend())}) {
+    for (const auto &order :
+         {positions, std::vector<qint64>(positions.rbegin(), positions.rend())}) {
         for (const qint64 ms : order) {
             const LyricStep step = PlayLyrics(d, ms, line);
             FUZZ_CHECK(step.line >= 0 && step.line <= LyricsData::kMaxTimed);
