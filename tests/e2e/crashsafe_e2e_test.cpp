@@ -118,8 +118,10 @@ TEST_F(CrashSafeSaves, EveryFileIsTheOldOrTheNewVersionAfterAKill)
             const qint64 first = clock.nsecsElapsed();
             ASSERT_TRUE(waitForLine(p, "saved 3", seen));
             roundNs = (clock.nsecsElapsed() - first) / 2;
-            clock.restart();
         }
+        // From the end of a round, when velto saves at full pace.
+        ASSERT_TRUE(waitForLine(p, "saved", seen));
+        clock.restart();
         // The kill falls anywhere within the next round and a half: spinning on
         // the clock, not sleeping, since the moment is what is being chosen.
         const qint64 at = clock.nsecsElapsed() + qint64(random.bounded(1.5 * double(roundNs)));
