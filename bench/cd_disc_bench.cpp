@@ -13,7 +13,7 @@
 #include "platform/random.h"
 #include "player/playbackengine.h"
 #include "tests/support/discimage.h"
-#include "tests/support/loopbackhttp.h"
+#include "tests/support/loopbackserver.h"
 #include "tests/support/recordingsurface.h"
 
 #include <QApplication>
@@ -171,9 +171,9 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
         entry += "TTITLE" + std::to_string(i) + "=" + std::string(200, char('a' + i % 26)) + "\r\n";
     entry += ".\r\n";
     const std::string found = "200 misc " + table.CDDBId.toStdString() + " Ninety-Nine\r\n";
-    LoopbackHttp server([&](const std::string &target) {
-        return LoopbackHttp::Response{200, target.find("cddb+read") != std::string::npos ? entry
-                                                                                         : found};
+    LoopbackServer server([&](const std::string &target) {
+        return LoopbackServer::Response{200, target.find("cddb+read") != std::string::npos ? entry
+                                                                                           : found};
     });
     const QString cmd = QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=";
     const QString email = QStringLiteral("bench@example.org");

@@ -3,7 +3,7 @@
 #include "skin/skinlistarea.h"
 
 #include "support/discimage.h"
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 #include "support/shippedwindow.h"
 
 #include <QFile>
@@ -20,7 +20,7 @@ protected:
     CdMode()
         : server([this](const std::string &target) {
               const bool read = target.find("cddb+read") != std::string::npos;
-              return LoopbackHttp::Response{200, read ? readReply : queryReply, false};
+              return LoopbackServer::Response{200, read ? readReply : queryReply, false};
           })
     {
         qputenv("VELTO_AUDIO", "null");
@@ -62,7 +62,7 @@ protected:
 
     DiscImage disc;
     std::string queryReply = "202 No match\r\n", readReply;
-    LoopbackHttp server;
+    LoopbackServer server;
     QString music;
 };
 

@@ -1,7 +1,7 @@
 #include "cd/cddbclient.h"
 
 #include "platform/httpclient.h"
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -22,7 +22,7 @@ const char kEntry[] = "210 rock 2a03f403 CD database entry follows (until termin
 // A client on the real HTTP stack, talking to a server of the test's own.
 struct Exchange
 {
-    explicit Exchange(LoopbackHttp::Handler handler, int timeoutMs = 20000)
+    explicit Exchange(LoopbackServer::Handler handler, int timeoutMs = 20000)
         : server(std::move(handler)), http(timeoutMs),
           cmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
           client(http, {cmd, email})
@@ -46,7 +46,7 @@ struct Exchange
                                patienceMs);
     }
 
-    LoopbackHttp server;
+    LoopbackServer server;
     QtHttpClient http;
     QString email = QStringLiteral("tester@example.org");
     QString cmd;
@@ -56,13 +56,13 @@ struct Exchange
     CddbDiscEntry entry;
 };
 
-LoopbackHttp::Response reply(const std::string &body, int status = 200)
+LoopbackServer::Response reply(const std::string &body, int status = 200)
 {
     return {status, body, false};
 }
 
 // The query's answer, then the read's.
-LoopbackHttp::Handler twoSteps(std::string query, std::string read)
+LoopbackServer::Handler twoSteps(std::string query, std::string read)
 {
     return [query, read](const std::string &target) {
         return reply(target.find("cddb+read") != std::string::npos ? read : query);
@@ -95,7 +95,7 @@ TEST(CddbClient, EveryOutcomeSaysWhatHappened)
     const struct
     {
         const char *what;
-        LoopbackHttp::Handler handler;
+        LoopbackServer::Handler handler;
         QStringList statuses, messages, titles;
     } cases[] = {
         {"not found",
@@ -173,7 +173,7 @@ TEST(CddbClient, AnAddressWithoutUserOrHostAsksNothing)
 // program's timers go on, and the silence ends the lookup with an error.
 TEST(CddbClient, AServerThatNeverAnswersTimesOutAndNothingWaits)
 {
-    Exchange x([](const std::string &) { return LoopbackHttp::Response{200, "", true}; }, 400);
+    Exchange x([](const std::string &) { return LoopbackServer::Response{200, "", true}; }, 400);
     QTimer beat;
     int beats = 0;
     QElapsedTimer clock;
@@ -196,7 +196,7 @@ TEST(CddbClient, NoServerAtTheAddressIsAnError)
 {
     int port = 0;
     {
-        LoopbackHttp closed([](const std::string &) { return reply(""); });
+        LoopbackServer closed([](const std::string &) { return reply(""); });
         port = closed.port();
     }
     Exchange x(twoSteps("", ""));
@@ -223,7 +223,7 @@ TEST(CddbClient, ANewQueryDropsTheOneRunning)
 {
     Exchange x([](const std::string &target) {
         if (target.find("ffffff") != std::string::npos)
-            return LoopbackHttp::Response{200, "", true};
+            return LoopbackServer::Response{200, "", true};
         return reply("202 none\r\n");
     });
     CddbClient::Disc slow = kDisc;

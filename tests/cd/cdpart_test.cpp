@@ -4,7 +4,7 @@
 #include "platform/linuxcddrive.h"
 #include "support/discimage.h"
 #include "support/fakes.h"
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 #include "support/recordingsurface.h"
 
 #include <QDir>
@@ -77,7 +77,7 @@ struct Rig
         });
     }
 
-    LoopbackHttp::Response answer(const std::string &target)
+    LoopbackServer::Response answer(const std::string &target)
     {
         if (target.find("cddb+read") != std::string::npos)
             return {200, readReply, false};
@@ -97,7 +97,7 @@ struct Rig
 
     QTemporaryDir dir;
     std::string queryReply = "202 No match\r\n", readReply;
-    LoopbackHttp server;
+    LoopbackServer server;
     qint16 useCdp = 1, useCddb = 0;
     QString cddbCmd, email = "tester@example.org",
                      drivePath = QStringLiteral("/nonexistent/velto/cdrom");

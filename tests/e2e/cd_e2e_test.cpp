@@ -1,7 +1,7 @@
 #include "e2e.h"
 
 #include "support/discimage.h"
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 
 #include <QFile>
 #include <QSettings>
@@ -90,14 +90,14 @@ TEST(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     ASSERT_FALSE(cue.isEmpty());
     const std::string id = disc.cddbId().toStdString();
     Gate entry;
-    LoopbackHttp server([&](const std::string &target) {
+    LoopbackServer server([&](const std::string &target) {
         if (target.find("cddb+read") == std::string::npos)
-            return LoopbackHttp::Response{200, "200 misc " + id + " Trio / Lights\r\n"};
+            return LoopbackServer::Response{200, "200 misc " + id + " Trio / Lights\r\n"};
         entry.pass();
-        return LoopbackHttp::Response{200, "210 misc " + id +
-                                               " follows\r\nDTITLE=Trio / Lights\r\n"
-                                               "TTITLE0=First Light\r\nTTITLE1=Second Light\r\n"
-                                               "TTITLE2=Last Light\r\n.\r\n"};
+        return LoopbackServer::Response{200, "210 misc " + id +
+                                                 " follows\r\nDTITLE=Trio / Lights\r\n"
+                                                 "TTITLE0=First Light\r\nTTITLE1=Second Light\r\n"
+                                                 "TTITLE2=Last Light\r\n.\r\n"};
     });
     struct OpenAtEnd
     {

@@ -1,6 +1,7 @@
 #include "e2e.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
@@ -43,6 +44,13 @@ VeltoProcess::VeltoProcess()
     env.insert(QStringLiteral("VELTO_NETGUARD_LOG"),
                m_home.path() + QStringLiteral("/netguard.log"));
 #endif
+    // In the sanitizer build a report from velto goes to a file the test
+    // reads at the end: its exit code and output are the test's own to check.
+    for (const char *name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
+        const QString options = env.value(QLatin1String(name));
+        env.insert(QLatin1String(name), options + (options.isEmpty() ? "" : ":") +
+                                            "log_path=" + m_home.path() + "/sanitizer");
+    }
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
@@ -58,6 +66,12 @@ VeltoProcess::~VeltoProcess()
     QFile refused(m_home.path() + QStringLiteral("/netguard.log"));
     if (refused.open(QIODevice::ReadOnly))
         ADD_FAILURE() << "velto tried to leave the machine: " << refused.readAll().toStdString();
+    const QDir home(m_home.path());
+    for (const QString &name : home.entryList({QStringLiteral("sanitizer.*")}, QDir::Files)) {
+        QFile report(home.filePath(name));
+        report.open(QIODevice::ReadOnly);
+        ADD_FAILURE() << "velto's sanitizer report:\n" << report.readAll().toStdString();
+    }
 }
 
 void VeltoProcess::setEnvironment(const QString &name, const QString &value)

@@ -1,4 +1,4 @@
-#include "loopbackhttp.h"
+#include "loopbackserver.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -8,7 +8,7 @@
 
 #include <cstring>
 
-LoopbackHttp::LoopbackHttp(Handler handler) : m_handler(std::move(handler))
+LoopbackServer::LoopbackServer(Handler handler) : m_handler(std::move(handler))
 {
     m_listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
@@ -24,7 +24,7 @@ LoopbackHttp::LoopbackHttp(Handler handler) : m_handler(std::move(handler))
     m_thread = std::thread([this] { serve(); });
 }
 
-LoopbackHttp::~LoopbackHttp()
+LoopbackServer::~LoopbackServer()
 {
     if (m_thread.joinable()) {
         [[maybe_unused]] const ssize_t n = ::write(m_wake[1], "x", 1);
@@ -37,18 +37,18 @@ LoopbackHttp::~LoopbackHttp()
         ::close(fd);
 }
 
-std::string LoopbackHttp::base() const
+std::string LoopbackServer::base() const
 {
     return "http://127.0.0.1:" + std::to_string(m_port);
 }
 
-std::vector<std::string> LoopbackHttp::requests() const
+std::vector<std::string> LoopbackServer::requests() const
 {
     std::lock_guard lock(m_mutex);
     return m_requests;
 }
 
-void LoopbackHttp::serve()
+void LoopbackServer::serve()
 {
     for (;;) {
         pollfd fds[] = {{m_listener, POLLIN, 0}, {m_wake[0], POLLIN, 0}};
@@ -62,7 +62,7 @@ void LoopbackHttp::serve()
     }
 }
 
-void LoopbackHttp::answer(int client)
+void LoopbackServer::answer(int client)
 {
     std::string request;
     char buffer[4096];
