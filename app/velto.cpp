@@ -6,6 +6,11 @@
 #include "core/settingkeys.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/readfile.h"
+#include "platform/streamtext.h"
+#include "platform/tuner.h"
+#include "radio/fmpreset.h"
+#include "radio/streamplaylist.h"
 #include "skin/skinlistarea.h"
 
 #include <QCloseEvent>
@@ -26,13 +31,22 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
+      m_fmTuner({m_settings.FMEnable, m_settings.FMDevice, m_settings.CardType, m_settings.CardPort,
+                 m_settings.StartPreset, m_settings.StartFreq, m_settings.Freq,
+                 m_settings.FMVolume},
+                {m_window.skin(), platform.dialogs, openRadioDevice,
+                 m_folder.file(QStringLiteral("stations.txt"))}),
+      m_webRadio({m_settings.RadioURL},
+                 {m_window.skin(), platform.dialogs, [this] { return m_mediaDevices.create(); },
+                  m_player.wave(), m_http, m_folder.file(QStringLiteral("webradio.txt"))}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
-      m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
+      m_pending(platform.dialogs),
+      m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches, m_fmTuner}),
       m_lifecycle(
           {m_config, platform.dialogs, platform.random, platform.clock, platform.screens, m_folder},
-          m_settings, m_playlist, *this, m_player, m_parts),
+          m_settings, m_playlist, *this, *this, m_parts),
       m_popup({[this](qint16 cmd) { DoIt(cmd); }, [this](int slot) { SelFSkin(slot); },
                [this] { SetOnTop(m_window, isOnTop(m_settings.WinOnTop)); }},
               m_settings.WinOnTop),
@@ -44,6 +58,8 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_fmTuner, {{80, 101}});
+    add(m_webRadio, {{130, 149}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -72,6 +88,11 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
         m_player.windowShown();
         m_mediaDevices.preload();
+        if (m_radioStartIsPlaylist)
+            m_webRadio.playStreams(m_radioStart, QString());
+        else if (!m_radioStart.isEmpty())
+            m_webRadio.playAddress(m_radioStart.first());
+        m_radioStart.clear();
     });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
         if (number == VolumeControl::kVolumeSlider) {
@@ -92,7 +113,22 @@ void Velto::connectParts()
                 if (!tip.isEmpty())
                     m_tray.setToolTip(tip);
             });
-    connect(&m_player, &PlayerPart::stateChanged, this, [this] { m_lights.refresh(); });
+    connect(&m_player, &PlayerPart::stateChanged, this, [this] {
+        // One player at a time: the playlist starting ends the radio.
+        if (m_player.state().playing && m_webRadio.active())
+            m_webRadio.WRStop();
+        m_lights.refresh();
+    });
+    connect(&m_webRadio, &WebRadio::playingStarted, this, [this] {
+        if (m_player.state().playing)
+            m_player.DoIt(10);
+    });
+    connect(&m_webRadio, &WebRadio::titlesChanged, this,
+            [this](const QString &title, const QString &tip) {
+                m_window.setWindowTitle(title);
+                m_tray.setToolTip(tip);
+            });
+    connect(&m_fmTuner, &FmTuner::stateChanged, this, [this] { m_lights.refresh(); });
     connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();
@@ -254,21 +290,82 @@ void Velto::applyPrefs(const frmPrefs &prefs)
     m_lights.refresh();
 }
 
-void Velto::switchOn()
+void Velto::switchOn(int preset)
 {
-    // Presets 1-9 pick a radio station once the radio modes exist; until then
-    // every alarm plays the playlist, which is better than a silent one.
     m_window.showNormal();
     m_window.raise();
     m_window.activateWindow();
+    // Preset n: the FM preset numbered n when the tuner is in use and has
+    // one, else the n-th web radio station; 0, or a preset nobody has, plays
+    // the playlist, which is better than a silent alarm.
+    const QStringList &fm = m_fmTuner.presets();
+    if (preset >= 1 && m_fmTuner.enabled() && preset < fm.size() &&
+        FmPreset::frequency(fm[preset]) > 0) {
+        enterMode(m_fmTuner, 5, QStringLiteral("fmtuner.skin"));
+        m_fmTuner.FMJumpPreset(preset);
+        return;
+    }
+    if (preset >= 1 && preset <= m_webRadio.stations().size()) {
+        enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+        m_player.fade().fadeIn(); // the radio follows the program's output level
+        m_webRadio.WRDoPreset(preset - 1);
+        return;
+    }
     m_player.switchOn();
 }
 
 void Velto::switchOff()
 {
     m_player.switchOff();
+    if (m_webRadio.active())
+        m_webRadio.WRStop();
+    if (m_fmTuner.enabled() && !m_fmTuner.muted())
+        m_fmTuner.FMToggleMute();
     if (m_settings.SnoozeHide == 1)
         m_window.showMinimized();
+}
+
+void Velto::enterMode(const SkinPart &part, int favouriteSlot, const QString &shippedSkin)
+{
+    if (m_dispatcher.inMode(part))
+        return;
+    const QString favourite = m_settings.FavSkin[size_t(favouriteSlot)];
+    LoadSkin(favourite.isEmpty() ? m_folder.file(QStringLiteral("skins/") + shippedSkin)
+                                 : favourite);
+}
+
+void Velto::addOpened(const QString &path)
+{
+    if (isNetworkAddress(path)) {
+        if (m_radioStart.isEmpty()) {
+            m_radioStart = {path};
+            enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+        }
+        return;
+    }
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("pls") || suffix == QLatin1String("m3u")) {
+        // A station's own playlist names streams only; a playlist with a
+        // web address among its files stays the player's.
+        const FileBytes bytes = readRegularFile(path, 64 * 1024);
+        const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
+        if (bytes.fault == FileFault::None && !streams.isEmpty()) {
+            if (m_radioStart.isEmpty()) {
+                m_radioStart = streams;
+                m_radioStartIsPlaylist = true;
+                enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+            }
+            return;
+        }
+    }
+    m_player.addOpened(path);
+}
+
+void Velto::playWhenScanned()
+{
+    // What the command line gave the radio plays; the playlist waits.
+    if (m_radioStart.isEmpty())
+        m_player.playWhenScanned();
 }
 
 bool Velto::eventFilter(QObject *watched, QEvent *event)

@@ -11,8 +11,12 @@
 #include "core/lightboard.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "platform/httpfetch.h"
 #include "platform/mediadevicefactory.h"
 #include "player/playerpart.h"
+#include "player/startfiles.h"
+#include "radio/fmtuner.h"
+#include "radio/webradio.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
 
@@ -32,7 +36,7 @@ class SettingsStore;
 //
 // To add a mode: build its part here, route its numbers and start it with
 // the others (see docs/architecture.md).
-class Velto : public QObject, private StartWindow
+class Velto : public QObject, private StartWindow, private StartFiles
 {
     Q_OBJECT
 public:
@@ -63,6 +67,8 @@ public:
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
     Stopwatches &stopwatches() { return m_stopwatches; }
+    FmTuner &fmTuner() { return m_fmTuner; }
+    WebRadio &webRadio() { return m_webRadio; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
@@ -82,6 +88,15 @@ private:
     void moveWindow(QPoint pos) override { m_window.move(pos); }
     void minimiseWindow() override;
 
+    // StartFiles: web addresses and station playlists go to the web radio,
+    // everything else to the player.
+    void addOpened(const QString &path) override;
+    void playWhenScanned() override;
+    void setStartCover(const QString &file) override { m_player.setStartCover(file); }
+    QString currentCover() const override { return m_player.currentCover(); }
+    quint32 outputLevel() const override { return m_player.outputLevel(); }
+    void restoreOutputLevel(quint32 word) override { m_player.restoreOutputLevel(word); }
+
     // Registers a part: its command ranges, low <= cmd < high, and its place
     // in start-up, shut-down and the clock's beat.
     void add(SkinPart &part, std::initializer_list<std::pair<int, int>> commands);
@@ -91,8 +106,10 @@ private:
     void SelFSkin(int slot);
     void ShowPrefs();
     void applyPrefs(const frmPrefs &prefs);
-    void switchOn();
+    void switchOn(int preset);
     void switchOff();
+    // Shows the skin of a radio mode unless one of its skins is shown already.
+    void enterMode(const SkinPart &part, int favouriteSlot, const QString &shippedSkin);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -104,6 +121,13 @@ private:
     MediaDeviceFactory m_mediaDevices;
 
     PlayerPart m_player;
+    QtHttpFetch m_http;
+    FmTuner m_fmTuner;
+    WebRadio m_webRadio;
+    // What the command line handed to the web radio: it plays once the
+    // window is on screen.
+    QStringList m_radioStart;
+    bool m_radioStartIsPlaylist = false;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     ClockTick m_clockTick;

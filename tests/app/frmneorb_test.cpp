@@ -126,6 +126,7 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
+                   *fmTuner = &velto->fmTuner(), *webRadio = &velto->webRadio(),
                    *pending = &velto->pendingModes();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
@@ -138,9 +139,13 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return mixer;
         if (in(70, 75))
             return stopwatches;
+        if (in(80, 100))
+            return fmTuner;
+        if (in(130, 148))
+            return webRadio;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 106) || in(110, 119) ||
-            in(130, 148))
+        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 79) || in(101, 106) ||
+            in(110, 119))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };
