@@ -21,6 +21,14 @@
 #include <QFileInfo>
 #include <QUrl>
 
+namespace {
+
+// The favourite skin slots of the popup menu that name each radio mode's skin.
+constexpr int kFmTunerFavourite = 5;
+constexpr int kWebRadioFavourite = 7;
+
+} // namespace
+
 Velto::Velto(Platform platform, ProgramFolder folder)
     : m_platform(platform), m_folder(std::move(folder)), m_config(platform.store),
       m_window(m_settings, platform.dialogs, platform.clock),
@@ -93,6 +101,7 @@ void Velto::connectParts()
         else if (!m_radioStart.isEmpty())
             m_webRadio.playAddress(m_radioStart.first());
         m_radioStart.clear();
+        m_radioStartIsPlaylist = false;
     });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
         if (number == VolumeControl::kVolumeSlider) {
@@ -301,12 +310,12 @@ void Velto::switchOn(int preset)
     const QStringList &fm = m_fmTuner.presets();
     if (preset >= 1 && m_fmTuner.enabled() && preset < fm.size() &&
         FmPreset::frequency(fm[preset]) > 0) {
-        enterMode(m_fmTuner, 5, QStringLiteral("fmtuner.skin"));
+        enterMode(m_fmTuner, kFmTunerFavourite, QStringLiteral("fmtuner.skin"));
         m_fmTuner.FMJumpPreset(preset);
         return;
     }
     if (preset >= 1 && preset <= m_webRadio.stations().size()) {
-        enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+        enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
         m_player.fade().fadeIn(); // the radio follows the program's output level
         m_webRadio.WRDoPreset(preset - 1);
         return;
@@ -339,7 +348,7 @@ void Velto::addOpened(const QString &path)
     if (isNetworkAddress(path)) {
         if (m_radioStart.isEmpty()) {
             m_radioStart = {path};
-            enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+            enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
         }
         return;
     }
@@ -353,7 +362,7 @@ void Velto::addOpened(const QString &path)
             if (m_radioStart.isEmpty()) {
                 m_radioStart = streams;
                 m_radioStartIsPlaylist = true;
-                enterMode(m_webRadio, 7, QStringLiteral("webradio.skin"));
+                enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
             }
             return;
         }
