@@ -150,9 +150,9 @@ TEST_F(WebRadioTest, PlaysAStationAndShowsWhatItsStreamTells)
 TEST_F(WebRadioTest, AStallShowsBufferingThenPlaysOn)
 {
     LoopbackRadio::Options o;
-    o.burstBytes = 8000;
+    o.burstBytes = 4000;
     o.stallAfterSeconds = 2;
-    o.stallSeconds = 3;
+    o.stallSeconds = 2;
     auto server = station(o);
     NEED_STATION(server);
     start();
