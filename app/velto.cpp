@@ -27,6 +27,26 @@ namespace {
 constexpr int kFmTunerFavourite = 5;
 constexpr int kWebRadioFavourite = 7;
 
+// What the web radio makes of a name given from outside: a web address is
+// one stream; a station's own playlist (streams only) its streams, with
+// playlist set. Anything else, a playlist with files among its entries
+// included, is the player's: no streams.
+QStringList radioStreams(const QString &path, bool &playlist)
+{
+    playlist = false;
+    if (isNetworkAddress(path))
+        return {path};
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
+        return {};
+    const FileBytes bytes = readRegularFile(path, 64 * 1024);
+    if (bytes.fault != FileFault::None)
+        return {};
+    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
+    playlist = !streams.isEmpty();
+    return streams;
+}
+
 } // namespace
 
 Velto::Velto(Platform platform, ProgramFolder folder)
@@ -96,10 +116,8 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
         m_player.windowShown();
         m_mediaDevices.preload();
-        if (m_radioStartIsPlaylist)
-            m_webRadio.playStreams(m_radioStart, QString());
-        else if (!m_radioStart.isEmpty())
-            m_webRadio.playAddress(m_radioStart.first());
+        if (!m_radioStart.isEmpty())
+            playRadio(m_radioStart, m_radioStartIsPlaylist);
         m_radioStart.clear();
         m_radioStartIsPlaylist = false;
     });
@@ -345,29 +363,37 @@ void Velto::enterMode(const SkinPart &part, int favouriteSlot, const QString &sh
 
 void Velto::addOpened(const QString &path)
 {
-    if (isNetworkAddress(path)) {
-        if (m_radioStart.isEmpty()) {
-            m_radioStart = {path};
-            enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
-        }
+    bool playlist = false;
+    const QStringList streams = radioStreams(path, playlist);
+    if (streams.isEmpty()) {
+        m_player.addOpened(path);
         return;
     }
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("pls") || suffix == QLatin1String("m3u")) {
-        // A station's own playlist names streams only; a playlist with a
-        // web address among its files stays the player's.
-        const FileBytes bytes = readRegularFile(path, 64 * 1024);
-        const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
-        if (bytes.fault == FileFault::None && !streams.isEmpty()) {
-            if (m_radioStart.isEmpty()) {
-                m_radioStart = streams;
-                m_radioStartIsPlaylist = true;
-                enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
-            }
-            return;
-        }
+    // The first station named wins; it plays once the window is up.
+    if (m_radioStart.isEmpty()) {
+        m_radioStart = streams;
+        m_radioStartIsPlaylist = playlist;
+        enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
     }
-    m_player.addOpened(path);
+}
+
+bool Velto::openRadio(const QString &path)
+{
+    bool playlist = false;
+    const QStringList streams = radioStreams(path, playlist);
+    if (streams.isEmpty())
+        return false;
+    enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
+    playRadio(streams, playlist);
+    return true;
+}
+
+void Velto::playRadio(const QStringList &streams, bool playlist)
+{
+    if (playlist)
+        m_webRadio.playStreams(streams, QString());
+    else
+        m_webRadio.playAddress(streams.first());
 }
 
 void Velto::playWhenScanned()

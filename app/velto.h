@@ -60,6 +60,11 @@ public:
     // Runs a command and shows the lights it may have changed.
     void DoIt(qint16 cmd);
     void LoadSkin(const QString &file) override;
+    // A web address or a station's playlist handed over while Velto runs
+    // (a later start, the desktop's media controls): switches to the web
+    // radio and plays it at once. False for anything that is not a station,
+    // which then belongs to the player.
+    bool openRadio(const QString &path);
 
     frmNeOrb &window() { return m_window; }
     SkinLoader &skin() { return m_window.skin(); }
@@ -110,6 +115,7 @@ private:
     void switchOff();
     // Shows the skin of a radio mode unless one of its skins is shown already.
     void enterMode(const SkinPart &part, int favouriteSlot, const QString &shippedSkin);
+    void playRadio(const QStringList &streams, bool playlist);
 
     Platform m_platform;
     ProgramFolder m_folder;

@@ -65,6 +65,42 @@ TEST_F(RadioModes, AStationsPlaylistGoesToTheRadioAndAPlaylistWithFilesToThePlay
     EXPECT_TRUE(velto->webRadio().current().location.isEmpty());
 }
 
+TEST_F(RadioModes, WhatIsHandedOverWhileRunningGoesWhereItBelongs)
+{
+    start();
+    showFirstFrame();
+    const QString song = home.write(QStringLiteral("song.mp3"), "x");
+    const QString mixed =
+        home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
+    const QString empty = home.write(QStringLiteral("empty.pls"), "[playlist]\n");
+    const QString pls =
+        home.write(QStringLiteral("listen.pls"), "[playlist]\nFile1=" + nowhere.toUtf8() + "2\n");
+    struct Case
+    {
+        const char *what;
+        QString path;
+        bool radio;
+        QString plays;
+    };
+    // The player's cases first: a station switches the skin for good.
+    const QList<Case> cases = {
+        {"a song", song, false, {}},
+        {"a playlist with files", mixed, false, {}},
+        {"a playlist with nothing in it", empty, false, {}},
+        {"a playlist that is not there", home.file(QStringLiteral("gone.pls")), false, {}},
+        {"an address", nowhere, true, nowhere},
+        {"a station's playlist", pls, true, nowhere + "2"},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(velto->openRadio(c.path), c.radio) << c.what;
+        EXPECT_EQ(velto->settings().Skin,
+                  c.radio ? QStringLiteral("webradio.skin") : QStringLiteral("default.skin"))
+            << c.what;
+        EXPECT_EQ(velto->webRadio().current().location, c.plays) << c.what;
+    }
+    EXPECT_TRUE(velto->playlist().PlPath.isEmpty()) << "nothing was added to the playlist";
+}
+
 TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
 {
     qputenv("VELTO_AUDIO", "null");
