@@ -192,7 +192,7 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
     WaveVolume wave;
     QtHttpFetch http;
     std::array<QString, 10> recent;
-    WebRadio radio({recent}, {skin, dialogs, [] { return factory().create(); }, wave, http,
+    WebRadio radio({recent}, {skin, dialogs, factory(), wave, http,
                               home.filePath(QStringLiteral("webradio.txt"))});
     radio.started();
     radio.entered();

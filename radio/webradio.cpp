@@ -69,6 +69,7 @@ void WebRadio::ending(bool interactive)
 {
     Q_UNUSED(interactive);
     m_resolver.cancel();
+    ++m_openRequest;
     if (m_device) {
         m_device->close();
         m_svc.wave.removeDevice(m_device.get());
@@ -127,6 +128,7 @@ void WebRadio::WRPlay()
 void WebRadio::WRStop()
 {
     m_resolver.cancel();
+    ++m_openRequest;
     if (m_device)
         m_device->close();
     m_candidate = -1;
@@ -198,9 +200,9 @@ void WebRadio::playAddress(const QString &address, const QString &name)
 
 void WebRadio::ensureDevice()
 {
-    if (m_device || !m_svc.makeDevice)
+    if (m_device)
         return;
-    m_device = m_svc.makeDevice();
+    m_device = m_svc.devices.create();
     if (!m_device)
         return;
     m_device->setDeviceType(QStringLiteral("MPEGVideo"));
@@ -213,6 +215,20 @@ void WebRadio::ensureDevice()
 }
 
 void WebRadio::openStream(int candidate)
+{
+    const quint64 request = ++m_openRequest;
+    if (!m_device) {
+        // The engine loads on a worker thread meanwhile; "Contacting..." shows.
+        m_svc.devices.whenLoaded([self = QPointer<WebRadio>(this), candidate, request] {
+            if (self && request == self->m_openRequest)
+                self->openLoadedStream(candidate);
+        });
+        return;
+    }
+    openLoadedStream(candidate);
+}
+
+void WebRadio::openLoadedStream(int candidate)
 {
     ensureDevice();
     if (!m_device || candidate < 0 || candidate >= m_candidates.size())

@@ -4,6 +4,7 @@
 #include "webstation.h"
 
 #include "platform/mediadevice.h"
+#include "platform/mediadevicefactory.h"
 #include "skin/skinpart.h"
 
 #include <QList>
@@ -52,7 +53,8 @@ public:
     {
         SkinSurface &skin;
         Dialogs &dialogs;
-        std::function<std::unique_ptr<MediaDevice>()> makeDevice;
+        // The media engine: the window never waits for it to load.
+        MediaDeviceFactory &devices;
         WaveVolume &wave; // the program's output level, which the stream follows
         HttpFetch &http;
         QString stationsFile;
@@ -123,6 +125,7 @@ private:
 
     void play(const WebStation &station);
     void openStream(int candidate);
+    void openLoadedStream(int candidate);
     void ensureDevice();
     void remember(const QString &location);
     void streamChanged();
@@ -149,6 +152,9 @@ private:
     WebStation m_current;
     QStringList m_candidates;
     int m_candidate = -1;
+    // Counts stream openings asked for; one still waiting for the engine
+    // is dropped when a later one, or Stop, came meanwhile.
+    quint64 m_openRequest = 0;
     PlayState m_state = Stopped;
     PlayState m_shownState = Stopped;
     bool m_buffering = false;

@@ -60,6 +60,8 @@ protected:
 
     static MediaDeviceFactory *factory;
     static QByteArray *tone;
+    // The engine the radio plays on: the suite's, loaded once.
+    MediaDeviceFactory *devices = factory;
 
     QString stationsFile() const { return home.file(QStringLiteral("webradio.txt")); }
     QByteArray stationsBytes() const
@@ -69,10 +71,9 @@ protected:
     }
     void start()
     {
-        radio = std::make_unique<WebRadio>(WebRadio::Options{radioUrl},
-                                           WebRadio::Services{skin, dialogs,
-                                                              [] { return factory->create(); },
-                                                              wave, http, stationsFile()});
+        radio = std::make_unique<WebRadio>(
+            WebRadio::Options{radioUrl},
+            WebRadio::Services{skin, dialogs, *devices, wave, http, stationsFile()});
         radio->started();
         radio->entered();
     }
@@ -173,6 +174,30 @@ TEST_F(WebRadioTest, AStallShowsBufferingThenPlaysOn)
         << skin.statuses.join('|').toStdString();
     EXPECT_LT(lowest, 100) << "the buffer shows how full it is";
     EXPECT_EQ(server->streamConnections(), 1) << "no reconnection was needed";
+}
+
+// The first station of a run waits for the engine to load on a worker thread;
+// a Stop meanwhile is not undone when it arrives.
+TEST_F(WebRadioTest, TheFirstStationWaitsForTheEngineAndAStopMeanwhileHolds)
+{
+    auto server = station();
+    NEED_STATION(server);
+    MediaDeviceFactory cold;
+    devices = &cold;
+    start();
+    radio->playAddress(server->url());
+    EXPECT_FALSE(cold.isLoaded()) << "the window went on while the engine loads";
+    EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Contacting..."));
+    radio->WRStop();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cold.isLoaded(); }, 15000));
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+    EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Stopped"));
+    EXPECT_EQ(server->streamConnections(), 0);
+
+    radio->playAddress(server->url());
+    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }))
+        << skin.statuses.join('|').toStdString();
+    radio.reset();
 }
 
 TEST_F(WebRadioTest, AMissingStreamSaysItCannotConnect)
