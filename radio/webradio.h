@@ -105,7 +105,7 @@ public:
     void playStreams(const QStringList &streams, const QString &name);
 
     PlayState playState() const { return m_state; }
-    bool active() const { return m_device && m_state != Stopped; }
+    bool active() const { return m_state != Stopped; }
     const QList<WebStation> &stations() const { return m_stations; }
     int presetIndex() const { return m_presetIdx; }
     const WebStation &current() const { return m_current; }
