@@ -5,10 +5,10 @@
 const QList<PendingModes::Range> &PendingModes::ranges()
 {
     static const QList<Range> r = {
-        {13, 14, "The audio CD mode"}, {35, 36, "The visual playlist selector"},
-        {37, 38, "The audio CD mode"}, {40, 70, "The calculator"},
-        {76, 80, "The notepad"},       {101, 107, "The web browser"},
-        {110, 120, "The web browser"},
+        {13, 14, "The audio CD mode"},
+        {37, 38, "The audio CD mode"},
+        {40, 70, "The calculator"},
+        {76, 80, "The notepad"},
     };
     return r;
 }

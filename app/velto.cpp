@@ -11,6 +11,9 @@
 #include "platform/tuner.h"
 #include "radio/fmpreset.h"
 #include "radio/streamplaylist.h"
+#include "skin/favouriteskins.h"
+#include "skin/frmskinbrowse.h"
+#include "skin/skinimport.h"
 #include "skin/skinlistarea.h"
 
 #include <QCloseEvent>
@@ -55,7 +58,8 @@ Velto::Velto(Platform platform, ProgramFolder folder)
       m_player(m_playlist,
                {m_settings.MCIDevice, m_settings.PBOverlap, m_settings.UseTagCover,
                 m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
-                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
+                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path,
+                m_settings.VisPLPath},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
       m_fmTuner({m_settings.FMEnable, m_settings.FMDevice, m_settings.CardType, m_settings.CardPort,
@@ -67,6 +71,10 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                  {m_window.skin(), platform.dialogs, m_mediaDevices, m_player.wave(), m_http,
                   m_folder.file(QStringLiteral("webradio.txt"))}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_browser({m_settings.URL}, {m_window.skin(), m_folder.file(QStringLiteral("url-list.txt")),
+                                   [this](QWidget *parent) { return m_webViews.create(parent); },
+                                   [](const QUrl &url) { QDesktopServices::openUrl(url); },
+                                   QStringLiteral("https://duckduckgo.com/?q=%1")}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
       m_pending(platform.dialogs),
@@ -82,11 +90,12 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     // The command table: which part owns which numbers. A clock skin gives
     // command 4 to the stopwatches (the split) rather than to the player.
     add(m_windowCommands, {{1, 3}, {5, 7}, {38, 39}, {151, 152}, {1001, 1021}});
-    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
+    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
     add(m_fmTuner, {{80, 101}});
     add(m_webRadio, {{130, 149}});
+    add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -163,6 +172,10 @@ void Velto::connectParts()
         m_config.flush();
     });
 
+    // Home, Search and the other browser commands from the menu of another
+    // mode switch to the browser first.
+    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
+
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)
             part->clockTick(now);
@@ -237,6 +250,11 @@ void Velto::minimiseWindow()
 
 void Velto::LoadSkin(const QString &file)
 {
+    loadSkin(file);
+}
+
+QString Velto::loadSkin(const QString &file)
+{
     SkinLoader &loader = m_window.skin();
     // Key tables name other skins by bare file names, beside the current skin.
     QString path = file;
@@ -247,7 +265,7 @@ void Velto::LoadSkin(const QString &file)
         if (m_dispatcher.inMode(*part))
             wasIn << part;
     if (!loader.LoadSkin(path))
-        return;
+        return {};
     const QFileInfo loaded(loader.file());
     m_settings.Skin = loaded.fileName();
     m_settings.SkinPath = loaded.absolutePath();
@@ -264,21 +282,71 @@ void Velto::LoadSkin(const QString &file)
             part->left();
     }
     m_lights.refresh();
+    return loader.file();
 }
 
+QString Velto::userSkin(const QString &file)
+{
+    QString path = file;
+    if (m_settings.SkinImport.trimmed() != QLatin1String("0") && SkinImport::isOlderFormat(path) &&
+        m_platform.dialogs.question(
+            QStringLiteral("Import Skin"),
+            QStringLiteral("This skin is in the older skin format.\rImport it as a Velto skin? "
+                           "A converted copy is saved beside it; the original stays as it is."))) {
+        const SkinImport::Result imported = SkinImport::importSkin(path);
+        if (!imported.message.isEmpty())
+            m_platform.dialogs.message(imported.message);
+        if (!imported.file.isEmpty())
+            path = imported.file;
+    }
+    return loadSkin(path);
+}
+
+QString Velto::skinFolder() const
+{
+    return m_settings.SkinPath.isEmpty() ? m_folder.file(QStringLiteral("skins"))
+                                         : m_settings.SkinPath;
+}
+
+// A slot with no skin and no mode of its own opens the browser, where the
+// user can give it one.
 void Velto::SelFSkin(int slot)
 {
-    if (slot >= 0 && slot < int(m_settings.FavSkin.size()) && !m_settings.FavSkin[slot].isEmpty())
-        LoadSkin(m_settings.FavSkin[slot]);
+    const QString file = FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
+                                                  m_folder.file(QStringLiteral("skins")));
+    if (file.isEmpty())
+        ShowSkinBrowser(QStringLiteral("Favorite"));
+    else
+        userSkin(file);
 }
 
 void Velto::SelectSkin()
 {
-    const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
+    if (m_settings.UseSkinBrowser == 1)
+        return ShowSkinBrowser();
     const QStringList chosen = m_platform.dialogs.openFiles(
-        QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
+        QStringLiteral("Select Skin"), skinFolder(), QStringLiteral("Skins (*.skin)|*.skin"));
     if (!chosen.isEmpty())
-        LoadSkin(chosen.first());
+        userSkin(chosen.first());
+}
+
+void Velto::ShowSkinBrowser(const QString &typeFilter)
+{
+    if (!m_skinBrowser) {
+        m_skinBrowser = std::make_unique<frmSkinBrowse>(
+            frmSkinBrowse::Options{m_settings.SkinPath, m_settings.FavSkin,
+                                   m_folder.file(QStringLiteral("skins"))},
+            m_window.skin(), m_platform.dialogs,
+            [this](const QString &file) { return userSkin(file); }, &m_window);
+    }
+    frmSkinBrowse &browser = *m_skinBrowser;
+    browser.setCurrentSkin(m_window.skin().file());
+    if (!typeFilter.isEmpty())
+        browser.setTypeFilter(typeFilter);
+    browser.ReadSkinDir();
+    browser.show();
+    browser.raise();
+    browser.activateWindow();
 }
 
 // Not modal: the player goes on while the dialog is open, and OK takes over
@@ -311,7 +379,7 @@ void Velto::applyPrefs(const frmPrefs &prefs)
     if (isOnTop(m_settings.WinOnTop) != wasOnTop)
         SetOnTop(m_window, isOnTop(m_settings.WinOnTop));
     if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
-        LoadSkin(skin);
+        userSkin(skin);
     m_window.skin().setTimeFmt(m_settings.TimeFmt != 0);
     m_window.skin().setScrollName(m_settings.ScrollName == 1);
     for (SkinPart *part : m_parts)
@@ -330,12 +398,12 @@ void Velto::switchOn(int preset)
     const QStringList &fm = m_fmTuner.presets();
     if (preset >= 1 && m_fmTuner.enabled() && preset < fm.size() &&
         FmPreset::frequency(fm[preset]) > 0) {
-        enterMode(m_fmTuner, kFmTunerFavourite, QStringLiteral("fmtuner.skin"));
+        enterMode(m_fmTuner, kFmTunerFavourite);
         m_fmTuner.FMJumpPreset(preset);
         return;
     }
     if (preset >= 1 && preset <= m_webRadio.stations().size()) {
-        enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
+        enterMode(m_webRadio, kWebRadioFavourite);
         m_player.fade().fadeIn(); // the radio follows the program's output level
         m_webRadio.WRDoPreset(preset - 1);
         return;
@@ -354,13 +422,14 @@ void Velto::switchOff()
         m_window.showMinimized();
 }
 
-void Velto::enterMode(const SkinPart &part, int favouriteSlot, const QString &shippedSkin)
+void Velto::enterMode(const SkinPart &part, int favouriteSlot)
 {
     if (m_dispatcher.inMode(part))
         return;
-    const QString favourite = m_settings.FavSkin[size_t(favouriteSlot)];
-    LoadSkin(favourite.isEmpty() ? m_folder.file(QStringLiteral("skins/") + shippedSkin)
-                                 : favourite);
+    const QString file = FavouriteSkins::skinFile(favouriteSlot, m_settings.FavSkin, skinFolder(),
+                                                  m_folder.file(QStringLiteral("skins")));
+    if (!file.isEmpty())
+        loadSkin(file);
 }
 
 void Velto::addOpened(const QString &path)
@@ -375,7 +444,7 @@ void Velto::addOpened(const QString &path)
     if (m_radioStart.isEmpty()) {
         m_radioStart = streams;
         m_radioStartIsPlaylist = playlist;
-        enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
+        enterMode(m_webRadio, kWebRadioFavourite);
     }
 }
 
@@ -385,7 +454,7 @@ bool Velto::openRadio(const QString &path)
     const QStringList streams = radioStreams(path, playlist);
     if (streams.isEmpty())
         return false;
-    enterMode(m_webRadio, kWebRadioFavourite, QStringLiteral("webradio.skin"));
+    enterMode(m_webRadio, kWebRadioFavourite);
     playRadio(streams, playlist);
     return true;
 }

@@ -96,6 +96,7 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
              qobject_cast<QComboBox *>(w)->setEditText(QStringLiteral("/dev/radio1"));
          },
          "config/fmdevice", "/dev/radio1"},
+        {"URL3", type(" www.example.org "), "config/url3", "www.example.org"},
     };
     FakeDialogs dialogs;
     for (const auto &c : cases) {

@@ -2,11 +2,9 @@
 #include "radio/stationfile.h"
 #include "radio/webstation.h"
 
-#include "fuzz/stationreaders.h"
 #include "support/printers.h"
 #include "support/temphome.h"
 
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
@@ -133,16 +131,4 @@ TEST(StationFile, WritesWholeOrNotAtAll)
     }
     QFile::setPermissions(home.path(),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-}
-
-TEST(StationReaders, RegressionFilesReadWithoutHarm)
-{
-    const QString data = QStringLiteral(VELTO_TESTS_DIR "/radio/data");
-    int files = 0;
-    for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
-        QFile file(it.next());
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_TRUE(checkStationReaders(file.readAll())) << file.fileName().toStdString();
-    }
-    EXPECT_GT(files, 0);
 }
