@@ -7,8 +7,6 @@ const QList<PendingModes::Range> &PendingModes::ranges()
     static const QList<Range> r = {
         {40, 70, "The calculator"},
         {76, 80, "The notepad"},
-        {80, 101, "The FM tuner"},
-        {130, 149, "Web radio"},
     };
     return r;
 }

@@ -6,6 +6,11 @@
 #include "core/settingkeys.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/readfile.h"
+#include "platform/streamtext.h"
+#include "platform/tuner.h"
+#include "radio/fmpreset.h"
+#include "radio/streamplaylist.h"
 #include "skin/favouriteskins.h"
 #include "skin/frmskinbrowse.h"
 #include "skin/skinimport.h"
@@ -19,6 +24,34 @@
 #include <QFileInfo>
 #include <QUrl>
 
+namespace {
+
+// The favourite skin slots of the popup menu that name each radio mode's skin.
+constexpr int kFmTunerFavourite = 5;
+constexpr int kWebRadioFavourite = 7;
+
+// What the web radio makes of a name given from outside: a web address is
+// one stream; a station's own playlist (streams only) its streams, with
+// playlist set. Anything else, a playlist with files among its entries
+// included, is the player's: no streams.
+QStringList radioStreams(const QString &path, bool &playlist)
+{
+    playlist = false;
+    if (isNetworkAddress(path))
+        return {path};
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
+        return {};
+    const FileBytes bytes = readRegularFile(path, 64 * 1024);
+    if (bytes.fault != FileFault::None)
+        return {};
+    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
+    playlist = !streams.isEmpty();
+    return streams;
+}
+
+} // namespace
+
 Velto::Velto(Platform platform, ProgramFolder folder)
     : m_platform(platform), m_folder(std::move(folder)), m_config(platform.store),
       m_window(m_settings, platform.dialogs, platform.clock),
@@ -29,6 +62,14 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_settings.VisPLPath},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
+      m_fmTuner({m_settings.FMEnable, m_settings.FMDevice, m_settings.CardType, m_settings.CardPort,
+                 m_settings.StartPreset, m_settings.StartFreq, m_settings.Freq,
+                 m_settings.FMVolume},
+                {m_window.skin(), platform.dialogs, openRadioDevice,
+                 m_folder.file(QStringLiteral("stations.txt"))}),
+      m_webRadio({m_settings.RadioURL},
+                 {m_window.skin(), platform.dialogs, m_mediaDevices, m_player.wave(),
+                  m_stationFetch, m_folder.file(QStringLiteral("webradio.txt"))}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
       m_cd(m_playlist, m_player.state(),
            {m_settings.UseCDP, m_settings.UseCDDB, m_settings.CDDBcmd, m_settings.EmailID,
@@ -41,10 +82,11 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                                    QStringLiteral("https://duckduckgo.com/?q=%1")}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
-      m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
+      m_pending(platform.dialogs),
+      m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches, m_fmTuner}),
       m_lifecycle(
           {m_config, platform.dialogs, platform.random, platform.clock, platform.screens, m_folder},
-          m_settings, m_playlist, *this, m_player, m_parts),
+          m_settings, m_playlist, *this, *this, m_parts),
       m_popup({[this](qint16 cmd) { DoIt(cmd); }, [this](int slot) { SelFSkin(slot); },
                [this] { SetOnTop(m_window, isOnTop(m_settings.WinOnTop)); }},
               m_settings.WinOnTop),
@@ -57,6 +99,8 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
     add(m_cd, {{13, 14}, {37, 38}});
+    add(m_fmTuner, {{80, 101}});
+    add(m_webRadio, {{130, 149}});
     add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
@@ -86,7 +130,13 @@ void Velto::connectParts()
     // about to play, never for a player that only sits there. A pointer
     // coming onto the window starts it, so the click that follows finds it
     // loaded or nearly so.
-    connect(&w, &frmNeOrb::firstFramePainted, &m_player, &PlayerPart::windowShown);
+    connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
+        m_player.windowShown();
+        if (!m_radioStart.isEmpty())
+            playRadio(m_radioStart, m_radioStartIsPlaylist);
+        m_radioStart.clear();
+        m_radioStartIsPlaylist = false;
+    });
     connect(&w, &frmNeOrb::pointerEntered, this, [this] { m_mediaDevices.preload(); });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
         if (number == VolumeControl::kVolumeSlider) {
@@ -107,7 +157,22 @@ void Velto::connectParts()
                 if (!tip.isEmpty())
                     m_tray.setToolTip(tip);
             });
-    connect(&m_player, &PlayerPart::stateChanged, this, [this] { m_lights.refresh(); });
+    connect(&m_player, &PlayerPart::stateChanged, this, [this] {
+        // One player at a time: the playlist starting ends the radio.
+        if (m_player.state().playing && m_webRadio.active())
+            m_webRadio.WRStop();
+        m_lights.refresh();
+    });
+    connect(&m_webRadio, &WebRadio::playingStarted, this, [this] {
+        if (m_player.state().playing)
+            m_player.DoIt(10);
+    });
+    connect(&m_webRadio, &WebRadio::titlesChanged, this,
+            [this](const QString &title, const QString &tip) {
+                m_window.setWindowTitle(title);
+                m_tray.setToolTip(tip);
+            });
+    connect(&m_fmTuner, &FmTuner::stateChanged, this, [this] { m_lights.refresh(); });
     connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();
@@ -362,21 +427,91 @@ void Velto::applyPrefs(const frmPrefs &prefs)
     m_lights.refresh();
 }
 
-void Velto::switchOn()
+void Velto::switchOn(int preset)
 {
-    // Presets 1-9 pick a radio station once the radio modes exist; until then
-    // every alarm plays the playlist, which is better than a silent one.
     m_window.showNormal();
     m_window.raise();
     m_window.activateWindow();
+    // Preset n: the FM preset numbered n when the tuner is in use and has
+    // one, else the n-th web radio station; 0, or a preset nobody has, plays
+    // the playlist, which is better than a silent alarm.
+    const QStringList &fm = m_fmTuner.presets();
+    if (preset >= 1 && m_fmTuner.enabled() && preset < fm.size() &&
+        FmPreset::frequency(fm[preset]) > 0) {
+        enterMode(m_fmTuner, kFmTunerFavourite);
+        m_fmTuner.FMJumpPreset(preset);
+        return;
+    }
+    if (preset >= 1 && preset <= m_webRadio.stations().size()) {
+        enterMode(m_webRadio, kWebRadioFavourite);
+        m_player.fade().fadeIn(); // the radio follows the program's output level
+        m_webRadio.WRDoPreset(preset - 1);
+        return;
+    }
     m_player.switchOn();
 }
 
 void Velto::switchOff()
 {
     m_player.switchOff();
+    if (m_webRadio.active())
+        m_webRadio.WRStop();
+    if (m_fmTuner.enabled() && !m_fmTuner.muted())
+        m_fmTuner.FMToggleMute();
     if (m_settings.SnoozeHide == 1)
         m_window.showMinimized();
+}
+
+void Velto::enterMode(const SkinPart &part, int favouriteSlot)
+{
+    if (m_dispatcher.inMode(part))
+        return;
+    const QString file = FavouriteSkins::skinFile(favouriteSlot, m_settings.FavSkin, skinFolder(),
+                                                  m_folder.file(QStringLiteral("skins")));
+    if (!file.isEmpty())
+        loadSkin(file);
+}
+
+void Velto::addOpened(const QString &path)
+{
+    bool playlist = false;
+    const QStringList streams = radioStreams(path, playlist);
+    if (streams.isEmpty()) {
+        m_player.addOpened(path);
+        return;
+    }
+    // The first station named wins; it plays once the window is up.
+    if (m_radioStart.isEmpty()) {
+        m_radioStart = streams;
+        m_radioStartIsPlaylist = playlist;
+        enterMode(m_webRadio, kWebRadioFavourite);
+    }
+}
+
+bool Velto::openRadio(const QString &path)
+{
+    bool playlist = false;
+    const QStringList streams = radioStreams(path, playlist);
+    if (streams.isEmpty())
+        return false;
+    enterMode(m_webRadio, kWebRadioFavourite);
+    playRadio(streams, playlist);
+    return true;
+}
+
+void Velto::playRadio(const QStringList &streams, bool playlist)
+{
+    if (playlist)
+        m_webRadio.playStreams(streams, QString());
+    else
+        m_webRadio.playAddress(streams.first());
+}
+
+void Velto::playWhenScanned()
+{
+    // What the command line gave the radio plays; the playlist waits.
+    if (m_radioStart.isEmpty())
+        m_player.playWhenScanned();
 }
 
 bool Velto::eventFilter(QObject *watched, QEvent *event)

@@ -13,11 +13,15 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/webviewfactory.h"
 #include "player/playerpart.h"
+#include "player/startfiles.h"
+#include "radio/fmtuner.h"
 #include "radio/webbrowser.h"
+#include "radio/webradio.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
 
@@ -40,7 +44,7 @@ class frmSkinBrowse;
 //
 // To add a mode: build its part here, route its numbers and start it with
 // the others (see docs/architecture.md).
-class Velto : public QObject, private StartWindow
+class Velto : public QObject, private StartWindow, private StartFiles
 {
     Q_OBJECT
 public:
@@ -64,6 +68,11 @@ public:
     // Runs a command and shows the lights it may have changed.
     void DoIt(qint16 cmd);
     void LoadSkin(const QString &file) override;
+    // A web address or a station's playlist handed over while Velto runs
+    // (a later start, the desktop's media controls): switches to the web
+    // radio and plays it at once. False for anything that is not a station,
+    // which then belongs to the player.
+    bool openRadio(const QString &path);
 
     frmNeOrb &window() { return m_window; }
     SkinLoader &skin() { return m_window.skin(); }
@@ -71,6 +80,8 @@ public:
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
     Stopwatches &stopwatches() { return m_stopwatches; }
+    FmTuner &fmTuner() { return m_fmTuner; }
+    WebRadio &webRadio() { return m_webRadio; }
     WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
@@ -94,6 +105,15 @@ private:
     void moveWindow(QPoint pos) override { m_window.move(pos); }
     void minimiseWindow() override;
 
+    // StartFiles: web addresses and station playlists go to the web radio,
+    // everything else to the player.
+    void addOpened(const QString &path) override;
+    void playWhenScanned() override;
+    void setStartCover(const QString &file) override { m_player.setStartCover(file); }
+    QString currentCover() const override { return m_player.currentCover(); }
+    quint32 outputLevel() const override { return m_player.outputLevel(); }
+    void restoreOutputLevel(quint32 word) override { m_player.restoreOutputLevel(word); }
+
     // Registers a part: its command ranges, low <= cmd < high, and its place
     // in start-up, shut-down and the clock's beat.
     void add(SkinPart &part, std::initializer_list<std::pair<int, int>> commands);
@@ -110,9 +130,12 @@ private:
     QString userSkin(const QString &file);
     void ShowPrefs();
     void applyPrefs(const frmPrefs &prefs);
-    void switchOn();
+    void switchOn(int preset);
     void switchOff();
     void shutDown(bool interactive);
+    // Shows the skin of a radio mode unless one of its skins is shown already.
+    void enterMode(const SkinPart &part, int favouriteSlot);
+    void playRadio(const QStringList &streams, bool playlist);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -123,11 +146,18 @@ private:
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
     LinuxCdDrive m_cdDrive;
-    QtHttpClient m_http;
+    QtHttpClient m_http; // CDDB
     // Loads the web engine module when the browser mode is first entered.
     WebViewFactory m_webViews;
 
     PlayerPart m_player;
+    QtHttpFetch m_stationFetch;
+    FmTuner m_fmTuner;
+    WebRadio m_webRadio;
+    // What the command line handed to the web radio: it plays once the
+    // window is on screen.
+    QStringList m_radioStart;
+    bool m_radioStartIsPlaylist = false;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     CdPart m_cd;

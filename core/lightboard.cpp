@@ -3,6 +3,7 @@
 #include "core/menumodel.h"
 #include "core/settings.h"
 #include "player/playerpart.h"
+#include "radio/fmtuner.h"
 #include "skin/lights.h"
 #include "skin/skinsurface.h"
 #include "tools/stopwatches.h"
@@ -32,5 +33,7 @@ void LightBoard::refresh()
     s.onTop = isOnTop(settings.WinOnTop);
     s.twentyFourHour = settings.TimeFmt != 0;
     s.stopwatchRunning = m_sources.stopwatches.anyRunning();
+    s.fmStereo = m_sources.fmTuner.stereo();
+    s.fmSignal = m_sources.fmTuner.signal();
     m_skin.ShowLights(ShowLights(s));
 }

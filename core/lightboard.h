@@ -1,5 +1,6 @@
 #pragma once
 
+class FmTuner;
 class PlayerPart;
 class SkinSurface;
 class Stopwatches;
@@ -16,6 +17,7 @@ public:
         const Settings &settings;
         const PlayerPart &player;
         const Stopwatches &stopwatches;
+        const FmTuner &fmTuner;
     };
 
     LightBoard(SkinSurface &skin, Sources sources) : m_skin(skin), m_sources(sources) {}

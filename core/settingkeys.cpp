@@ -73,6 +73,8 @@ constexpr SettingKey kKeys[] = {
     {"FMEnable", T::I, &S::FMEnable, "0", R::Accessor, W::Yes},
     {"CardType", T::I, &S::CardType, "0", R::Accessor, W::Yes},
     {"CardPort", T::I, &S::CardPort, "0", R::Accessor, W::Yes},
+    // Linux finds its tuner by device, not by card type and port.
+    {"FMDevice", T::S, &S::FMDevice, "/dev/radio0", R::Accessor, W::Yes},
     {"FMTuneMd", T::I, &S::FMTuneMd, "0", R::Accessor, W::Yes},
     {"StartPreset", T::I, &S::StartPreset, "0", R::Accessor, W::Yes},
     {"StartFreq", T::S, &S::StartFreq, "87.0", R::Direct, W::Yes},

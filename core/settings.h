@@ -63,6 +63,7 @@ struct Settings
     qint16 FMEnable{};
     qint16 CardType{};
     qint16 CardPort{};
+    QString FMDevice; // the Video4Linux radio device (Linux only)
     qint16 FMTuneMd{};
     qint16 StartPreset{};
     QString StartFreq;

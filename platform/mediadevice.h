@@ -99,9 +99,31 @@ public:
     // The pictures' display size; empty while the open file has none.
     virtual QSize videoSize() const { return {}; }
 
+    // What a network stream tells while it plays; a file tells nothing.
+    struct StreamInfo
+    {
+        QString title;   // what is on air: the ICY title, or the stream's title tag
+        QString name;    // the station's own name: the ICY name, or the artist tag
+        int bitRate = 0; // bits per second, 0 while unknown
+        // Waiting for data: before the first sound, and whenever the stream
+        // runs dry until enough has come in again.
+        bool buffering = false;
+        int bufferPercent = 0; // 0 to 100, while buffering
+        bool operator==(const StreamInfo &) const = default;
+    };
+    virtual StreamInfo streamInfo() const { return {}; }
+    // `changed` runs whenever streamInfo() would read differently.
+    struct StreamEvents
+    {
+        std::function<void()> changed;
+    };
+    void setStreamEvents(StreamEvents events) { m_streamEvents = std::move(events); }
+
     // An unknown type is accepted here and refused by open() with 263.
     void setDeviceType(const QString &type) { m_deviceType = type; }
     QString deviceType() const { return m_deviceType; }
+    // A local path, or a network address ("http://...") of a stream, which
+    // opens with length 0 and plays until it ends or is stopped.
     void setFileName(const QString &path) { m_fileName = path; }
     QString fileName() const { return m_fileName; }
 
@@ -141,6 +163,7 @@ public:
 protected:
     Events m_events;
     VideoEvents m_videoEvents;
+    StreamEvents m_streamEvents;
     QString m_deviceType;
     QString m_fileName;
     qint64 m_from = -1; // -1: play from where the device is

@@ -101,6 +101,8 @@ public:
     PlaylistControl &playlist() { return m_playlistControl; }
     TrackInfo &trackInfo() { return m_trackInfo; }
     VolumeControl &volume() { return m_volume; }
+    // Velto's output level, which other players follow too.
+    WaveVolume &wave() { return m_wave; }
     VolumeFade &fade() { return m_fade; }
     VideoOutput &video() { return m_video; }
     frmQFind *quickFind() const { return m_qfind.get(); }

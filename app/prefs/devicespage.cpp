@@ -1,12 +1,14 @@
 #include "devicespage.h"
 
 #include "core/settingkeys.h"
+#include "platform/tuner.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -18,9 +20,27 @@ DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage
     auto *fm = new QGroupBox(QStringLiteral("FM tuner"));
     auto *fform = new QFormLayout(fm);
     QCheckBox *fmOn =
-        check(&Settings::FMEnable, QStringLiteral("Use an FM &tuner card"),
-              QStringLiteral("Velto drives a radio card for the FM Tuner mode"), Truth::One);
+        check(&Settings::FMEnable, QStringLiteral("Use an FM &tuner"),
+              QStringLiteral("Velto tunes a radio device in the FM Tuner mode and asks at exit "
+                             "whether to mute it"),
+              Truth::One);
     fform->addRow(fmOn);
+    // The radio devices there are, and whatever the settings name, present or not.
+    auto *device = new QComboBox;
+    device->setObjectName(settingKey(&Settings::FMDevice));
+    device->setEditable(true);
+    QStringList devices = radioDevices();
+    if (!devices.contains(m_initial.FMDevice))
+        devices.prepend(m_initial.FMDevice);
+    device->addItems(devices);
+    device->setCurrentText(m_initial.FMDevice);
+    device->setToolTip(QStringLiteral("The Video4Linux radio device to tune, such as /dev/radio0"));
+    bind([device] { return QVariant(device->currentText().trimmed()); },
+         [](Settings &s, const QVariant &v) { s.FMDevice = v.toString(); });
+    fform->addRow(buddyLabel(QStringLiteral("Radio de&vice:"), device), device);
+    auto *linuxNote = new QLabel(QStringLiteral(
+        "Card type and I/O port are for the old ISA cards; a Linux radio device needs neither."));
+    linuxNote->setWordWrap(true);
     const QStringList cards = {QStringLiteral("Aztech/PB/CompExpress"),
                                QStringLiteral("Aims Labs RadioTrack"),
                                QStringLiteral("Aims Labs RadioTrack II")};
@@ -30,7 +50,7 @@ DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage
     const int card = m_initial.CardType >= 0 && m_initial.CardType < 3 ? m_initial.CardType : 0;
     QComboBox *cardType =
         choice(&Settings::CardType, cards, card,
-               QStringLiteral("The kind of card; Video4Linux cards are found without it"));
+               QStringLiteral("The kind of ISA card; kept, but a Linux radio device needs none"));
     fform->addRow(QStringLiteral("Card t&ype:"), cardType);
     QComboBox *cardPort = choice(&Settings::CardPort, ports[card], m_initial.CardPort == 1 ? 1 : 0,
                                  QStringLiteral("The card's I/O port"));
@@ -43,6 +63,7 @@ DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage
         cardPort->setCurrentIndex(port);
     });
     fform->addRow(QStringLiteral("&I/O port:"), cardPort);
+    fform->addRow(linuxNote);
     QSpinBox *preset = number(&Settings::StartPreset, 0, 999,
                               QStringLiteral("The preset tuned when Velto starts"));
     fform->addRow(QStringLiteral("Start p&reset:"), preset);
@@ -57,9 +78,10 @@ DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage
     bind([freq] { return QVariant(QString::number(freq->value(), 'f', 1)); },
          [](Settings &s, const QVariant &v) { s.StartFreq = v.toString(); });
     fform->addRow(QStringLiteral("Start fre&quency:"), freq);
-    auto enableFm = [fmOn, cardType, cardPort, preset, freq] {
-        for (QWidget *w : {static_cast<QWidget *>(cardType), static_cast<QWidget *>(cardPort),
-                           static_cast<QWidget *>(preset), static_cast<QWidget *>(freq)})
+    auto enableFm = [fmOn, device, cardType, cardPort, preset, freq] {
+        for (QWidget *w : {static_cast<QWidget *>(device), static_cast<QWidget *>(cardType),
+                           static_cast<QWidget *>(cardPort), static_cast<QWidget *>(preset),
+                           static_cast<QWidget *>(freq)})
             w->setEnabled(fmOn->isChecked());
     };
     connect(fmOn, &QCheckBox::toggled, this, enableFm);

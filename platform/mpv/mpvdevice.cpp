@@ -5,6 +5,7 @@
 #include "mpvvideoview.h"
 #include "platform/fliheader.h"
 #include "platform/readfile.h"
+#include "platform/streamtext.h"
 #include "postonce.h"
 
 #include <QFile>
@@ -27,7 +28,8 @@ enum ReplyKind : uint64_t {
     OtherReply = 3,
     DurationReply = 4,
     VideoReply = 5,
-    PositionReply = 6
+    PositionReply = 6,
+    StreamObserver = 7
 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
@@ -206,17 +208,24 @@ void MpvDevice::open()
         failLater(CannotOpen, QStringLiteral("no file name"));
         return;
     }
-    // An absolute path never reads as a protocol prefix ("av://", "edl://").
-    const QString absolute = cdTrack ? QString() : QFileInfo(m_fileName).absoluteFilePath();
-    QByteArray path = cdTrack ? m_fileName.toUtf8() : absolute.toUtf8();
-    if (!cdTrack && MidiStream::hasMidiName(absolute) && MidiStream::isMidiFile(absolute)) {
-        if (MidiStream::soundBank().isEmpty()) {
-            failLater(DeviceNotInstalled, MidiStream::missingBankText());
-            return;
+    m_isStream = isNetworkAddress(m_fileName);
+    QByteArray path;
+    if (m_isStream || cdTrack) {
+        path = m_fileName.toUtf8();
+        m_headerLength = 0;
+    } else {
+        // An absolute path never reads as a protocol prefix ("av://", "edl://").
+        const QString absolute = QFileInfo(m_fileName).absoluteFilePath();
+        path = absolute.toUtf8();
+        if (MidiStream::hasMidiName(absolute) && MidiStream::isMidiFile(absolute)) {
+            if (MidiStream::soundBank().isEmpty()) {
+                failLater(DeviceNotInstalled, MidiStream::missingBankText());
+                return;
+            }
+            path = MidiStream::url(absolute);
         }
-        path = MidiStream::url(absolute);
+        m_headerLength = fliLength(absolute);
     }
-    m_headerLength = fliLength(absolute);
     // Balance changes made by command while the last file played live only in
     // its filter; the new file's filter is built from the property, or left
     // out at the centre.
@@ -229,6 +238,7 @@ void MpvDevice::open()
     m_durationKnown = false;
     m_videoSize = QSize();
     m_pictures = Pictures::None;
+    observeStream(m_isStream);
     setPaused(true);
     const char *command[] = {"loadfile", path.constData(), "replace", nullptr};
     mpv_command_async(m_mpv, replyId(LoadReply, generation), command);
@@ -249,6 +259,7 @@ void MpvDevice::close()
     m_pendingSeek = -1;
     m_length = 0;
     holdPosition(0);
+    observeStream(false);
     const char *command[] = {"stop", nullptr};
     mpv_command_async(m_mpv, replyId(OtherReply, m_generation), command);
 }
@@ -316,7 +327,7 @@ void MpvDevice::seek(qint64 ms)
 
 void MpvDevice::seekNow(qint64 ms)
 {
-    ms = qBound<qint64>(0, ms, m_length);
+    ms = m_length > 0 ? qBound<qint64>(0, ms, m_length) : qMax<qint64>(0, ms);
     holdPosition(ms);
     // Times asked for before the seek would move the position back; they
     // are dropped until playback restarts.
@@ -461,6 +472,10 @@ void MpvDevice::handleEvent(const mpv_event &event)
         m_loadedEntry = m_startedEntry;
         askDuration();
         finishLoading();
+        if (m_isStream && m_entry >= 0 && m_loadedEntry == m_entry) {
+            m_streamProps.loaded = true;
+            updateStream();
+        }
         return;
     case MPV_EVENT_PLAYBACK_RESTART:
         m_seeking = false;
@@ -478,7 +493,10 @@ void MpvDevice::handleEvent(const mpv_event &event)
         askVideoSize();
         return;
     case MPV_EVENT_PROPERTY_CHANGE:
-        propertyChanged(*static_cast<mpv_event_property *>(event.data));
+        if (kind == StreamObserver)
+            streamPropertyChanged(*static_cast<mpv_event_property *>(event.data));
+        else
+            propertyChanged(*static_cast<mpv_event_property *>(event.data));
         return;
     default:
         return;
@@ -496,6 +514,7 @@ void MpvDevice::endOfEntry()
         hideVideo();
         m_state = State::Closed;
         m_entry = -1;
+        observeStream(false);
         if (m_events.ended)
             m_events.ended();
     }
@@ -518,7 +537,11 @@ void MpvDevice::propertyChanged(const mpv_event_property &property)
     if (std::strcmp(property.name, "eof-reached") == 0) {
         if (*static_cast<int *>(property.data) && m_mode == Mode::Playing) {
             m_mode = Mode::Stopped;
-            holdPosition(m_length);
+            holdPosition(m_isStream ? position() : m_length);
+            if (m_isStream) {
+                m_streamProps.ended = true;
+                updateStream();
+            }
             hideVideo();
             if (m_events.ended)
                 m_events.ended();
@@ -545,7 +568,8 @@ qint64 MpvDevice::position() const
     // Readers that ask seldom still see the time run; a player that stalled
     // since its last answer is believed for at most a second.
     const qint64 runOn = qMin<qint64>(m_sampledAt.elapsed(), 1000);
-    return qMin(m_position + runOn, m_length);
+    // A stream has no length: its time runs on without end.
+    return m_isStream ? m_position + runOn : qMin(m_position + runOn, m_length);
 }
 
 void MpvDevice::holdPosition(qint64 ms)
@@ -560,7 +584,7 @@ void MpvDevice::takePosition(double seconds)
     // still settles a few milliseconds further.
     if (m_state != State::Open || m_seeking || m_mode != Mode::Playing)
         return;
-    const qint64 ms = qMin(toMs(seconds), m_length);
+    const qint64 ms = m_isStream ? toMs(seconds) : qMin(toMs(seconds), m_length);
     // Only a clock seen moving runs on: not before the sound starts.
     if (ms > m_position)
         m_sampledAt.start();
@@ -607,6 +631,7 @@ void MpvDevice::fail(int error, const QString &text)
     m_entry = -1;
     m_error = error;
     m_errorText = text;
+    observeStream(false);
     ++m_generation;
     if (m_events.failed)
         m_events.failed(error, text);
@@ -643,6 +668,98 @@ void MpvDevice::hideVideo()
         return;
     if (m_videoEvents.stopped)
         m_videoEvents.stopped();
+}
+
+// Only streams are watched: a local file's bit rate would wake the UI thread
+// every second for nothing.
+void MpvDevice::observeStream(bool on)
+{
+    if (!m_mpv)
+        return;
+    const uint64_t id = replyId(StreamObserver, 0);
+    mpv_unobserve_property(m_mpv, id);
+    m_streamProps = {};
+    if (on) {
+        mpv_observe_property(m_mpv, id, "metadata", MPV_FORMAT_NODE);
+        mpv_observe_property(m_mpv, id, "audio-bitrate", MPV_FORMAT_DOUBLE);
+        mpv_observe_property(m_mpv, id, "paused-for-cache", MPV_FORMAT_FLAG);
+        mpv_observe_property(m_mpv, id, "core-idle", MPV_FORMAT_FLAG);
+        mpv_observe_property(m_mpv, id, "cache-buffering-state", MPV_FORMAT_INT64);
+    }
+    // Told by whoever opened or closed the device, not by a callback from
+    // inside that call.
+    m_stream = {};
+}
+
+void MpvDevice::streamPropertyChanged(const mpv_event_property &property)
+{
+    if (!m_isStream || m_state == State::Closed)
+        return;
+    auto &p = m_streamProps;
+    const bool known = property.format != MPV_FORMAT_NONE && property.data;
+    const char *name = property.name;
+    if (std::strcmp(name, "paused-for-cache") == 0) {
+        p.pausedForCache = known && *static_cast<int *>(property.data);
+    } else if (std::strcmp(name, "core-idle") == 0) {
+        p.coreIdle = !known || *static_cast<int *>(property.data);
+    } else if (std::strcmp(name, "cache-buffering-state") == 0) {
+        p.cacheState =
+            known ? int(std::clamp<int64_t>(*static_cast<int64_t *>(property.data), 0, 100)) : 0;
+    } else if (std::strcmp(name, "audio-bitrate") == 0) {
+        const double bits = known ? *static_cast<double *>(property.data) : 0;
+        p.bitRate = std::isfinite(bits) && bits > 0 && bits < 1e9 ? int(bits) : 0;
+    } else if (std::strcmp(name, "metadata") == 0) {
+        p.title.clear();
+        p.name.clear();
+        const auto *map = known && property.format == MPV_FORMAT_NODE
+                              ? static_cast<mpv_node *>(property.data)
+                              : nullptr;
+        if (map && map->format == MPV_FORMAT_NODE_MAP && map->u.list) {
+            QString title, name, tagTitle, tagArtist;
+            const mpv_node_list &list = *map->u.list;
+            for (int i = 0; i < list.num; ++i) {
+                if (list.values[i].format != MPV_FORMAT_STRING || !list.keys[i])
+                    continue;
+                // mpv hands the server's bytes on as they came.
+                const QString value = streamText(list.values[i].u.string);
+                const QByteArray key = QByteArray(list.keys[i]).toLower();
+                if (key == "icy-title")
+                    title = value;
+                else if (key == "icy-name")
+                    name = value;
+                else if (key == "title")
+                    tagTitle = value;
+                else if (key == "artist")
+                    tagArtist = value;
+            }
+            p.title = title.isEmpty() ? tagTitle : title;
+            p.name = name.isEmpty() ? tagArtist : name;
+        }
+    } else {
+        return;
+    }
+    updateStream();
+}
+
+void MpvDevice::updateStream()
+{
+    StreamInfo info;
+    if (m_isStream && m_state != State::Closed) {
+        const auto &p = m_streamProps;
+        info.title = p.title;
+        info.name = p.name;
+        info.bitRate = p.bitRate;
+        // Idle while it should play: the first sound has not come, or the
+        // cache ran dry. Not once the stream has ended.
+        const bool wantsSound = m_state == State::Loading ? m_wantPlay : m_mode == Mode::Playing;
+        info.buffering = p.loaded && wantsSound && !p.ended && (p.pausedForCache || p.coreIdle);
+        info.bufferPercent = info.buffering ? p.cacheState : 0;
+    }
+    if (info == m_stream)
+        return;
+    m_stream = info;
+    if (m_streamEvents.changed)
+        m_streamEvents.changed();
 }
 
 extern "C" Q_DECL_EXPORT MediaDevice *velto_create_media_device(const char *const *options)

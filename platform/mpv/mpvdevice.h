@@ -43,6 +43,7 @@ public:
     qint64 length() const override { return m_state == State::Open ? m_length : 0; }
     qint64 position() const override;
     Mode mode() const override;
+    StreamInfo streamInfo() const override { return m_stream; }
 
 private:
     enum class State { Closed, Loading, Open };
@@ -61,6 +62,9 @@ private:
     void askVideoSize();
     void showVideo();
     void hideVideo();
+    void observeStream(bool on);
+    void streamPropertyChanged(const mpv_event_property &property);
+    void updateStream();
 
     mpv_handle *m_mpv = nullptr;
     State m_state = State::Closed;
@@ -97,4 +101,18 @@ private:
     QSize m_videoSize;                       // of the file being opened or open
     // Once over, the pictures of a file stay over.
     enum class Pictures { None, Shown, Over } m_pictures = Pictures::None;
+
+    // A network stream: what its properties said last, and what it tells.
+    bool m_isStream = false;
+    struct
+    {
+        bool loaded = false; // mpv read the stream's start
+        bool pausedForCache = false;
+        bool coreIdle = true;
+        bool ended = false;
+        int cacheState = 0;
+        QString title, name;
+        int bitRate = 0;
+    } m_streamProps;
+    StreamInfo m_stream;
 };

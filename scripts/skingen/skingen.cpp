@@ -1310,8 +1310,11 @@ public:
         m_records << QStringLiteral("C%1,%2,%3").arg(n).arg(rectText(r)).arg(quoted(tip));
     }
 
+    // The hint is drawn faintly in the field; one on the right stays clear of
+    // the text a mode puts in the field.
     void entry(int n, const QRect &r, const QColor &fore, int size, const QString &font,
-               const QString &tip, const QString &hint = {})
+               const QString &tip, const QString &hint = {},
+               Qt::Alignment hintAlign = Qt::AlignLeft)
     {
         m_records << QStringLiteral("T%1,%2,%3,%4,%5,%6")
                          .arg(n)
@@ -1321,7 +1324,7 @@ public:
                          .arg(quoted(font), quoted(tip));
         well(QRectF(r).adjusted(-2, -2, 2, 2), 4, kListBack);
         if (!hint.isEmpty())
-            caption(p(), QRectF(r).adjusted(6, 0, -6, 0), hint, Qt::AlignLeft, 7,
+            caption(p(), QRectF(r).adjusted(6, 0, -6, 0), hint, hintAlign, 7,
                     mix(kListBack, kCaption, 0.55), 1);
         m_show.push_back([r, fore](QPainter &q, const QImage &) {
             q.save();
@@ -2252,10 +2255,10 @@ std::unique_ptr<Skin> fmSkin()
     place(s, {86, Icon::None, "FREQ", "Show the f&requency", "Show the frequency"},
           QRect(330, 188, 55, 26), 7);
     place(s, {87, Icon::Mute, "", "Mu&te", "Mute"}, QRect(389, 188, 55, 26));
-    place(s, {90, Icon::None, "ENTER", "&Enter a frequency", "Enter a frequency", Face::Operator},
+    place(s, {90, Icon::None, "STORE", "Stor&e the preset", "Store the preset", Face::Operator},
           QRect(330, 222, 114, 26), 7);
     s.entry(1, QRect(18, 258, 424, 18), kText, 8, kLabelFont, QStringLiteral("Station name"),
-            QStringLiteral("STATION NAME"));
+            QStringLiteral("STATION NAME"), Qt::AlignRight);
     return skin;
 }
 
@@ -2298,7 +2301,7 @@ std::unique_ptr<Skin> webRadioSkin()
            {QStringLiteral("Coastline Classics"), QStringLiteral("Velvet Lounge Radio"),
             QStringLiteral("Night Owl Jazz"), QStringLiteral("Northern Lights FM")});
     s.entry(1, QRect(18, 234, 300, 18), kText, 8, kLabelFont, QStringLiteral("Station address"),
-            QStringLiteral("STATION ADDRESS"));
+            QStringLiteral("STATION ADDRESS"), Qt::AlignRight);
 
     const Key side[] = {{145, Icon::Up, "UP", "Move &up", "Move up the list"},
                         {144, Icon::Down, "DOWN", "Move &down", "Move down the list"},

@@ -91,6 +91,11 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
         {"UseCDP", flip(), "config/usecdp", "0"},
         {"StartFreq", [](QWidget *w) { qobject_cast<QDoubleSpinBox *>(w)->setValue(101.5); },
          "config/startfreq", "101.5"},
+        {"FMDevice",
+         [](QWidget *w) {
+             qobject_cast<QComboBox *>(w)->setEditText(QStringLiteral("/dev/radio1"));
+         },
+         "config/fmdevice", "/dev/radio1"},
         {"URL3", type(" www.example.org "), "config/url3", "www.example.org"},
     };
     FakeDialogs dialogs;

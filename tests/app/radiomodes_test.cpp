@@ -1,0 +1,180 @@
+#include "app/velto.h"
+
+#include "support/loopbackradio.h"
+#include "support/shippedwindow.h"
+#include "support/testmedia.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Where the web radio and the FM tuner meet the rest of the program: the
+// command line, the schedule and the player. No address here leaves the
+// machine; port 9 on 127.0.0.1 refuses every connection.
+class RadioModes : public ::testing::Test, protected ShippedWindow
+{
+protected:
+    const QString nowhere = QStringLiteral("http://127.0.0.1:9/stream");
+
+    void startWith(const QStringList &names)
+    {
+        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
+        ProgramFolder folder(ProgramFolder::defaultPath());
+        folder.prepare(ProgramFolder::shippedDataPath());
+        velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
+                                        folder);
+        window = &velto->window();
+        velto->Load(names, home.path());
+    }
+    QString dataFile(const QString &name) const
+    {
+        return home.file(QStringLiteral("data/velto/") + name);
+    }
+};
+
+} // namespace
+
+TEST_F(RadioModes, AWebAddressOnTheCommandLinePlaysInTheWebRadio)
+{
+    startWith({nowhere});
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
+    EXPECT_TRUE(velto->playlist().PlPath.isEmpty()) << "the address is not a playlist entry";
+    showFirstFrame();
+    EXPECT_EQ(velto->webRadio().current().location, nowhere);
+    EXPECT_EQ(velto->webRadio().current().name, QStringLiteral("Station"));
+}
+
+TEST_F(RadioModes, AStationsPlaylistGoesToTheRadioAndAPlaylistWithFilesToThePlayer)
+{
+    const QString pls =
+        home.write(QStringLiteral("listen.pls"),
+                   "[playlist]\nFile1=" + nowhere.toUtf8() + "\nFile2=" + nowhere.toUtf8() + "2\n");
+    startWith({pls});
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
+    showFirstFrame();
+    EXPECT_EQ(velto->webRadio().current().location, nowhere);
+
+    velto.reset();
+    const QString song = home.write(QStringLiteral("song.mp3"), "x");
+    const QString mixed =
+        home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
+    startWith({mixed});
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
+    EXPECT_EQ(velto->playlist().PlPath.size(), 2) << "its web address stays an entry";
+    EXPECT_TRUE(velto->webRadio().current().location.isEmpty());
+}
+
+TEST_F(RadioModes, WhatIsHandedOverWhileRunningGoesWhereItBelongs)
+{
+    start();
+    showFirstFrame();
+    const QString song = home.write(QStringLiteral("song.mp3"), "x");
+    const QString mixed =
+        home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
+    const QString empty = home.write(QStringLiteral("empty.pls"), "[playlist]\n");
+    const QString pls =
+        home.write(QStringLiteral("listen.pls"), "[playlist]\nFile1=" + nowhere.toUtf8() + "2\n");
+    struct Case
+    {
+        const char *what;
+        QString path;
+        bool radio;
+        QString plays;
+    };
+    // The player's cases first: a station switches the skin for good.
+    const QList<Case> cases = {
+        {"a song", song, false, {}},
+        {"a playlist with files", mixed, false, {}},
+        {"a playlist with nothing in it", empty, false, {}},
+        {"a playlist that is not there", home.file(QStringLiteral("gone.pls")), false, {}},
+        {"an address", nowhere, true, nowhere},
+        {"a station's playlist", pls, true, nowhere + "2"},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(velto->openRadio(c.path), c.radio) << c.what;
+        EXPECT_EQ(velto->settings().Skin,
+                  c.radio ? QStringLiteral("webradio.skin") : QStringLiteral("default.skin"))
+            << c.what;
+        EXPECT_EQ(velto->webRadio().current().location, c.plays) << c.what;
+    }
+    EXPECT_TRUE(velto->playlist().PlPath.isEmpty()) << "nothing was added to the playlist";
+}
+
+TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
+{
+    qputenv("VELTO_AUDIO", "null");
+    LoopbackRadio::Options o;
+    o.mp3 = LoopbackRadio::toneMp3();
+    if (o.mp3.isEmpty())
+        GTEST_SKIP() << "no ffmpeg to make the stream";
+    LoopbackRadio station(o);
+    ASSERT_TRUE(station.listening());
+    store.values["config/auto"] = "1";
+    home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:30 08:00 02\n");
+    home.write(QStringLiteral("data/velto/webradio.txt"),
+               ("First @ " + nowhere + "\nSecond @ " + station.url() + "\n").toUtf8());
+    start();
+    showFirstFrame();
+    ASSERT_TRUE(tickAt(QTime(7, 30)));
+    // The fade reads the clock as well: wait for what the tick does, not for the tick.
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return velto->webRadio().playState() == WebRadio::Playing; }, 15000));
+    EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
+    EXPECT_EQ(velto->webRadio().current().name, QStringLiteral("Second"));
+    // The tick acts when the seconds turn to "00": a second before, first.
+    ASSERT_TRUE(tickAt(QTime(7, 59, 59)));
+    clock.time = QDateTime(clock.time.date(), QTime(8, 0));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return velto->webRadio().status() == QLatin1String("Stopped"); }, 5000))
+        << "switching off stops it";
+    qunsetenv("VELTO_AUDIO");
+
+    // With the FM tuner in use, preset 2 is the FM preset numbered 2.
+    velto.reset();
+    dialogs.messages.clear();
+    store.values["config/fmenable"] = "1";
+    home.write(QStringLiteral("data/velto/stations.txt"), "101.5 A\n102.0 B\n103.0 C\n");
+    start();
+    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
+    clock.time = QDateTime(clock.time.date(), QTime(7, 30));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return velto->settings().Skin == QLatin1String("fmtuner.skin"); }, 5000))
+        << velto->settings().Skin.toStdString();
+    EXPECT_EQ(velto->fmTuner().currentPreset(), 2);
+    EXPECT_EQ(velto->fmTuner().frequency(), 1030);
+    EXPECT_EQ(dialogs.messages.size(), 1) << "no radio device here, which the mode says once";
+}
+
+TEST_F(RadioModes, ThePlayerAndTheRadioNeverPlayAtOnce)
+{
+    qputenv("VELTO_AUDIO", "null");
+    start();
+    TestMedia media;
+    const QString tone = media.sineWav(QStringLiteral("tone.wav"), 20000);
+    velto->player().addOpened(tone);
+    showFirstFrame();
+    velto->webRadio().playAddress(nowhere);
+    ASSERT_TRUE(velto->webRadio().active());
+    velto->DoIt(12);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return velto->player().state().playing; }, 10000));
+    EXPECT_FALSE(velto->webRadio().active()) << "the playlist took over";
+
+    velto->webRadio().playAddress(nowhere);
+    EXPECT_FALSE(velto->player().state().playing) << "and the radio takes over from it";
+    qunsetenv("VELTO_AUDIO");
+}
+
+TEST_F(RadioModes, QuittingAsksToMuteTheTunerOnlyWhenOneIsInUse)
+{
+    start();
+    velto->Unload(true);
+    EXPECT_TRUE(dialogs.questions.isEmpty());
+
+    velto.reset();
+    store.values["config/fmenable"] = "1";
+    dialogs.questions.clear();
+    start();
+    velto->Unload(true);
+    EXPECT_TRUE(dialogs.questions.isEmpty()) << "no radio device, nothing to mute";
+}

@@ -1,0 +1,57 @@
+#include "platform/httpfetch.h"
+
+#include "support/loopbackradio.h"
+#include "support/printers.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+std::optional<HttpFetch::Reply> fetch(HttpFetch &http, const QString &url, qint64 maxBytes = 4096)
+{
+    std::optional<HttpFetch::Reply> reply;
+    http.get(QUrl(url), maxBytes, 10000, [&](const HttpFetch::Reply &r) { reply = r; });
+    if (!QTest::qWaitFor([&] { return reply.has_value(); }, 20000))
+        return std::nullopt;
+    return reply;
+}
+
+} // namespace
+
+TEST(HttpFetch, GetsDocumentsAndRefusesWhatIsNotOne)
+{
+    LoopbackRadio::Options options;
+    options.mp3 = QByteArray(4000, '\xff'); // any bytes: only their size matters here
+    LoopbackRadio server(options);
+    ASSERT_TRUE(server.listening());
+    server.addDocument("/list.pls", 200, "audio/x-scpls", "[playlist]\nFile1=http://x/\n");
+    QtHttpFetch http;
+
+    const auto ok = fetch(http, server.url(QStringLiteral("/list.pls")));
+    ASSERT_TRUE(ok);
+    EXPECT_EQ(ok->status, 200);
+    EXPECT_EQ(ok->error, QString());
+    EXPECT_EQ(ok->body, QByteArray("[playlist]\nFile1=http://x/\n"));
+
+    const auto missing = fetch(http, server.url(QStringLiteral("/none")));
+    ASSERT_TRUE(missing);
+    EXPECT_EQ(missing->status, 404);
+    EXPECT_EQ(missing->error, QStringLiteral("HTTP error 404 Not Found"));
+    EXPECT_FALSE(missing->tooBig);
+    EXPECT_TRUE(missing->body.isEmpty());
+
+    const auto endless = fetch(http, server.url(), 8192);
+    ASSERT_TRUE(endless) << "an endless stream ends at the size limit";
+    EXPECT_EQ(endless->error, QStringLiteral("the answer is larger than 8192 bytes"));
+    EXPECT_TRUE(endless->tooBig);
+
+    int calls = 0;
+    http.get(QUrl(server.url(QStringLiteral("/list.pls"))), 4096, 10000,
+             [&](const HttpFetch::Reply &) { ++calls; });
+    http.cancel();
+    ASSERT_TRUE(fetch(http, server.url(QStringLiteral("/list.pls"))));
+    EXPECT_EQ(calls, 0) << "a cancelled fetch never answers";
+}

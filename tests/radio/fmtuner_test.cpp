@@ -1,0 +1,371 @@
+#include "radio/fmtuner.h"
+#include "radio/stationfile.h"
+
+#include "skin/skinlistarea.h"
+#include "skin/skintextfield.h"
+
+#include "support/fakes.h"
+#include "support/faketuner.h"
+#include "support/printers.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+class FmTunerTest : public ::testing::Test
+{
+protected:
+    TempHome home;
+    RecordingSurface skin;
+    FakeDialogs dialogs;
+    FakeBand band;
+    qint16 enable = 1, cardType = 2, cardPort = 1, startPreset = 0, volume = 0;
+    QString device = QStringLiteral("/dev/radio0"), startFreq = QStringLiteral("87.0");
+    qint32 freq = 870;
+    std::unique_ptr<FmTuner> fm;
+
+    QString stationsFile() const { return home.file(QStringLiteral("stations.txt")); }
+    void writeStations(const QByteArray &bytes)
+    {
+        home.write(QStringLiteral("stations.txt"), bytes);
+    }
+    QByteArray stationsBytes() const
+    {
+        QFile f(stationsFile());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    void start(bool inMode = true)
+    {
+        fm = std::make_unique<FmTuner>(
+            FmTuner::Options{enable, device, cardType, cardPort, startPreset, startFreq, freq,
+                             volume},
+            FmTuner::Services{skin, dialogs, band.factory(), stationsFile()});
+        fm->started();
+        if (inMode)
+            fm->entered();
+    }
+    QString label(int n) const { return skin.labels.value(n); }
+    QString status() const { return label(FmTuner::kStatusLabel); }
+    SkinListArea *list() { return skin.list(FmTuner::kPresetList); }
+    SkinTextField *field() { return skin.textField(FmTuner::kNameField); }
+    void scanToTheEnd(int limit = 400)
+    {
+        for (int i = 0; i < limit && fm->scanDir() != 0; ++i)
+            fm->ScanTick();
+    }
+};
+
+} // namespace
+
+TEST_F(FmTunerTest, FrequencyIsClampedBeforeItIsTuned)
+{
+    band.volume = 20000;
+    start();
+    const struct
+    {
+        qint32 set, tuned;
+        const char *label;
+    } cases[] = {
+        {869, 870, "87.0 FM"},    {870, 870, "87.0 FM"},    {1015, 1015, "101.5 FM"},
+        {1080, 1080, "108.0 FM"}, {1081, 1080, "108.0 FM"}, {-5, 870, "87.0 FM"},
+    };
+    for (const auto &c : cases) {
+        freq = c.set;
+        fm->FMSetFreq();
+        EXPECT_EQ(freq, c.tuned) << c.set;
+        EXPECT_EQ(band.tuned.last(), c.tuned * 100000) << c.set;
+        EXPECT_TRUE(band.on);
+        EXPECT_EQ(label(FmTuner::kFrequencyLabel), QString::fromLatin1(c.label));
+        EXPECT_DOUBLE_EQ(skin.groups.value(FmTuner::kFrequencyGroup).toDouble(), c.tuned / 10.0);
+    }
+    EXPECT_EQ(band.opened, QStringList({QStringLiteral("/dev/radio0")}));
+    EXPECT_EQ(band.cardType, 2) << "kept and handed on, though Linux needs neither";
+    EXPECT_EQ(band.port, 1);
+    EXPECT_EQ(volume, 20000) << "the card's volume, for FMVolume";
+}
+
+TEST_F(FmTunerTest, CommandsTuneScanStepAndMute)
+{
+    start();
+    freq = 1000;
+    fm->FMSetFreq();
+    const struct
+    {
+        qint16 cmd;
+        qint32 freq;
+        int scan;
+    } cases[] = {
+        {83, 1010, 0}, {82, 1000, 0},  {88, 1001, 0}, {89, 1000, 0},
+        {81, 1000, 1}, {80, 1000, -1}, {86, 1000, 0},
+    };
+    for (const auto &c : cases) {
+        fm->DoIt(c.cmd);
+        EXPECT_EQ(freq, c.freq) << c.cmd;
+        EXPECT_EQ(fm->scanDir(), c.scan) << c.cmd;
+    }
+    fm->DoIt(87);
+    EXPECT_TRUE(fm->muted());
+    EXPECT_FALSE(band.on);
+    EXPECT_EQ(status(), QStringLiteral("Mute"));
+    fm->DoIt(87);
+    EXPECT_TRUE(band.on);
+    EXPECT_EQ(status(), QString());
+}
+
+TEST_F(FmTunerTest, ScanStopsAtTheBandEdgesWithoutWrapping)
+{
+    start();
+    const struct
+    {
+        qint32 from;
+        int dir;
+        qint32 end;
+    } cases[] = {{1078, +1, 1080}, {1080, +1, 1080}, {872, -1, 870}, {870, -1, 870}};
+    for (const auto &c : cases) {
+        freq = c.from;
+        fm->FMSetFreq();
+        band.tuned.clear();
+        fm->FMSetScan(c.dir);
+        EXPECT_EQ(status(), QStringLiteral("Scanning..."));
+        scanToTheEnd();
+        EXPECT_EQ(fm->scanDir(), 0) << c.from;
+        EXPECT_EQ(freq, c.end) << c.from;
+        for (qint32 hz : band.tuned)
+            EXPECT_TRUE(hz >= 87000000 && hz <= 108000000) << hz;
+        EXPECT_EQ(status(), QString()) << "the scan's word goes with it";
+    }
+}
+
+TEST_F(FmTunerTest, ScanStopsAtAStationAndShowsItsPresetAndStereo)
+{
+    writeStations("099.0 Nine\n101.5 Nova\n");
+    band.stations = {{1015, true}, {1020, false}};
+    start();
+    QSignalSpy lights(fm.get(), &FmTuner::stateChanged);
+    freq = 1010;
+    fm->FMSetFreq();
+    fm->FMSetScan(+1);
+    scanToTheEnd();
+    EXPECT_EQ(freq, 1015);
+    EXPECT_EQ(band.station(), 1015);
+    EXPECT_TRUE(fm->signal());
+    EXPECT_TRUE(fm->stereo());
+    EXPECT_GE(lights.count(), 1);
+    EXPECT_EQ(fm->currentPreset(), 1) << "FMFindStation";
+    EXPECT_EQ(list()->currentRow(), 1);
+    EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Nova"));
+
+    fm->FMSetScan(+1);
+    scanToTheEnd();
+    EXPECT_EQ(freq, 1020);
+    EXPECT_FALSE(fm->stereo()) << "a mono station";
+    EXPECT_EQ(label(FmTuner::kStationLabel), QString()) << "no preset for 102.0";
+}
+
+TEST_F(FmTunerTest, PresetLinesTuneTheirFrequencyAndShowTheirName)
+{
+    writeStations("101.5 Radio Nova\n\n088.0 FM\n");
+    start();
+    EXPECT_EQ(fm->presets().size(), 3);
+    EXPECT_EQ(list()->count(), 3);
+    fm->FMJumpPreset(0);
+    EXPECT_EQ(freq, 1015);
+    EXPECT_EQ(band.tuned.last(), 101500000);
+    EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Radio Nova"));
+    EXPECT_EQ(skin.groups.value(FmTuner::kPresetGroup).toInt(), 0);
+
+    const struct
+    {
+        qint16 cmd;
+        int preset;
+        qint32 freq;
+    } steps[] = {
+        {85, 1, 1015},                 // an empty slot: chosen, not tuned
+        {85, 2, 880},  {85, 0, 1015},  // past the end comes the start
+        {84, 2, 880},  {93, 2, 880},   // preset key 2
+        {91, 0, 1015}, {100, 9, 1015}, // key 9: a slot past the list, where a store goes
+    };
+    for (const auto &s : steps) {
+        fm->DoIt(s.cmd);
+        EXPECT_EQ(fm->currentPreset(), s.preset) << s.cmd;
+        EXPECT_EQ(freq, s.freq) << s.cmd;
+        EXPECT_EQ(skin.groups.value(FmTuner::kPresetGroup).toInt(), s.preset) << s.cmd;
+    }
+}
+
+TEST_F(FmTunerTest, StoreFillsEmptySlotsAndRenameReplacesTheName)
+{
+    start();
+    fm->DoIt(94); // preset key 3 on an empty list
+    freq = 880;
+    fm->FMSetFreq();
+    fm->DoIt(90);
+    EXPECT_EQ(fm->presets(),
+              QStringList({QString(), QString(), QString(), QStringLiteral("088.0 FM")}));
+    EXPECT_EQ(stationsBytes(), QByteArray("\n\n\n088.0 FM\n"));
+    EXPECT_EQ(status(), QStringLiteral("Edit station  name")) << "two blanks, as it always was";
+    EXPECT_TRUE(fm->renaming());
+    EXPECT_EQ(field()->text(), QStringLiteral("FM"));
+
+    field()->setText(QStringLiteral("Jazz & Blues"));
+    QTest::keyClick(field(), Qt::Key_Return);
+    EXPECT_FALSE(fm->renaming());
+    EXPECT_EQ(status(), QString());
+    EXPECT_EQ(fm->presets().value(3), QStringLiteral("088.0 Jazz & Blues"));
+    EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Jazz & Blues"));
+    EXPECT_EQ(stationsBytes(), QByteArray("\n\n\n088.0 Jazz & Blues\n"));
+
+    // F2 in the list renames the preset selected there.
+    writeStations("101.5 A\n102.0 B\n");
+    fm->LoadPresets();
+    list()->setCurrentRow(1);
+    QTest::keyClick(list(), Qt::Key_F2);
+    EXPECT_EQ(status(), QStringLiteral("Edit station  name"));
+    fm->FMRenameDone(QStringLiteral("Bee\nline"));
+    EXPECT_EQ(stationsBytes(), QByteArray("101.5 A\n102.0 Bee line\n")) << "one preset, one line";
+}
+
+TEST_F(FmTunerTest, DeleteInTheListRemovesThePreset)
+{
+    writeStations("101.5 A\n102.0 B\n103.0 C\n");
+    start();
+    list()->setCurrentRow(1);
+    QTest::keyClick(list(), Qt::Key_Delete);
+    EXPECT_EQ(fm->presets(), QStringList({QStringLiteral("101.5 A"), QStringLiteral("103.0 C")}));
+    EXPECT_EQ(stationsBytes(), QByteArray("101.5 A\n103.0 C\n"));
+    list()->clearSelection();
+    list()->setCurrentRow(-1);
+    QTest::keyClick(list(), Qt::Key_Delete);
+    EXPECT_EQ(fm->presets().size(), 2) << "nothing selected, nothing deleted";
+}
+
+TEST_F(FmTunerTest, WithoutADeviceTheModeSaysSoOnceAndThePresetsStillWork)
+{
+    band.fault = QStringLiteral("There is no radio device /dev/radio0.");
+    writeStations("101.5 Nova\n");
+    start();
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_TRUE(dialogs.messages[0].startsWith(QStringLiteral("There is no radio device")));
+    EXPECT_EQ(status(), QStringLiteral("No radio device"));
+    fm->left();
+    fm->entered();
+    EXPECT_EQ(dialogs.messages.size(), 1) << "once a run";
+
+    fm->FMJumpPreset(0);
+    EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Nova"));
+    EXPECT_EQ(label(FmTuner::kFrequencyLabel), QStringLiteral("101.5 FM"));
+    EXPECT_TRUE(band.tuned.isEmpty());
+    fm->DoIt(95); // preset key 4
+    fm->DoIt(90);
+    EXPECT_EQ(fm->presets().value(4), QStringLiteral("101.5 FM"));
+}
+
+TEST_F(FmTunerTest, SwitchedOffTheTunerTunesNothingAndSaysWhy)
+{
+    enable = 0;
+    start();
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_TRUE(dialogs.messages[0].contains(QStringLiteral("switched off")));
+    EXPECT_EQ(status(), QStringLiteral("Tuner off"));
+    EXPECT_TRUE(band.opened.isEmpty());
+    const QString shown = label(FmTuner::kFrequencyLabel);
+    fm->DoIt(83);
+    fm->DoIt(81);
+    EXPECT_EQ(fm->scanDir(), 0);
+    EXPECT_EQ(label(FmTuner::kFrequencyLabel), shown) << "FMSetFreq does nothing";
+
+    enable = 1;
+    fm->settingsChanged();
+    EXPECT_EQ(band.opened.size(), 1) << "ticking the box opens the device";
+}
+
+TEST_F(FmTunerTest, ShutDownAsksToMuteOnlyWhenItMayAsk)
+{
+    const struct
+    {
+        qint16 enable;
+        bool interactive, answer;
+        int questions, offs;
+    } cases[] = {
+        {1, true, true, 1, 1},
+        {1, true, false, 1, 0},
+        {1, false, true, 0, 0},
+        {0, true, true, 0, 0},
+    };
+    for (const auto &c : cases) {
+        enable = c.enable;
+        band.offs = 0;
+        dialogs.questions.clear();
+        dialogs.answer = c.answer;
+        start(false);
+        fm->ending(c.interactive);
+        EXPECT_EQ(dialogs.questions.size(), c.questions);
+        if (c.questions) {
+            EXPECT_EQ(dialogs.questions[0], QStringLiteral("Mute FM Tuner Audio?"));
+        }
+        EXPECT_EQ(band.offs, c.offs);
+    }
+}
+
+TEST_F(FmTunerTest, StartTunesTheStartPresetElseTheStartFrequency)
+{
+    writeStations("101.5 Nova\n\n099.9 Late\n");
+    const struct
+    {
+        qint16 preset;
+        const char *startFreq;
+        qint32 tuned;
+    } cases[] = {
+        {2, "90.0", 999},   // the preset wins
+        {1, "90.0", 900},   // an empty slot: the frequency
+        {7, "104.2", 1042}, // no such preset
+        {1, "junk", 870},   // no number: the bottom of the band
+    };
+    for (const auto &c : cases) {
+        startPreset = c.preset;
+        startFreq = QString::fromLatin1(c.startFreq);
+        start();
+        EXPECT_EQ(freq, c.tuned) << c.preset;
+        EXPECT_EQ(band.tuned.last(), c.tuned * 100000) << c.preset;
+    }
+}
+
+TEST_F(FmTunerTest, OddStationFilesLoadWholeAndSaveWhatTheyHeld)
+{
+    QByteArray lines;
+    for (int i = 0; i < 10000; ++i)
+        lines += QByteArray::number(87.5 + (i % 200) / 10.0, 'f', 1) + " Station " +
+                 QByteArray::number(i) + "\n";
+    const QByteArray longLine = "101.5 " + QByteArray(100 * 1024, 'n') + "\n";
+    writeStations(lines + longLine + "102.0 Caf\xE9 \xFF\n");
+    start();
+    ASSERT_EQ(fm->presets().size(), 10002);
+    EXPECT_EQ(list()->count(), 10002);
+    EXPECT_EQ(fm->presets()[10000].size(), 6 + 100 * 1024);
+    fm->FMJumpPreset(10000);
+    EXPECT_EQ(freq, 1015);
+    fm->FMRenameDone(QStringLiteral("Short"));
+    const QByteArray saved = stationsBytes();
+    EXPECT_TRUE(saved.startsWith(lines)) << "the other presets are written back as they were";
+    EXPECT_TRUE(saved.endsWith("101.5 Short\n102.0 Caf\xC3\xA9 \xC3\xBF\n"));
+}
+
+TEST_F(FmTunerTest, AStationFileItCannotReadIsNeverWrittenOver)
+{
+    const QByteArray big(kMaxStationFileBytes + 1, 'x');
+    writeStations(big);
+    start();
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_TRUE(dialogs.messages[0].startsWith(QStringLiteral("stations.txt is too big")));
+    fm->DoIt(90);
+    EXPECT_EQ(fm->presets().size(), 1) << "the list works in memory";
+    EXPECT_EQ(stationsBytes(), big) << "the file stays as it was";
+}

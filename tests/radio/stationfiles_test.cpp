@@ -1,0 +1,134 @@
+#include "radio/fmpreset.h"
+#include "radio/stationfile.h"
+#include "radio/webstation.h"
+
+#include "support/printers.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+TEST(FmPreset, ReadsFrequencyAndNameFromTheLine)
+{
+    const struct
+    {
+        const char *line;
+        qint32 frequency;
+        const char *name;
+    } cases[] = {
+        {"101.5 Radio Nova", 1015, "Radio Nova"},
+        {"088.0 FM", 880, "FM"},
+        {"87.6  two blanks", 876, " two blanks"}, // the name starts after the first blank
+        {"98.15 Half step", 982, "Half step"},
+        {"104", 1040, ""},
+        {"Station without a number", 0, "without a number"},
+        {"", 0, ""},
+        {"1e30 huge", 1000000000, "huge"},
+        {"-95.0 below", -950, "below"},
+    };
+    for (const auto &c : cases) {
+        const QString line = QString::fromUtf8(c.line);
+        EXPECT_EQ(FmPreset::frequency(line), c.frequency) << c.line;
+        EXPECT_EQ(FmPreset::name(line), QString::fromUtf8(c.name)) << c.line;
+    }
+}
+
+TEST(FmPreset, StoredAndRenamedLines)
+{
+    EXPECT_EQ(FmPreset::stored(880), QStringLiteral("088.0 FM"));
+    EXPECT_EQ(FmPreset::stored(1015), QStringLiteral("101.5 FM"));
+    EXPECT_EQ(FmPreset::renamed(QStringLiteral("101.5 FM"), QStringLiteral("Radio Nova")),
+              QStringLiteral("101.5 Radio Nova"));
+    EXPECT_EQ(FmPreset::renamed(QStringLiteral("99.9"), QStringLiteral("Jazz")),
+              QStringLiteral("99.9 Jazz"));
+    EXPECT_EQ(FmPreset::mhz(875), QStringLiteral("87.5"));
+    EXPECT_EQ(FmPreset::mhz(1080), QStringLiteral("108.0"));
+}
+
+TEST(WebStation, SplitsAtTheFirstAtSign)
+{
+    const struct
+    {
+        const char *line;
+        const char *name;
+        const char *location;
+    } cases[] = {
+        {"Jazz Radio @ http://jazz.example/stream", "Jazz Radio", "http://jazz.example/stream"},
+        {"Jazz Radio @http://jazz.example/stream", "Jazz Radio", "http://jazz.example/stream"},
+        {"  Spaced  @   http://a/b  ", "Spaced", "http://a/b"},
+        {"name@home @ http://x", "name", "home @ http://x"},
+        {"@ http://anonymous", "Unnamed Station", "http://anonymous"},
+        {"No at sign at all", "Unnamed Station", ""},
+        {"", "Unnamed Station", ""},
+        {"Only a name @", "Only a name", ""},
+    };
+    for (const auto &c : cases) {
+        const WebStation s = readStationLine(QString::fromUtf8(c.line));
+        EXPECT_EQ(s.name, QString::fromUtf8(c.name)) << c.line;
+        EXPECT_EQ(s.location, QString::fromUtf8(c.location)) << c.line;
+    }
+    const WebStation s{QStringLiteral("Loop"), QStringLiteral("http://127.0.0.1/x")};
+    EXPECT_EQ(stationLine(s), QStringLiteral("Loop @http://127.0.0.1/x"));
+    EXPECT_EQ(readStationLine(stationLine(s)), s) << "what is written reads back";
+}
+
+TEST(StationFile, LinesComeFromAnyLineEndAndEitherEncoding)
+{
+    const struct
+    {
+        QByteArray bytes;
+        QStringList lines;
+    } cases[] = {
+        {"a\nb\n", {"a", "b"}},
+        {"a\r\nb", {"a", "b"}},
+        {"a\rb\r", {"a", "b"}},
+        {"\n\n101.5 X\n", {"", "", "101.5 X"}}, // empty presets keep their places
+        {"\xEF\xBB\xBF"
+         "088.0 Caf\xC3\xA9\n",
+         {QStringLiteral("088.0 Caf\u00e9")}},
+        {"088.0 Caf\xE9\n", {QStringLiteral("088.0 Caf\u00e9")}}, // Windows-1252
+        {"", {}},
+        {"\n", {""}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(stationFileLines(c.bytes), c.lines) << c.bytes.toStdString();
+    EXPECT_EQ(stationFileBytes({QStringLiteral("088.0 Caf\u00e9"), QString()}),
+              QByteArray("088.0 Caf\xC3\xA9\n\n"));
+}
+
+TEST(StationFile, MissingFileIsAnEmptyListAndAnUnreadableOneIsLeftAlone)
+{
+    TempHome home;
+    const StationFile missing = readStationFile(home.file(QStringLiteral("none.txt")));
+    EXPECT_TRUE(missing.lines.isEmpty());
+    EXPECT_TRUE(missing.problem.isEmpty());
+
+    const StationFile folder = readStationFile(home.path());
+    EXPECT_FALSE(folder.problem.isEmpty());
+
+    const QString big =
+        home.write(QStringLiteral("big.txt"), QByteArray(kMaxStationFileBytes + 1, 'x'));
+    const StationFile tooBig = readStationFile(big);
+    EXPECT_TRUE(tooBig.lines.isEmpty());
+    EXPECT_EQ(tooBig.problem, QStringLiteral("big.txt is too big; Velto leaves it as it is."));
+}
+
+TEST(StationFile, WritesWholeOrNotAtAll)
+{
+    TempHome home;
+    const QString path = home.write(QStringLiteral("stations.txt"), "101.5 Old\n");
+    ASSERT_TRUE(writeStationFile(path, {QStringLiteral("088.0 FM"), QStringLiteral("92.4 B")}));
+    EXPECT_EQ(readStationFile(path).lines,
+              QStringList({QStringLiteral("088.0 FM"), QStringLiteral("92.4 B")}));
+
+    // A folder that takes no new files: the old list stays as it was.
+    QFile::setPermissions(home.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    const bool writable = QFileInfo(home.path()).isWritable(); // root writes anyway
+    if (!writable) {
+        EXPECT_FALSE(writeStationFile(path, {QStringLiteral("lost")}));
+        EXPECT_EQ(readStationFile(path).lines.size(), 2);
+    }
+    QFile::setPermissions(home.path(),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}

@@ -1,0 +1,383 @@
+#include "radio/webradio.h"
+
+#include "platform/httpfetch.h"
+#include "platform/mediadevicefactory.h"
+#include "platform/wavevolume.h"
+#include "skin/skinlistarea.h"
+#include "skin/skintextfield.h"
+
+#include "support/fakes.h"
+#include "support/loopbackradio.h"
+#include "support/printers.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+// Keeps every status word in the order it was shown.
+class StatusLog : public RecordingSurface
+{
+public:
+    QStringList statuses;
+    void setLabel(int number, const QString &text) override
+    {
+        if (number == WebRadio::kStatusLabel && (statuses.isEmpty() || statuses.last() != text))
+            statuses << text;
+        RecordingSurface::setLabel(number, text);
+    }
+};
+
+class WebRadioTest : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        qputenv("VELTO_AUDIO", "null");
+        factory = new MediaDeviceFactory;
+        tone = new QByteArray(LoopbackRadio::toneMp3());
+    }
+    static void TearDownTestSuite()
+    {
+        delete factory;
+        delete tone;
+    }
+
+    TempHome home;
+    StatusLog skin;
+    FakeDialogs dialogs;
+    WaveVolume wave;
+    QtHttpFetch http;
+    std::array<QString, 10> radioUrl;
+    std::unique_ptr<WebRadio> radio;
+
+    static MediaDeviceFactory *factory;
+    static QByteArray *tone;
+    // The engine the radio plays on: the suite's, loaded once.
+    MediaDeviceFactory *devices = factory;
+
+    QString stationsFile() const { return home.file(QStringLiteral("webradio.txt")); }
+    QByteArray stationsBytes() const
+    {
+        QFile f(stationsFile());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void start()
+    {
+        radio = std::make_unique<WebRadio>(
+            WebRadio::Options{radioUrl},
+            WebRadio::Services{skin, dialogs, *devices, wave, http, stationsFile()});
+        radio->started();
+        radio->entered();
+    }
+    // The engine, a tone and a station on 127.0.0.1: what a test that plays needs.
+    std::unique_ptr<LoopbackRadio> station(LoopbackRadio::Options options = {})
+    {
+        if (!factory->hasEngine() || tone->isEmpty())
+            return nullptr;
+        options.mp3 = *tone;
+        auto server = std::make_unique<LoopbackRadio>(options);
+        return server->listening() ? std::move(server) : nullptr;
+    }
+    QString label(int n) const { return skin.labels.value(n); }
+    bool waitFor(const std::function<bool()> &done, int ms = 15000)
+    {
+        // The beat the clock gives the mode in the program.
+        QTimer beat;
+        QObject::connect(&beat, &QTimer::timeout, [this] { radio->WRUpdate(); });
+        beat.start(250);
+        return QTest::qWaitFor(done, ms);
+    }
+    SkinListArea *list() { return skin.list(WebRadio::kStationList); }
+    SkinTextField *field() { return skin.textField(WebRadio::kAddressField); }
+};
+
+MediaDeviceFactory *WebRadioTest::factory = nullptr;
+QByteArray *WebRadioTest::tone = nullptr;
+
+#define NEED_STATION(server)                                                                       \
+    if (!(server))                                                                                 \
+    GTEST_SKIP() << "needs the media engine, ffmpeg and a loopback port"
+
+} // namespace
+
+TEST_F(WebRadioTest, PlaysAStationAndShowsWhatItsStreamTells)
+{
+    LoopbackRadio::Options o;
+    o.titles = {"Song One", "Song Two"};
+    o.titleSeconds = 3;
+    auto server = station(o);
+    NEED_STATION(server);
+    start();
+    QSignalSpy started(radio.get(), &WebRadio::playingStarted);
+    QSignalSpy titles(radio.get(), &WebRadio::titlesChanged);
+    skin.statuses.clear();
+    radio->playAddress(server->url());
+    EXPECT_EQ(skin.statuses.value(0), QStringLiteral("Contacting..."));
+    EXPECT_EQ(started.count(), 1);
+    EXPECT_EQ(label(WebRadio::kStationLabel), QStringLiteral("Station"));
+
+    ASSERT_TRUE(waitFor([&] { return label(WebRadio::kOnAirLabel) == QLatin1String("Song One"); }))
+        << label(WebRadio::kOnAirLabel).toStdString();
+    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+    EXPECT_EQ(label(WebRadio::kBandwidthLabel), QStringLiteral("128 kbit/s"));
+    EXPECT_TRUE(skin.statuses.contains(QStringLiteral("Playing...")))
+        << skin.statuses.join('|').toStdString();
+    EXPECT_EQ(radio->streamInfo().name, QStringLiteral("Loopback FM"));
+    EXPECT_EQ(label(WebRadio::kStationLabel), QStringLiteral("Loopback FM"))
+        << "a quick station goes by the name its stream gives";
+    EXPECT_EQ(field()->text(), server->url());
+
+    EXPECT_TRUE(waitFor([&] { return label(WebRadio::kOnAirLabel) == QLatin1String("Song Two"); }))
+        << "the title changes on the skin";
+    EXPECT_EQ(titles.last().value(0).toString(), QStringLiteral("Song Two"));
+    EXPECT_TRUE(waitFor([&] { return skin.groups.value(WebRadio::kTimeGroup).toInt() >= 2; }))
+        << "the listening time runs";
+    EXPECT_EQ(skin.groups.value(WebRadio::kBufferGroup).toInt(), 100);
+    EXPECT_EQ(radioUrl[0], server->url()) << "the last address played";
+
+    radio->WRStop();
+    EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Stopped"));
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+}
+
+TEST_F(WebRadioTest, AStallShowsBufferingThenPlaysOn)
+{
+    LoopbackRadio::Options o;
+    o.burstBytes = 4000;
+    o.stallAfterSeconds = 2;
+    o.stallSeconds = 2;
+    auto server = station(o);
+    NEED_STATION(server);
+    start();
+    radio->playAddress(server->url());
+    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+    const qsizetype playing = skin.statuses.lastIndexOf(QStringLiteral("Playing..."));
+    ASSERT_GE(playing, 0) << skin.statuses.join('|').toStdString();
+    int lowest = 100;
+    ASSERT_TRUE(waitFor([&] {
+        if (radio->playState() == WebRadio::Waiting)
+            lowest = std::min(lowest, skin.groups.value(WebRadio::kBufferGroup).toInt());
+        return skin.statuses.mid(playing).contains(QStringLiteral("Buffering..."));
+    })) << skin.statuses.join('|').toStdString();
+    EXPECT_TRUE(waitFor([&] {
+        return skin.statuses.last() == QLatin1String("Playing...") &&
+               radio->playState() == WebRadio::Playing;
+    })) << "the stream comes back: "
+        << skin.statuses.join('|').toStdString();
+    EXPECT_LT(lowest, 100) << "the buffer shows how full it is";
+    EXPECT_EQ(server->streamConnections(), 1) << "no reconnection was needed";
+}
+
+// The first station of a run waits for the engine to load on a worker thread;
+// a Stop meanwhile is not undone when it arrives.
+TEST_F(WebRadioTest, TheFirstStationWaitsForTheEngineAndAStopMeanwhileHolds)
+{
+    auto server = station();
+    NEED_STATION(server);
+    MediaDeviceFactory cold;
+    devices = &cold;
+    start();
+    radio->playAddress(server->url());
+    EXPECT_FALSE(cold.isLoaded()) << "the window went on while the engine loads";
+    EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Contacting..."));
+    radio->WRStop();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cold.isLoaded(); }, 15000));
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+    EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Stopped"));
+    EXPECT_TRUE(label(WebRadio::kStationLabel).isEmpty()) << "the stopped stream was not opened";
+
+    radio->playAddress(server->url());
+    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }))
+        << skin.statuses.join('|').toStdString();
+    EXPECT_EQ(server->streamConnections(), 1);
+    radio.reset();
+}
+
+TEST_F(WebRadioTest, AMissingStreamSaysItCannotConnect)
+{
+    auto server = station();
+    NEED_STATION(server);
+    start();
+    radio->playAddress(server->url(QStringLiteral("/missing.mp3")));
+    ASSERT_TRUE(waitFor([&] {
+        return label(WebRadio::kStatusLabel) == QLatin1String("Cannot connect");
+    })) << skin.statuses.join('|').toStdString();
+    EXPECT_TRUE(waitFor([&] {
+        return label(WebRadio::kOnAirLabel) == QLatin1String("HTTP error 404 Not Found");
+    })) << "the server's answer, not just the engine's failure: "
+        << label(WebRadio::kOnAirLabel).toStdString();
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+}
+
+TEST_F(WebRadioTest, AClosedConnectionIsToldAndPlayReconnects)
+{
+    LoopbackRadio::Options o;
+    o.closeAfterBytes = 3 * 16000;
+    o.burstBytes = 4000;
+    auto server = station(o);
+    NEED_STATION(server);
+    start();
+    radio->playAddress(server->url());
+    ASSERT_TRUE(waitFor([&] {
+        return label(WebRadio::kStatusLabel) == QLatin1String("Connection lost");
+    })) << skin.statuses.join('|').toStdString();
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+    radio->DoIt(147);
+    EXPECT_TRUE(waitFor([&] { return server->streamConnections() == 2; }));
+    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+}
+
+TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStream)
+{
+    auto server = station();
+    NEED_STATION(server);
+    server->addDocument("/listen.pls", 200, "audio/x-scpls",
+                        "[playlist]\nNumberOfEntries=2\nFile1=" +
+                            server->url(QStringLiteral("/gone.mp3")).toUtf8() +
+                            "\nFile2=" + server->url().toUtf8() + "\n");
+    server->addDocument("/self.m3u", 200, "audio/x-mpegurl",
+                        server->url(QStringLiteral("/self.m3u")).toUtf8() + "\n");
+    start();
+    radio->playAddress(server->url(QStringLiteral("/listen.pls")));
+    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }))
+        << skin.statuses.join('|').toStdString();
+    QByteArrayList paths;
+    for (const QByteArray &r : server->requests())
+        paths << r.split(' ').value(1);
+    EXPECT_EQ(paths.mid(0, 3), QByteArrayList({"/listen.pls", "/gone.mp3", "/stream"}));
+    EXPECT_EQ(radioUrl[0], server->url(QStringLiteral("/listen.pls")));
+
+    radio->playAddress(server->url(QStringLiteral("/self.m3u")));
+    ASSERT_TRUE(
+        waitFor([&] { return label(WebRadio::kStatusLabel) == QLatin1String("Cannot connect"); }));
+    EXPECT_EQ(server->requests().count("GET /self.m3u HTTP/1.1"), 1)
+        << "a playlist that names itself is read once";
+}
+
+TEST_F(WebRadioTest, StreamTextIsCleanedBeforeItIsShown)
+{
+    LoopbackRadio::Options o;
+    o.titles = {"Caf\xE9 Latin-1"};
+    auto latin = station(o);
+    NEED_STATION(latin);
+    o.titles = {"Caf\xC3\xA9 UTF-8\x01\x1b[31m" + QByteArray(4000, 'x')};
+    auto junk = station(o);
+    NEED_STATION(junk);
+    start();
+    radio->playAddress(latin->url());
+    EXPECT_TRUE(waitFor([&] {
+        return label(WebRadio::kOnAirLabel) == QStringLiteral("Caf\u00e9 Latin-1");
+    })) << label(WebRadio::kOnAirLabel).toStdString();
+    radio->playAddress(junk->url());
+    ASSERT_TRUE(waitFor([&] {
+        return label(WebRadio::kOnAirLabel).startsWith(QStringLiteral("Caf\u00e9 UTF-8"));
+    }));
+    const QString shown = label(WebRadio::kOnAirLabel);
+    EXPECT_EQ(shown.size(), 256);
+    EXPECT_TRUE(shown.startsWith(QStringLiteral("Caf\u00e9 UTF-8 [31mxxx")))
+        << "no control characters";
+}
+
+TEST_F(WebRadioTest, StationListRules)
+{
+    QFile::remove(stationsFile());
+    QDir().mkpath(home.path());
+    QFile f(stationsFile());
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("Jazz @ http://jazz.invalid/stream\n\nno at sign\n @ http://anon.invalid/x\n");
+    f.close();
+    start();
+    ASSERT_EQ(radio->stations().size(), 3);
+    EXPECT_EQ(list()->count(), 3);
+    EXPECT_EQ(radio->stations()[1].name, QStringLiteral("Unnamed Station"));
+    EXPECT_EQ(radio->stations()[2].name, QStringLiteral("Unnamed Station"));
+    EXPECT_EQ(radio->stations()[2].location, QStringLiteral("http://anon.invalid/x"));
+
+    radio->DoIt(143);
+    EXPECT_EQ(dialogs.messages, QStringList({QStringLiteral("No station selected!")}));
+    EXPECT_EQ(radio->stations().size(), 3) << "nothing selected, nothing deleted";
+
+    list()->setCurrentRow(1); // a click
+    EXPECT_EQ(radio->presetIndex(), 1);
+    radio->DoIt(143);
+    EXPECT_EQ(radio->stations().size(), 2);
+    EXPECT_EQ(stationsBytes(), QByteArray("Jazz @http://jazz.invalid/stream\n"
+                                          "Unnamed Station @http://anon.invalid/x\n"));
+
+    radio->DoIt(142); // add
+    EXPECT_EQ(field()->text(), QStringLiteral("Station @ http://"));
+    field()->setText(QStringLiteral("Blues @ blues.invalid:8000/live"));
+    QTest::keyClick(field(), Qt::Key_Return);
+    ASSERT_EQ(radio->stations().size(), 3);
+    EXPECT_EQ(radio->stations()[2].location, QStringLiteral("blues.invalid:8000/live"));
+    EXPECT_EQ(radio->presetIndex(), 2);
+
+    list()->setCurrentRow(0);
+    radio->DoIt(146); // edit
+    EXPECT_EQ(field()->text(), QStringLiteral("Jazz @http://jazz.invalid/stream"));
+    field()->setText(QStringLiteral("Smooth @ Jazz @ http://jazz.invalid/2"));
+    QTest::keyClick(field(), Qt::Key_Return);
+    EXPECT_EQ(radio->stations()[0].name, QStringLiteral("Smooth"));
+    EXPECT_EQ(radio->stations()[0].location, QStringLiteral("Jazz @ http://jazz.invalid/2"));
+
+    radio->DoIt(145);
+    EXPECT_EQ(radio->presetIndex(), 0) << "the top stays the top";
+    radio->DoIt(144);
+    radio->DoIt(144);
+    radio->DoIt(144);
+    EXPECT_EQ(radio->presetIndex(), 2);
+    EXPECT_EQ(label(WebRadio::kStationLabel), QStringLiteral("Blues"));
+    EXPECT_EQ(stationsBytes().count('\n'), 3);
+}
+
+TEST_F(WebRadioTest, TypedAddressesAndQuickStations)
+{
+    auto server = station();
+    NEED_STATION(server);
+    start();
+    const QString withoutScheme = server->url().mid(QStringLiteral("http://").size());
+    field()->setText(withoutScheme);
+    QTest::keyClick(field(), Qt::Key_Return);
+    EXPECT_EQ(radio->current().location, server->url()) << "http:// is put in front";
+    EXPECT_EQ(radio->current().name, QStringLiteral("Station"));
+    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+
+    radio->playAddress(server->url(QStringLiteral("/other")));
+    radio->playAddress(server->url());
+    EXPECT_EQ(radioUrl[0], server->url());
+    EXPECT_EQ(radioUrl[1], server->url(QStringLiteral("/other")));
+    EXPECT_TRUE(radioUrl[2].isEmpty()) << "each address once, newest first";
+    radio->DoIt(131);
+    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
+    radio->DoIt(139); // an empty quick station does nothing
+    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
+}
+
+TEST_F(WebRadioTest, OddStationFilesLoadAndStayWhole)
+{
+    QByteArray bytes;
+    for (int i = 0; i < 10000; ++i)
+        bytes += "Station " + QByteArray::number(i) + " @ http://s" + QByteArray::number(i) +
+                 ".invalid/\n";
+    bytes += "Long @ http://long.invalid/" + QByteArray(100 * 1024, 'l') + "\n";
+    bytes += "Caf\xE9 \xFF @ http://cafe.invalid/\n";
+    bytes += QByteArray(100 * 1024, 'n') + "\n";
+    home.write(QStringLiteral("webradio.txt"), bytes);
+    start();
+    ASSERT_EQ(radio->stations().size(), 10003);
+    EXPECT_EQ(radio->stations()[10001].name, QStringLiteral("Caf\u00e9 \u00ff"));
+    EXPECT_EQ(radio->stations()[10002].name, QStringLiteral("Unnamed Station"));
+    list()->setCurrentRow(0);
+    radio->DoIt(143);
+    const QByteArray saved = stationsBytes();
+    EXPECT_EQ(saved.count('\n'), 10002);
+    EXPECT_TRUE(saved.contains("Long @http://long.invalid/" + QByteArray(100 * 1024, 'l') + "\n"));
+}
