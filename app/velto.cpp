@@ -27,6 +27,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_ledSign({m_settings.ExEnable, m_settings.ExPort, m_settings.ExParm}, m_serialPort),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
       m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
@@ -44,6 +45,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_ledSign, {});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -93,6 +95,8 @@ void Velto::connectParts()
                     m_tray.setToolTip(tip);
             });
     connect(&m_player, &PlayerPart::stateChanged, this, [this] { m_lights.refresh(); });
+    connect(&m_player, &PlayerPart::ExDevOut, this,
+            [this](const QString &text) { m_ledSign.ExDevOut(text); });
     connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();

@@ -12,7 +12,9 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "platform/mediadevicefactory.h"
+#include "platform/serialport.h"
 #include "player/playerpart.h"
+#include "tools/ledsign.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
 
@@ -102,10 +104,12 @@ private:
     frmNeOrb m_window;
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
+    QtSerialPort m_serialPort;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    LedSign m_ledSign;
     ClockTick m_clockTick;
     PendingModes m_pending;
     // The window's own commands, routed like a part's.
