@@ -27,6 +27,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_folder.file(QStringLiteral("nocover.bmp")),
                 [this] { return m_mediaDevices.create(); }}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_calculator({m_settings.CvtFile}, {m_window.skin(), platform.dialogs, m_folder.path()}),
       m_ledSign({m_settings.ExEnable, m_settings.ExPort, m_settings.ExParm}, m_serialPort),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
@@ -45,6 +46,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_calculator, {{40, 70}});
     add(m_ledSign, {});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
@@ -70,6 +72,13 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::wheelTurned, &m_player, &PlayerPart::wheel);
     connect(&w, &frmNeOrb::filesDropped, &m_player, &PlayerPart::addPaths);
     connect(&w, &frmNeOrb::escapePressed, this, [this] { m_player.playlist().cancelScan(); });
+    w.keys().setModeKeys([this](char32_t typed) -> std::optional<qint16> {
+        for (const SkinPart *part : m_parts)
+            if (m_dispatcher.inMode(*part))
+                if (const auto cmd = part->keyCommand(typed))
+                    return cmd;
+        return std::nullopt;
+    });
     // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
     connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
         m_player.windowShown();

@@ -14,6 +14,7 @@
 #include "platform/mediadevicefactory.h"
 #include "platform/serialport.h"
 #include "player/playerpart.h"
+#include "tools/calculator.h"
 #include "tools/ledsign.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
@@ -73,6 +74,7 @@ public:
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
+    Calculator &calculator() { return m_calculator; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -109,6 +111,7 @@ private:
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    Calculator m_calculator;
     LedSign m_ledSign;
     ClockTick m_clockTick;
     PendingModes m_pending;

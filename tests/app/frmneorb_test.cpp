@@ -1,5 +1,6 @@
 #include "app/frmneorb.h"
 #include "skin/skinlightwidget.h"
+#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/shippedwindow.h"
@@ -126,7 +127,7 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *pending = &velto->pendingModes();
+                   *calculator = &velto->calculator(), *pending = &velto->pendingModes();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
@@ -138,9 +139,10 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return mixer;
         if (in(70, 75))
             return stopwatches;
+        if (in(40, 69))
+            return calculator;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 106) || in(110, 119) ||
-            in(130, 148))
+        if (cmd == 13 || cmd == 35 || cmd == 37 || in(76, 106) || in(110, 119) || in(130, 148))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };
@@ -148,6 +150,37 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
         ASSERT_EQ(velto->dispatcher().target(qint16(cmd)), owner(cmd)) << "command " << cmd;
     velto->DoIt(1005); // a clock skin
     EXPECT_EQ(velto->dispatcher().target(4), stopwatches) << "the split";
+}
+
+// Return, Backspace, Delete and Esc are the calculator's while its skin
+// shows, from whatever child has the focus; elsewhere they keep their meaning.
+TEST_F(MainWindow, CalculatorTakesReturnBackspaceDeleteAndEscape)
+{
+    const auto shown = [&] { return window->skin().label(23); };
+    velto->DoIt(1003);
+    QTest::keyClicks(window, QStringLiteral("12+3"));
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("15"));
+    QTest::keyClick(window, Qt::Key_Backspace);
+    EXPECT_EQ(shown(), QStringLiteral("1"));
+    QTest::keyClicks(window, QStringLiteral("+7"));
+    QTest::keyClick(window, Qt::Key_Delete);
+    EXPECT_EQ(shown(), QStringLiteral("0"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTest::keyClicks(window, QStringLiteral("2="));
+    EXPECT_EQ(shown(), QStringLiteral("2")) << "Escape forgot the pending +";
+
+    SkinListArea *conversions = window->skin().list(5);
+    conversions->setFocus();
+    QTest::keyClicks(conversions, QStringLiteral("x3"));
+    QTest::keyClick(conversions, Qt::Key_Enter);
+    EXPECT_EQ(shown(), QStringLiteral("6")) << "x multiplies; Enter in the list is =";
+
+    velto->DoIt(1001);
+    QTest::keyClick(window, Qt::Key_Backspace);
+    velto->DoIt(1003);
+    EXPECT_EQ(shown(), QStringLiteral("6")) << "the player skin leaves the calculator alone";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
 TEST_F(MainWindow, StartMuteStartsMutedAndCommand9BringsTheSoundBack)
