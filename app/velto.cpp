@@ -28,6 +28,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 [this] { return m_mediaDevices.create(); }}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
       m_calculator({m_settings.CvtFile}, {m_window.skin(), platform.dialogs, m_folder.path()}),
+      m_notepad({m_window.skin(), platform.dialogs, m_printer}),
       m_ledSign({m_settings.ExEnable, m_settings.ExPort, m_settings.ExParm}, m_serialPort),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
@@ -47,6 +48,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
     add(m_calculator, {{40, 70}});
+    add(m_notepad, {{76, 80}});
     add(m_ledSign, {});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())

@@ -12,11 +12,13 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "platform/mediadevicefactory.h"
+#include "platform/printer.h"
 #include "platform/serialport.h"
 #include "player/playerpart.h"
 #include "tools/calculator.h"
 #include "tools/ledsign.h"
 #include "tools/mixer.h"
+#include "tools/notepad.h"
 #include "tools/stopwatches.h"
 
 #include <QObject>
@@ -75,6 +77,7 @@ public:
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
     Calculator &calculator() { return m_calculator; }
+    const SkinPart &notepad() const { return m_notepad; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -107,11 +110,13 @@ private:
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
     QtSerialPort m_serialPort;
+    QtPrinter m_printer{&m_window};
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     Calculator m_calculator;
+    Notepad m_notepad;
     LedSign m_ledSign;
     ClockTick m_clockTick;
     PendingModes m_pending;

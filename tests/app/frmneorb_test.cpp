@@ -127,7 +127,8 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *calculator = &velto->calculator(), *pending = &velto->pendingModes();
+                   *calculator = &velto->calculator(), *notepad = &velto->notepad(),
+                   *pending = &velto->pendingModes();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
@@ -141,8 +142,10 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return stopwatches;
         if (in(40, 69))
             return calculator;
+        if (in(76, 79))
+            return notepad;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 35 || cmd == 37 || in(76, 106) || in(110, 119) || in(130, 148))
+        if (cmd == 13 || cmd == 35 || cmd == 37 || in(80, 106) || in(110, 119) || in(130, 148))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };
