@@ -78,6 +78,7 @@ public:
     const SkinPart &mixer() const { return m_mixer; }
     Calculator &calculator() { return m_calculator; }
     const SkinPart &notepad() const { return m_notepad; }
+    const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
