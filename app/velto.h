@@ -14,7 +14,9 @@
 #include "platform/mediadevicefactory.h"
 #include "platform/printer.h"
 #include "platform/serialport.h"
+#include "platform/webviewfactory.h"
 #include "player/playerpart.h"
+#include "radio/webbrowser.h"
 #include "tools/calculator.h"
 #include "tools/ledsign.h"
 #include "tools/mixer.h"
@@ -24,11 +26,14 @@
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
+
 class Clock;
 class Dialogs;
 class Random;
 class Screens;
 class SettingsStore;
+class frmSkinBrowse;
 
 // The composition root: builds the window and the parts, routes the command
 // numbers to the parts that own them, and connects what one part reports to
@@ -68,10 +73,12 @@ public:
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
     Stopwatches &stopwatches() { return m_stopwatches; }
+    WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
     frmPrefs *prefs() const { return m_prefs; }
+    frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
     const Dispatcher &dispatcher() const { return m_dispatcher; }
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
@@ -97,6 +104,13 @@ private:
     void windowCommand(qint16 cmd);
     void SelectSkin();
     void SelFSkin(int slot);
+    void ShowSkinBrowser(const QString &typeFilter = {});
+    // The folder of the skins: "SkinPath", else the program's skins.
+    QString skinFolder() const;
+    // Loads a skin; the file shown afterwards, empty when it was refused.
+    QString loadSkin(const QString &file);
+    // A skin the user picked: one of the older format is offered for import.
+    QString userSkin(const QString &file);
     void ShowPrefs();
     void applyPrefs(const frmPrefs &prefs);
     void switchOn();
@@ -112,6 +126,8 @@ private:
     MediaDeviceFactory m_mediaDevices;
     QtSerialPort m_serialPort;
     QtPrinter m_printer{&m_window};
+    // Loads the web engine module when the browser mode is first entered.
+    WebViewFactory m_webViews;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
@@ -119,6 +135,7 @@ private:
     Calculator m_calculator;
     Notepad m_notepad;
     LedSign m_ledSign;
+    WebBrowser m_browser;
     ClockTick m_clockTick;
     PendingModes m_pending;
     // The window's own commands, routed like a part's.
@@ -139,4 +156,5 @@ private:
     PopupMenu m_popup;
     frmIcon m_tray;
     QPointer<frmPrefs> m_prefs;
+    std::unique_ptr<frmSkinBrowse> m_skinBrowser;
 };

@@ -126,19 +126,3 @@ TEST(ConversionFile, ShippedFilesHoldGoodConversions)
         EXPECT_TRUE(!currency || it.key().contains(QLatin1String("example"))) << "rates change";
     }
 }
-
-TEST(ConversionFile, RegressionFilesReadWithoutHarm)
-{
-    const QString data = QStringLiteral(VELTO_TESTS_DIR "/tools/data");
-    int files = 0;
-    for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
-        const QString path = it.next();
-        const QByteArray bytes = readAll(path);
-        const ConversionFile file = readConversionFile(bytes, path);
-        for (const QString &line : file.lines) {
-            EXPECT_LE(line.size(), kMaxConversionLine);
-            parseConversion(line);
-        }
-    }
-    EXPECT_GT(files, 0) << "the fuzzer's finds are kept in " << data.toStdString();
-}
