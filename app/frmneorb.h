@@ -26,6 +26,7 @@ public:
 
     SkinLoader &skin() { return m_skin; }
     const SkinLoader &skin() const { return m_skin; }
+    KeyboardInput &keys() { return m_keys; }
 
 signals:
     // A skin button released, a key: what to run.

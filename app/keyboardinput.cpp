@@ -65,18 +65,34 @@ bool KeyboardInput::press(const QKeyEvent &event, QWidget &receiver)
         emit command(*media);
         return true;
     }
-    const QString text = event.text();
+    // Some keyboards (and QTest) give Delete no text; it is DEL all the same.
+    const QString text = event.key() == Qt::Key_Delete ? QStringLiteral("\x7f") : event.text();
     if (text.isEmpty() || (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
         return false;
     const char32_t code = text.toUcs4().value(0);
+    const bool textField = isTextField(&receiver);
+    const auto modeKey = [&]() -> std::optional<qint16> {
+        if (textField || !m_modeKeys)
+            return std::nullopt;
+        return m_modeKeys(code);
+    };
+    const bool control = code < 32 || code == 127;
+    if (control) {
+        if (const auto cmd = modeKey()) {
+            if (code == 27)
+                emit outlineStyle(0);
+            emit command(*cmd);
+            return true;
+        }
+    }
     // Return, Delete, Tab and the like keep their meaning in lists and dialogs.
-    if ((code < 32 && code != 27) || code == 127)
+    if (control && code != 27)
         return false;
 
     std::vector<ButtonKey> keys;
     for (const SkinButton &button : m_skin.skin().buttons)
         keys.push_back({buttonKey(button.name), button.command});
-    const KeyOutcome outcome = matchKey(code, keys, isTextField(&receiver));
+    const KeyOutcome outcome = matchKey(code, keys, textField);
     switch (outcome.kind) {
     case KeyOutcome::Kind::PassThrough:
         return false;
@@ -87,6 +103,8 @@ bool KeyboardInput::press(const QKeyEvent &event, QWidget &receiver)
         emit outlineStyle(outcome.outlineStyle);
         return true;
     case KeyOutcome::Kind::Consumed:
+        if (const auto cmd = modeKey())
+            emit command(*cmd);
         return true;
     }
     return true;

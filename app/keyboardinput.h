@@ -2,6 +2,9 @@
 
 #include <QObject>
 
+#include <functional>
+#include <optional>
+
 class QKeyEvent;
 class QWidget;
 class SkinLoader;
@@ -21,6 +24,11 @@ public:
     // editable combo boxes that are not read-only.
     static bool isTextField(const QWidget *widget);
 
+    // The command the mode shown gives a typed character that no skin
+    // button claims, Return and Backspace included.
+    using ModeKeys = std::function<std::optional<qint16>(char32_t typed)>;
+    void setModeKeys(ModeKeys keys) { m_modeKeys = std::move(keys); }
+
 signals:
     void command(qint16 cmd);
     // The outline keys; Escape (style 0) also ends a folder scan.
@@ -36,4 +44,5 @@ private:
 
     QWidget &m_window;
     const SkinLoader &m_skin;
+    ModeKeys m_modeKeys;
 };

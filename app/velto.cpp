@@ -76,13 +76,15 @@ Velto::Velto(Platform platform, ProgramFolder folder)
             m_settings.CDDrive},
            {m_window.skin(), platform.dialogs, m_cdDrive, m_http,
             m_folder.file(QStringLiteral("cdplayer.ini"))}),
+      m_calculator({m_settings.CvtFile}, {m_window.skin(), platform.dialogs, m_folder.path()}),
+      m_notepad({m_window.skin(), platform.dialogs, m_printer}),
+      m_ledSign({m_settings.ExEnable, m_settings.ExPort, m_settings.ExParm}, m_serialPort),
       m_browser({m_settings.URL}, {m_window.skin(), m_folder.file(QStringLiteral("url-list.txt")),
                                    [this](QWidget *parent) { return m_webViews.create(parent); },
                                    [](const QUrl &url) { QDesktopServices::openUrl(url); },
                                    QStringLiteral("https://duckduckgo.com/?q=%1")}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
-      m_pending(platform.dialogs),
       m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches, m_fmTuner}),
       m_lifecycle(
           {m_config, platform.dialogs, platform.random, platform.clock, platform.screens, m_folder},
@@ -101,10 +103,11 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_cd, {{13, 14}, {37, 38}});
     add(m_fmTuner, {{80, 101}});
     add(m_webRadio, {{130, 149}});
+    add(m_calculator, {{40, 70}});
+    add(m_notepad, {{76, 80}});
+    add(m_ledSign, {});
     add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
-    for (const PendingModes::Range &r : PendingModes::ranges())
-        m_dispatcher.route(r.low, r.high, m_pending);
     connectParts();
     m_window.installEventFilter(this);
 }
@@ -126,6 +129,13 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::wheelTurned, &m_player, &PlayerPart::wheel);
     connect(&w, &frmNeOrb::filesDropped, &m_player, &PlayerPart::addPaths);
     connect(&w, &frmNeOrb::escapePressed, this, [this] { m_player.playlist().cancelScan(); });
+    w.keys().setModeKeys([this](char32_t typed) -> std::optional<qint16> {
+        for (const SkinPart *part : m_parts)
+            if (m_dispatcher.inMode(*part))
+                if (const auto cmd = part->keyCommand(typed))
+                    return cmd;
+        return std::nullopt;
+    });
     // The media engine (~100 ms, some 35 MiB) loads when something is first
     // about to play, never for a player that only sits there. A pointer
     // coming onto the window starts it, so the click that follows finds it
@@ -173,6 +183,8 @@ void Velto::connectParts()
                 m_tray.setToolTip(tip);
             });
     connect(&m_fmTuner, &FmTuner::stateChanged, this, [this] { m_lights.refresh(); });
+    connect(&m_player, &PlayerPart::ExDevOut, this,
+            [this](const QString &text) { m_ledSign.ExDevOut(text); });
     connect(&m_player, &PlayerPart::pathChosen, this, [this](const QString &path) {
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();

@@ -3,7 +3,6 @@
 #include "app/frmicon.h"
 #include "app/frmneorb.h"
 #include "app/frmprefs.h"
-#include "app/pendingmodes.h"
 #include "app/popupmenu.h"
 #include "cd/cdpart.h"
 #include "core/clocktick.h"
@@ -16,13 +15,18 @@
 #include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "platform/mediadevicefactory.h"
+#include "platform/printer.h"
+#include "platform/serialport.h"
 #include "platform/webviewfactory.h"
 #include "player/playerpart.h"
 #include "player/startfiles.h"
 #include "radio/fmtuner.h"
 #include "radio/webbrowser.h"
 #include "radio/webradio.h"
+#include "tools/calculator.h"
+#include "tools/ledsign.h"
 #include "tools/mixer.h"
+#include "tools/notepad.h"
 #include "tools/stopwatches.h"
 
 #include <QObject>
@@ -90,9 +94,10 @@ public:
     frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
     const Dispatcher &dispatcher() const { return m_dispatcher; }
     const SkinPart &windowCommands() const { return m_windowCommands; }
-    const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
     CdPart &cd() { return m_cd; }
+    Calculator &calculator() { return m_calculator; }
+    const SkinPart &notepad() const { return m_notepad; }
     const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
@@ -147,6 +152,8 @@ private:
     MediaDeviceFactory m_mediaDevices;
     LinuxCdDrive m_cdDrive;
     QtHttpClient m_http; // CDDB
+    QtSerialPort m_serialPort;
+    QtPrinter m_printer{&m_window};
     // Loads the web engine module when the browser mode is first entered.
     WebViewFactory m_webViews;
 
@@ -161,9 +168,11 @@ private:
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     CdPart m_cd;
+    Calculator m_calculator;
+    Notepad m_notepad;
+    LedSign m_ledSign;
     WebBrowser m_browser;
     ClockTick m_clockTick;
-    PendingModes m_pending;
     // The window's own commands, routed like a part's.
     class WindowCommands : public SkinPart
     {

@@ -257,8 +257,10 @@ void PlaybackEngine::started(bool showPlaying)
     }
     ShowTitles();
     emit entryPlaying(m_playlist.CurTrack - 1);
-    if (showPlaying)
+    if (showPlaying) {
         m_timer1.start();
+        emit ExDevOut(m_signText);
+    }
 }
 
 void PlaybackEngine::deviceFailed(int index)
@@ -343,6 +345,7 @@ void PlaybackEngine::PauseIt()
         m_state.paused = true;
     }
     ShowLights();
+    emit ExDevOut(m_state.paused ? QStringLiteral("paused...") : m_signText);
 }
 
 void PlaybackEngine::PlayPause()
@@ -533,7 +536,8 @@ void PlaybackEngine::ShowTitles()
                                                 : QLatin1Char('[') + fields.artist +
                                                       QStringLiteral("] - ") + fields.title;
     // The desktop adds the program's name to every window title itself.
-    emit titlesChanged(what, (QStringLiteral("Velto - ") + what).left(64));
+    m_signText = QStringLiteral("Velto - ") + what;
+    emit titlesChanged(what, m_signText.left(64));
 }
 
 void PlaybackEngine::skinLoaded()

@@ -146,7 +146,8 @@ signals:
     void titlesChanged(const QString &title, const QString &trayTip);
     // Playing, paused, the flags or the loop changed: what the lights show.
     void stateChanged();
-    // A line for the external display.
+    // A line for the external display: the title when an item starts or
+    // resumes, "paused..." and "Velto stopped".
     void ExDevOut(const QString &text);
     // The playlist's names changed (a missing file was marked, a file added).
     void playlistChanged();
@@ -197,5 +198,6 @@ private:
     // PlayIt asked for playback and no StopIt has come since.
     bool m_starting = false;
     qint32 m_shownSeconds = -1; // what the time display shows; -1 to draw anew
+    QString m_signText;         // "Velto - " and the title, uncut
     QTimer m_timer1;
 };

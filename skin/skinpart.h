@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <optional>
+
 // A part of the program that the skin's buttons, keys and menus drive: the
 // player, a desk tool, a radio. It owns a few ranges of command numbers (the
 // dispatcher routes them here) and draws on the skin through a SkinSurface it
@@ -18,6 +20,13 @@ public:
     virtual QStringList modes() const { return {}; }
     // One of the part's command numbers; a part may own none.
     virtual void DoIt(qint16 cmd) { Q_UNUSED(cmd); }
+    // While the skin is for one of its modes: the command of a typed
+    // character that no button of the skin claims (Return, Backspace...).
+    virtual std::optional<qint16> keyCommand(char32_t typed) const
+    {
+        Q_UNUSED(typed);
+        return std::nullopt;
+    }
 
     // Start-up, once the settings are read and the first skin is shown: the
     // part reads its files and shows its state.

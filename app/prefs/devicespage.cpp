@@ -1,6 +1,7 @@
 #include "devicespage.h"
 
 #include "core/settingkeys.h"
+#include "platform/serialport.h"
 #include "platform/tuner.h"
 
 #include <QCheckBox>
@@ -100,15 +101,36 @@ DevicesPage::DevicesPage(const Settings &settings, Dialogs &dialogs) : PrefsPage
                              {QStringLiteral("LED sign"), QStringLiteral("Character LCD module")},
                              m_initial.ExDev == 1 ? 1 : 0, QStringLiteral("The kind of display"));
     eform->addRow(QStringLiteral("Display &model:"), kind);
-    QSpinBox *port = number(&Settings::ExPort, 0, 255,
-                            QStringLiteral("The number of the serial port the display is on"));
+    QSpinBox *port = number(&Settings::ExPort, 0, 299,
+                            QStringLiteral("1 is /dev/ttyS0, 100 /dev/ttyUSB0, 200 /dev/ttyACM0"));
+    port->setSpecialValueText(QStringLiteral("none"));
     eform->addRow(QStringLiteral("Serial port &number:"), port);
     QLineEdit *parm = text(&Settings::ExParm,
-                           QStringLiteral("Speed, parity, data bits and stop bits, as 9600,N,8,1"));
+                           QStringLiteral("Speed, parity, data bits and stop bits, as 9600,N,8,1; "
+                                          "a device path may come first: /dev/ttyUSB0,9600,N,8,1"));
     eform->addRow(QStringLiteral("Port &settings:"), parm);
-    auto enableEx = [exOn, kind, port, parm] {
+    // What the two fields come to, so a typing slip shows before the sign stays dark.
+    auto *where = new QLabel;
+    where->setObjectName(QStringLiteral("exWhere"));
+    where->setWordWrap(true);
+    eform->addRow(where);
+    auto showWhere = [port, parm, where] {
+        const SerialSettings s = parseSerialSettings(parm->text());
+        const QString device = s.device.isEmpty() ? serialDevicePath(port->value()) : s.device;
+        if (!s.error.isEmpty())
+            where->setText(QStringLiteral("The port settings are not right: ") + s.error + '.');
+        else if (device.isEmpty())
+            where->setText(QStringLiteral("Choose a port number or put the device path first."));
+        else
+            where->setText(
+                QStringLiteral("Sends to %1 at %2 bits a second.").arg(device).arg(s.line.speed));
+    };
+    connect(port, &QSpinBox::valueChanged, this, showWhere);
+    connect(parm, &QLineEdit::textChanged, this, showWhere);
+    showWhere();
+    auto enableEx = [exOn, kind, port, parm, where] {
         for (QWidget *w : {static_cast<QWidget *>(kind), static_cast<QWidget *>(port),
-                           static_cast<QWidget *>(parm)})
+                           static_cast<QWidget *>(parm), static_cast<QWidget *>(where)})
             w->setEnabled(exOn->isChecked());
     };
     connect(exOn, &QCheckBox::toggled, this, enableEx);

@@ -1,5 +1,6 @@
 #include "app/frmneorb.h"
 #include "skin/skinlightwidget.h"
+#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/shippedwindow.h"
@@ -127,7 +128,8 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
                    *cd = &velto->cd(), *fmTuner = &velto->fmTuner(), *webRadio = &velto->webRadio(),
-                   *pending = &velto->pendingModes(), *browser = &velto->browser();
+                   *calculator = &velto->calculator(), *notepad = &velto->notepad(),
+                   *browser = &velto->browser();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
@@ -144,17 +146,49 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return fmTuner;
         if (in(130, 148))
             return webRadio;
+        if (in(40, 69))
+            return calculator;
+        if (in(76, 79))
+            return notepad;
         if (in(101, 106) || in(110, 119))
             return browser;
-        // Modes still to come say so rather than doing nothing.
-        if (in(40, 69) || in(76, 79))
-            return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };
     for (int cmd = -32768; cmd <= 32767; ++cmd)
         ASSERT_EQ(velto->dispatcher().target(qint16(cmd)), owner(cmd)) << "command " << cmd;
     velto->DoIt(1005); // a clock skin
     EXPECT_EQ(velto->dispatcher().target(4), stopwatches) << "the split";
+}
+
+// Return, Backspace, Delete and Esc are the calculator's while its skin
+// shows, from whatever child has the focus; elsewhere they keep their meaning.
+TEST_F(MainWindow, CalculatorTakesReturnBackspaceDeleteAndEscape)
+{
+    const auto shown = [&] { return window->skin().label(23); };
+    velto->DoIt(1003);
+    QTest::keyClicks(window, QStringLiteral("12+3"));
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("15"));
+    QTest::keyClick(window, Qt::Key_Backspace);
+    EXPECT_EQ(shown(), QStringLiteral("1"));
+    QTest::keyClicks(window, QStringLiteral("+7"));
+    QTest::keyClick(window, Qt::Key_Delete);
+    EXPECT_EQ(shown(), QStringLiteral("0"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    QTest::keyClicks(window, QStringLiteral("2="));
+    EXPECT_EQ(shown(), QStringLiteral("2")) << "Escape forgot the pending +";
+
+    SkinListArea *conversions = window->skin().list(5);
+    conversions->setFocus();
+    QTest::keyClicks(conversions, QStringLiteral("x3"));
+    QTest::keyClick(conversions, Qt::Key_Enter);
+    EXPECT_EQ(shown(), QStringLiteral("6")) << "x multiplies; Enter in the list is =";
+
+    velto->DoIt(1001);
+    QTest::keyClick(window, Qt::Key_Backspace);
+    velto->DoIt(1003);
+    EXPECT_EQ(shown(), QStringLiteral("6")) << "the player skin leaves the calculator alone";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
 // A player that only sits there never loads the media engine (tens of MiB):

@@ -114,6 +114,36 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
     }
 }
 
+// The line under the external display's fields: where the texts will go.
+TEST(PrefsDialog, ExternalDisplayFieldsSayWhereTheTextsGo)
+{
+    const struct
+    {
+        int port;
+        const char *settings;
+        const char *where;
+    } cases[] = {
+        {1, "9600,N,8,1", "Sends to /dev/ttyS0 at 9600 bits a second."},
+        {100, "", "Sends to /dev/ttyUSB0 at 9600 bits a second."},
+        {0, "19200", "Choose a port number or put the device path first."},
+        {3, "/dev/pts/7,4800,E,7,2", "Sends to /dev/pts/7 at 4800 bits a second."},
+        {1, "abc",
+         "The port settings are not right: speed \"abc\" is not a number of bits a "
+         "second."},
+    };
+    FakeDialogs dialogs;
+    frmPrefs prefs(Settings(), {}, dialogs);
+    auto *port = child<QSpinBox>(prefs, QStringLiteral("ExPort"));
+    auto *settings = child<QLineEdit>(prefs, QStringLiteral("ExParm"));
+    auto *where = child<QLabel>(prefs, QStringLiteral("exWhere"));
+    ASSERT_TRUE(port && settings && where);
+    for (const auto &c : cases) {
+        port->setValue(c.port);
+        settings->setText(QString::fromLatin1(c.settings));
+        EXPECT_EQ(where->text(), QString::fromLatin1(c.where)) << c.port << " " << c.settings;
+    }
+}
+
 TEST(PrefsDialog, OkWithoutChangesKeepsValuesNoInputCanShow)
 {
     Settings odd;

@@ -238,3 +238,57 @@ QRect windowGeometry(const QString &windowId)
     return QRect(pos.captured(1).toInt(), pos.captured(2).toInt(), size.captured(1).toInt(),
                  size.captured(2).toInt());
 }
+
+QRect ShippedSkin::rect(const QString &code) const
+{
+    const QStringList f = records.value(code);
+    if (f.size() < 5)
+        return {};
+    return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
+}
+
+QString ShippedSkin::key(const QString &code) const
+{
+    const QString name = records.value(code).value(7);
+    if (name.size() == 1)
+        return name.toLower();
+    const qsizetype amp = name.indexOf(QLatin1Char('&'));
+    return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
+}
+
+namespace {
+
+QStringList splitFields(const QString &line)
+{
+    QStringList fields;
+    QString field;
+    bool quoted = false;
+    for (const QChar c : line) {
+        if (c == QLatin1Char('"'))
+            quoted = !quoted;
+        else if (c == QLatin1Char(',') && !quoted)
+            fields << field.trimmed(), field.clear();
+        else
+            field += c;
+    }
+    fields << field.trimmed();
+    return fields;
+}
+
+} // namespace
+
+ShippedSkin shippedSkin(const QString &name)
+{
+    ShippedSkin skin;
+    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return skin;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n')) {
+        const QStringList f = splitFields(line);
+        if (f.size() >= 3 && f[0] == QLatin1String("W"))
+            skin.size = QSize(f[1].toInt(), f[2].toInt());
+        else if (!f[0].isEmpty() && !skin.records.contains(f[0]))
+            skin.records.insert(f[0], f);
+    }
+    return skin;
+}

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
 #include <QImage>
 #include <QProcess>
 #include <QRect>
+#include <QSize>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -64,3 +67,17 @@ QRect windowGeometry(const QString &windowId);
 // Runs xdotool with the arguments; returns its standard output, trimmed.
 QString xdotool(const QStringList &args, int timeoutMs = 10000);
 bool haveDisplay();
+
+// A shipped skin's records by code, split into fields (quotes removed).
+struct ShippedSkin
+{
+    QHash<QString, QStringList> records;
+    QSize size;
+
+    QRect rect(const QString &code) const;
+    // The key of a button record: a one-character name is its own key,
+    // otherwise the character after the first "&".
+    QString key(const QString &code) const;
+};
+// The skin of that file name in the source tree's data/skins.
+ShippedSkin shippedSkin(const QString &name);

@@ -11,65 +11,6 @@
 
 namespace {
 
-// A shipped skin's records by code, split into fields (quotes removed).
-struct ShippedSkin
-{
-    QHash<QString, QStringList> records;
-    QSize size;
-
-    QRect rect(const QString &code) const
-    {
-        const QStringList f = records.value(code);
-        if (f.size() < 5)
-            return {};
-        return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
-    }
-
-    // The key of a button record: a one-character name is its own key,
-    // otherwise the character after the first "&".
-    QString key(const QString &code) const
-    {
-        const QString name = records.value(code).value(7);
-        if (name.size() == 1)
-            return name.toLower();
-        const qsizetype amp = name.indexOf(QLatin1Char('&'));
-        return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
-    }
-};
-
-QStringList splitFields(const QString &line)
-{
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-        if (c == QLatin1Char('"'))
-            quoted = !quoted;
-        else if (c == QLatin1Char(',') && !quoted)
-            fields << field.trimmed(), field.clear();
-        else
-            field += c;
-    }
-    fields << field.trimmed();
-    return fields;
-}
-
-ShippedSkin shippedSkin(const QString &name)
-{
-    ShippedSkin skin;
-    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/") + name);
-    if (!file.open(QIODevice::ReadOnly))
-        return skin;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split('\n')) {
-        const QStringList f = splitFields(line);
-        if (f.size() >= 3 && f[0] == QLatin1String("W"))
-            skin.size = QSize(f[1].toInt(), f[2].toInt());
-        else if (!f[0].isEmpty() && !skin.records.contains(f[0]))
-            skin.records.insert(f[0], f);
-    }
-    return skin;
-}
-
 void click(QPoint at)
 {
     xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});

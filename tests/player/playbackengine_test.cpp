@@ -94,6 +94,8 @@ protected:
         QObject::connect(e, &PlaybackEngine::coverWanted, e,
                          [this](const QString &f) { covers << f; });
         QObject::connect(e, &PlaybackEngine::entryShown, e, [this](int row) { selected = row; });
+        QObject::connect(e, &PlaybackEngine::ExDevOut, e,
+                         [this](const QString &text) { signTexts << text; });
     }
 
     void setList(std::initializer_list<const char *> names)
@@ -133,6 +135,7 @@ protected:
 
     QString trayTip, windowTitle;
     QStringList started, covers;
+    QStringList signTexts; // what the external display was sent
     int selected = -1;
 };
 
@@ -435,7 +438,11 @@ TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
     ASSERT_TRUE(waitFor([&] { return started.size() == 1; }));
     EXPECT_EQ(trayTip, QStringLiteral("Velto - [Sine Quartet] - Blue Tone"));
     EXPECT_EQ(windowTitle, QStringLiteral("[Sine Quartet] - Blue Tone"));
+    engine->PauseIt();
+    engine->PauseIt();
     engine->StopIt();
+    EXPECT_EQ(signTexts, QStringList({"Velto - [Sine Quartet] - Blue Tone", "paused...",
+                                      "Velto - [Sine Quartet] - Blue Tone", "Velto stopped"}));
 
     playlist.PlNames = {QString(80, QLatin1Char('n'))};
     playlist.PlPath = {file("one.wav")};
@@ -445,6 +452,8 @@ TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
     EXPECT_EQ(trayTip, (QStringLiteral("Velto - ") + QString(80, QLatin1Char('n'))).left(64));
     EXPECT_EQ(windowTitle, QString(80, QLatin1Char('n'))) << "the title is not cut";
     EXPECT_EQ(labels[PlaybackEngine::kLengthLabel], QStringLiteral("0:01"));
+    EXPECT_EQ(signTexts.value(4), QStringLiteral("Velto - ") + QString(80, QLatin1Char('n')))
+        << "the sign scrolls: its title is not cut";
     engine->StopIt();
 }
 

@@ -1,0 +1,409 @@
+#include "tools/calculator.h"
+
+#include "skin/skinlistarea.h"
+#include "support/fakes.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <optional>
+
+namespace {
+
+// The calculator on a recording surface, keyed through its command numbers
+// as the skin's buttons send them.
+class CalculatorTest : public ::testing::Test
+{
+protected:
+    // Tokens: digits and "." as typed, "+ - x / =", and the names below.
+    void key(const QString &tokens)
+    {
+        static const QMap<QString, qint16> named = {
+            {".", 50},  {"+", 51},   {"-", 52},   {"x", 53},    {"/", 54},
+            {"=", 55},  {"neg", 56}, {"%", 57},   {"sqrt", 58}, {"1/x", 59},
+            {"bs", 60}, {"AC", 61},  {"CE", 62},  {"MC", 63},   {"MS", 64},
+            {"MR", 65}, {"M+", 66},  {"cvt", 67}, {"back", 68},
+        };
+        for (const QString &token : tokens.split(' ', Qt::SkipEmptyParts)) {
+            if (named.contains(token)) {
+                calc.DoIt(named[token]);
+                continue;
+            }
+            for (const QChar c : token) {
+                ASSERT_TRUE(c.isDigit() || c == '.') << token.toStdString();
+                calc.DoIt(c == '.' ? 50 : qint16(40 + c.digitValue()));
+            }
+        }
+    }
+    QString shown() const { return skin.labels.value(Calculator::kDisplayLabel); }
+    QString writeFile(const QString &name, const QByteArray &bytes)
+    {
+        return home.write(QStringLiteral("velto/") + name, bytes);
+    }
+    SkinListArea &list() { return *skin.list(Calculator::kConversionList); }
+
+    TempHome home;
+    RecordingSurface skin;
+    FakeDialogs dialogs;
+    QString CvtFile;
+    Calculator calc{{CvtFile}, {skin, dialogs, home.file(QStringLiteral("velto"))}};
+};
+
+} // namespace
+
+TEST(CalcNumber, ShowsTheShortestDigitsThatReadBackTheSame)
+{
+    const struct
+    {
+        double value;
+        const char *text;
+    } cases[] = {
+        {0.0, "0"},
+        {-0.0, "0"},
+        {0.1 + 0.2, "0.30000000000000004"},
+        {1.0 / 3.0, "0.3333333333333333"},
+        {2.0 / 3.0, "0.6666666666666666"},
+        {1e16, "1e+16"},
+        {1e15, "1e+15"},
+        {999999999999999.0, "999999999999999"},
+        {100000.0, "100000"},
+        {123.5, "123.5"},
+        {-2.5, "-2.5"},
+        {1e-4, "0.0001"},
+        {1e-5, "1e-05"},
+        {-1.5e-7, "-1.5e-07"},
+        {DBL_MAX, "1.7976931348623157e+308"},
+        {5e-324, "5e-324"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(calcNumber(c.value), QString::fromLatin1(c.text)) << c.text;
+}
+
+// Every key code in the sequences a user would key; the display after each.
+TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
+{
+    const struct
+    {
+        const char *keys;
+        const char *shown;
+    } cases[] = {
+        // Entry: leading zeros, the point, the 15-character limit.
+        {"0 0 0", "0"},
+        {"0 7", "7"},
+        {"1234567890123456", "123456789012345"},
+        {".", "0."},
+        {". .", "0."},
+        {"1 . 5 . 2", "1.52"},
+        // Left to right, no precedence; a digit after an operator starts anew.
+        {"1 + 2 x 3 =", "9"},
+        {"1 + 2 x", "3"},
+        {"1 0 - 4 - 3 =", "3"},
+        {"1 + 2 = 5", "5"},
+        {"5 / 0 =", "5"},
+        {"8 / 2 / 0 =", "4"},
+        {"0 . 1 + 0 . 2 =", "0.30000000000000004"},
+        {"1 / 3 =", "0.3333333333333333"},
+        {"100000000 x 100000000 =", "1e+16"},
+        {"0 x 5 neg =", "0"},
+        {"1 0 0 0 0 /", "10000"},
+        {"1 / 1 0 0 0 0 0 =", "1e-05"},
+        // Change sign; "0" leaves an empty display.
+        {"5 neg", "-5"},
+        {"5 neg neg", "5"},
+        {"0 neg", ""},
+        {"0 . 5 neg neg", "0.5"},
+        {"100000000 x 100000000 = neg", "-1e+16"},
+        // Percent by the pending operator; without one it is the value.
+        {"2 0 0 + 1 0 %", "220"},
+        {"2 0 0 - 1 0 %", "180"},
+        {"2 0 0 x 1 0 %", "4000"},
+        {"2 0 0 / 1 0 %", "10"},
+        {"2 0 0 / 0 %", "0"},
+        {"5 %", "5"},
+        // Root and reciprocal; a failing step keeps the display.
+        {"2 sqrt", "1.4142135623730951"},
+        {"2 neg sqrt", "-2"},
+        {"4 1/x", "0.25"},
+        {"0 1/x", "0"},
+        // Backspace: a result of "0" becomes "".
+        {"1 2 bs", "1"},
+        {"1 bs", ""},
+        {"1 0 bs", "1"},
+        {"0 . bs", ""},
+        {"bs bs", ""},
+        // Clears: AC forgets the pending operator, CE only the entry.
+        {"5 + AC 2 =", "2"},
+        {"5 + 3 CE 4 =", "9"},
+        {"5 + 3 CE", "0"},
+        // Memory.
+        {"5 MS AC MR", "5"},
+        {"5 MS CE 3 M+ MR", "8"},
+        {"5 MS 3", "53"},
+        {"5 MS MC MR", "0"},
+        {"7 MS AC 1 + MR =", "8"},
+    };
+    for (const auto &c : cases) {
+        calc.CalcKey(10);
+        calc.CalcKey(12);
+        skin.labels.clear();
+        key(QString::fromLatin1(c.keys));
+        EXPECT_EQ(shown(), QString::fromLatin1(c.shown)) << c.keys;
+    }
+}
+
+TEST_F(CalculatorTest, OperatorsKeepTheirStateForTheNextKey)
+{
+    key("1 2 +");
+    EXPECT_EQ(calc.acc(), 12);
+    EXPECT_EQ(calc.pendingOp(), QStringLiteral("+"));
+    EXPECT_EQ(calc.lastOp(), QStringLiteral("+"));
+    key("3");
+    EXPECT_EQ(calc.lastOp(), QString()) << "the digit started a new entry";
+    key("=");
+    EXPECT_EQ(calc.x(), 3);
+    EXPECT_EQ(calc.acc(), 15);
+    EXPECT_EQ(calc.pendingOp(), QStringLiteral("="));
+    key("AC");
+    EXPECT_EQ(std::tuple(calc.acc(), calc.pendingOp(), calc.lastOp(), shown()),
+              std::tuple(0.0, QString(), QString(), QStringLiteral("0")));
+}
+
+// What a skin shows (a blank before a number, text) is read with the
+// leading-number rule; codes outside the table and an overflow change nothing.
+TEST_F(CalculatorTest, ReadsTheDisplayAndIgnoresWhatFails)
+{
+    calc.SetCalc(QStringLiteral(" 42"));
+    EXPECT_EQ(shown(), QStringLiteral("42")) << "one leading blank dropped";
+    calc.SetCalc(QStringLiteral("  7"));
+    EXPECT_EQ(shown(), QStringLiteral(" 7"));
+    calc.SetCalc(QStringLiteral("abc"));
+    key("+ 1 =");
+    EXPECT_EQ(shown(), QStringLiteral("1"));
+
+    calc.SetCalc(QStringLiteral("1e308"));
+    key("x 1 0");
+    const double acc = calc.acc();
+    key("=");
+    EXPECT_EQ(shown(), QStringLiteral("10")) << "1e308 x 10 overflows: nothing happens";
+    EXPECT_EQ(calc.acc(), acc);
+    EXPECT_EQ(calc.pendingOp(), QStringLiteral("x"));
+    calc.SetCalc(QStringLiteral("1e308"));
+    key("MS M+");
+    EXPECT_EQ(calc.mem(), 1e308);
+
+    for (const int k : {-1, 18, 100, 32767}) {
+        calc.SetCalc(QStringLiteral("12"));
+        calc.CalcKey(k);
+        EXPECT_EQ(shown(), QStringLiteral("12")) << k;
+    }
+    for (const qint16 cmd : {39, 70, 0}) {
+        calc.DoIt(cmd);
+        EXPECT_EQ(shown(), QStringLiteral("12")) << cmd;
+    }
+}
+
+TEST(CvtKey, TurnsAKeyTextIntoOneCharacter)
+{
+    const struct
+    {
+        const char *key;
+        QString typed;
+    } cases[] = {
+        {"A", "A"},          {"", ""},        {"abc", "a"},
+        {"\\065", "A"},      {"\\013", "\r"}, {"\\000", QString(QChar(0))},
+        {"\\255", "\u00ff"}, {"\\256", ""},   {"abcd", ""},
+        {"\\06x", ""},       {"\\ 65", ""},   {"\\0655", "\\"},
+        {"\\", "\\"},        {"\\06", "\\"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(Calculator::CvtKey(QString::fromLatin1(c.key)), c.typed) << c.key;
+}
+
+TEST_F(CalculatorTest, KeyboardKeysWithoutAButtonHaveTheirMeaning)
+{
+    const struct
+    {
+        char32_t typed;
+        std::optional<qint16> command;
+    } cases[] = {
+        {U'\r', 55}, {U'\b', 60},          {27, 61},
+        {127, 62},   {U'x', 53},           {U'X', 53},
+        {U'*', 53},  {U',', 50},           {U'7', 47},
+        {U'%', 57},  {U'q', std::nullopt}, {U'\t', std::nullopt},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(calc.keyCommand(c.typed), c.command) << int(c.typed);
+}
+
+TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
+{
+    writeFile("units.ccf", "Inches to cm,2.54\r\n"
+                           "\r\n"
+                           "   \n"
+                           "Celsius to Fahrenheit,1.8,32\n"
+                           "No comma\n"
+                           "  Padded ,2 \n"
+                           "Zero,0\n"
+                           "Huge,1e400\n"
+                           "Not a number,NaN,x");
+    calc.started();
+    calc.LoadCvtFile(QStringLiteral("units.ccf"));
+    EXPECT_EQ(CvtFile, QStringLiteral("units.ccf")) << "kept as given";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+    const QStringList lines = {"Inches to cm,2.54",
+                               "Celsius to Fahrenheit,1.8,32",
+                               "No comma",
+                               "  Padded ,2 ",
+                               "Zero,0",
+                               "Huge,1e400",
+                               "Not a number,NaN,x"};
+    ASSERT_EQ(calc.conversions(), lines);
+    ASSERT_EQ(list().count(), lines.size());
+    EXPECT_EQ(list().item(3)->text(), lines[3]) << "lines are listed whole, as read";
+    EXPECT_EQ(list().currentRow(), 0) << "the conversion the arrows use shows";
+    EXPECT_EQ(skin.labels.value(Calculator::kConversionLabel), QStringLiteral("Inches to cm"));
+
+    const struct
+    {
+        int row;
+        const char *name;
+        const char *keys;
+        const char *shown;
+    } cases[] = {
+        {0, "Inches to cm", "1 0 cvt", "25.4"},
+        {0, "Inches to cm", "2 5 . 4 back", "10"},
+        {1, "Celsius to Fahrenheit", "1 0 0 cvt", "212"},
+        {1, "Celsius to Fahrenheit", "2 1 2 back", "100"},
+        {1, "Celsius to Fahrenheit", "4 0 neg cvt", "-40"},
+        {2, "No comma", "5 cvt", "5"},
+        {3, "  Padded ", "3 cvt back", "3"},
+        {4, "Zero", "5 cvt", "0"},
+        {4, "Zero", "5 back", "0"},
+        {5, "Huge", "5 cvt", "0"},
+        {6, "Not a number", "5 cvt", "0"},
+    };
+    for (const auto &c : cases) {
+        list().setCurrentRow(c.row);
+        EXPECT_EQ(calc.cvtIndex(), c.row);
+        EXPECT_EQ(skin.labels.value(Calculator::kConversionLabel), QString::fromLatin1(c.name));
+        key("AC");
+        key(QString::fromLatin1(c.keys));
+        EXPECT_EQ(shown(), QString::fromLatin1(c.shown)) << c.keys;
+    }
+
+    // The list is not cleared by a second file.
+    writeFile("more.ccf", "Miles to km,1.609344\n");
+    calc.LoadCvtFile(home.file(QStringLiteral("velto/more.ccf")));
+    EXPECT_EQ(list().count(), lines.size() + 1);
+    EXPECT_EQ(CvtFile, home.file(QStringLiteral("velto/more.ccf")));
+}
+
+TEST_F(CalculatorTest, NoConversionChosenConvertsNothing)
+{
+    key("5 cvt");
+    EXPECT_EQ(shown(), QStringLiteral("5")) << "an empty list";
+    writeFile("one.ccf", "Double,2\n");
+    calc.LoadCvtFile(QStringLiteral("one.ccf"));
+    list().setCurrentRow(-1);
+    key("back");
+    EXPECT_EQ(shown(), QStringLiteral("5"));
+}
+
+TEST_F(CalculatorTest, TheDialogAsksForAConversionFileInTheProgramFolder)
+{
+    calc.DoIt(69);
+    ASSERT_EQ(dialogs.calls.size(), 1);
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select Conversion File"));
+    EXPECT_EQ(dialogs.calls[0].filter, QStringLiteral("CalcCvt Files|*.ccf"));
+    EXPECT_EQ(dialogs.calls[0].folder, home.file(QStringLiteral("velto")));
+    EXPECT_EQ(CvtFile, QString()) << "cancelled";
+
+    const QString file = writeFile("lengths.ccf", "Feet to m,0.3048\n");
+    dialogs.openResults.push_back({file});
+    calc.DoIt(69);
+    EXPECT_EQ(CvtFile, file);
+    EXPECT_EQ(calc.conversions(), QStringList{"Feet to m,0.3048"});
+}
+
+TEST_F(CalculatorTest, StartLoadsTheLastFileAndNothingWhenThereIsNone)
+{
+    calc.started();
+    EXPECT_TRUE(dialogs.calls.isEmpty()) << "no file dialog at start";
+    EXPECT_EQ(shown(), QStringLiteral("0"));
+    writeFile("units.ccf", "Inches to cm,2.54\n");
+    CvtFile = QStringLiteral("units.ccf");
+    Calculator next{{CvtFile}, {skin, dialogs, home.file(QStringLiteral("velto"))}};
+    next.started();
+    EXPECT_EQ(next.conversions(), QStringList{"Inches to cm,2.54"});
+}
+
+// The conversion list is the skin's and outlives a calculator. A gone one
+// must not hear its clicks: here another calculator takes its place in
+// memory, on another skin, and would show the click there.
+TEST_F(CalculatorTest, AGoneCalculatorHearsNoClicksOnTheList)
+{
+    writeFile("units.ccf", "Inches to cm,2.54\n");
+    CvtFile = QStringLiteral("units.ccf");
+    RecordingSurface elsewhere;
+    std::optional<Calculator> slot;
+    slot.emplace(Calculator::Options{CvtFile},
+                 Calculator::Services{skin, dialogs, home.file(QStringLiteral("velto"))});
+    slot->started();
+    slot.reset();
+    slot.emplace(Calculator::Options{CvtFile},
+                 Calculator::Services{elsewhere, dialogs, home.file(QStringLiteral("velto"))});
+    slot->started();
+    elsewhere.labels.clear();
+    list().setCurrentRow(-1);
+    list().setCurrentRow(0);
+    EXPECT_FALSE(elsewhere.labels.contains(Calculator::kConversionLabel));
+}
+
+TEST_F(CalculatorTest, BadFilesSayWhatIsWrongAndAddNothing)
+{
+    QByteArray big(int(8 * 1024 * 1024) + 1, 'a');
+    QByteArray binary("Inches,2.54\n\0\x01\x02\xff", 16);
+    QDir(home.path()).mkpath(QStringLiteral("velto/folder.ccf"));
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        const char *message;
+    } cases[] = {
+        {"binary.ccf", binary, "binary.ccf is not a conversion file: it is not text."},
+        {"big.ccf", big, "The conversion file %1/big.ccf cannot be read: it is too big."},
+        {"folder.ccf",
+         {},
+         "The conversion file %1/folder.ccf cannot be read: it is not a regular "
+         "file."},
+        {"missing.ccf", {}, nullptr},
+    };
+    for (const auto &c : cases) {
+        dialogs.messages.clear();
+        if (!c.bytes.isEmpty())
+            writeFile(QString::fromLatin1(c.name), c.bytes);
+        calc.LoadCvtFile(QString::fromLatin1(c.name));
+        const QStringList expected =
+            c.message ? QStringList{QString::fromLatin1(c.message).replace(
+                            QStringLiteral("%1"), home.file(QStringLiteral("velto")))}
+                      : QStringList{};
+        EXPECT_EQ(dialogs.messages, expected) << c.name;
+        EXPECT_TRUE(calc.conversions().isEmpty()) << c.name;
+        EXPECT_EQ(CvtFile, QString()) << c.name;
+    }
+
+    QByteArray lines;
+    for (int i = 0; i < 100000; ++i)
+        lines += "Unit " + QByteArray::number(i) + "," + QByteArray::number(i) + "\n";
+    lines += "Long," + QByteArray(2000, '1') + "\n";
+    writeFile("many.ccf", lines);
+    calc.LoadCvtFile(QStringLiteral("many.ccf"));
+    EXPECT_EQ(calc.conversions().size(), 100000);
+    EXPECT_EQ(list().count(), 100000);
+    EXPECT_EQ(dialogs.messages.value(0),
+              QStringLiteral("1 line(s) of many.ccf are too long for a conversion and were left "
+                             "out."));
+}

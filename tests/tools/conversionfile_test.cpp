@@ -1,0 +1,128 @@
+#include "tools/conversionfile.h"
+
+#include "support/testbytes.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+TEST(ConversionFile, KeepsEveryLineThatIsNotBlankAsItStands)
+{
+    const struct
+    {
+        QByteArray bytes;
+        QStringList lines;
+    } cases[] = {
+        {"", {}},
+        {"\n\r\n  \t\n", {}},
+        {"a,1\nb,2", {"a,1", "b,2"}},
+        {"a,1\r\nb,2\r\n", {"a,1", "b,2"}},
+        {"a,1\rb,2\r", {"a,1", "b,2"}},
+        {"  spaced , 2 \n", {"  spaced , 2 "}},
+        {"no comma\n,\n,,\n", {"no comma", ",", ",,"}},
+        {"\xEF\xBB\xBF"
+         "caf\xC3\xA9,1",
+         {"caf\u00e9,1"}},
+        {"caf\xE9,1", {"caf\u00e9,1"}},
+    };
+    for (const auto &c : cases) {
+        const ConversionFile file = readConversionFile(c.bytes, QStringLiteral("u.ccf"));
+        EXPECT_EQ(file.lines, c.lines) << c.bytes.toStdString();
+        EXPECT_TRUE(file.messages.isEmpty()) << c.bytes.toStdString();
+        EXPECT_TRUE(file.isText);
+    }
+}
+
+TEST(ConversionFile, RefusesBinaryAndLeavesOutLinesTooLongToBeConversions)
+{
+    const ConversionFile binary =
+        readConversionFile(QByteArray("a,1\n\0\x7f", 6), QStringLiteral("b.ccf"));
+    EXPECT_FALSE(binary.isText);
+    EXPECT_TRUE(binary.lines.isEmpty());
+    EXPECT_EQ(binary.messages, QStringList{"b.ccf is not a conversion file: it is not text."});
+
+    const QByteArray longest = "x," + QByteArray(kMaxConversionLine - 2, '1');
+    const ConversionFile lengths = readConversionFile(
+        longest + "\n" + longest + "1\nok,2\n" + QByteArray(5000, 'y'), QStringLiteral("l.ccf"));
+    EXPECT_EQ(lengths.lines, QStringList({QString::fromLatin1(longest), "ok,2"}));
+    EXPECT_EQ(lengths.messages,
+              QStringList{"2 line(s) of l.ccf are too long for a conversion and were left out."});
+}
+
+TEST(Conversion, ReadsNameFactorAndOffsetAsLeadingNumbers)
+{
+    const struct
+    {
+        const char *line;
+        const char *name;
+        double factor, offset;
+        bool valid;
+    } cases[] = {
+        {"inches to cm,2.54", "inches to cm", 2.54, 0, true},
+        {"C to F,1.8,32", "C to F", 1.8, 32, true},
+        {"K to F,1.8,-459.67", "K to F", 1.8, -459.67, true},
+        {"spaced , 2 , 3 ", "spaced ", 2, 3, true},
+        {"exp,1e3,2.5E-1", "exp", 1000, 0.25, true},
+        {"unit,2.54 cm", "unit", 2.54, 0, true},
+        {"no comma", "no comma", 1, 0, false},
+        {"empty,", "empty", 0, 0, true},
+        {",5", "", 5, 0, true},
+        {"zero,0", "zero", 0, 0, true},
+        {"huge,1e400", "huge", 0, 0, true},
+        {"nan,NaN,nan", "nan", 0, 0, true},
+        {"inf,inf", "inf", 0, 0, true},
+        {"text,abc,def", "text", 0, 0, true},
+        {"more,2,3,4", "more", 2, 3, true},
+    };
+    for (const auto &c : cases) {
+        const Conversion conv = parseConversion(QString::fromLatin1(c.line));
+        EXPECT_EQ(conv.name, QString::fromLatin1(c.name)) << c.line;
+        EXPECT_EQ(conv.factor, c.factor) << c.line;
+        EXPECT_EQ(conv.offset, c.offset) << c.line;
+        EXPECT_EQ(conv.valid, c.valid) << c.line;
+    }
+}
+
+// The files Velto ships: every line a conversion, and a few known answers.
+TEST(ConversionFile, ShippedFilesHoldGoodConversions)
+{
+    QMap<QString, Conversion> byName;
+    int files = 0;
+    for (QDirIterator it(QStringLiteral(VELTO_DATA_DIR), {QStringLiteral("*.ccf")}, QDir::Files);
+         it.hasNext(); ++files) {
+        const QString path = it.next();
+        const ConversionFile file = readConversionFile(readAll(path), path);
+        EXPECT_TRUE(file.messages.isEmpty()) << path.toStdString();
+        EXPECT_FALSE(file.lines.isEmpty()) << path.toStdString();
+        for (const QString &line : file.lines) {
+            const Conversion c = parseConversion(line);
+            EXPECT_TRUE(c.valid && c.factor > 0 && std::isfinite(c.offset)) << line.toStdString();
+            EXPECT_FALSE(byName.contains(c.name)) << "twice: " << c.name.toStdString();
+            byName.insert(c.name, c);
+        }
+    }
+    EXPECT_EQ(files, 5);
+    const struct
+    {
+        const char *name;
+        double in, out;
+    } known[] = {
+        {"Celsius to Fahrenheit", 100, 212}, {"Celsius to Fahrenheit", -40, -40},
+        {"Celsius to Kelvin", 0, 273.15},    {"Kelvin to Fahrenheit", 0, -459.67},
+        {"miles to km", 1, 1.609344},        {"pounds to kg", 1, 0.45359237},
+        {"UK gallons to l", 1, 4.54609},
+    };
+    for (const auto &k : known) {
+        ASSERT_TRUE(byName.contains(QString::fromLatin1(k.name))) << k.name;
+        const Conversion c = byName[QString::fromLatin1(k.name)];
+        EXPECT_NEAR(k.in * c.factor + c.offset, k.out, 1e-9) << k.name;
+        EXPECT_NEAR((k.out - c.offset) / c.factor, k.in, 1e-9) << k.name;
+    }
+    for (auto it = byName.cbegin(); it != byName.cend(); ++it) {
+        const bool currency =
+            it.key().contains(QLatin1String("EUR")) || it.key().contains(QLatin1String("USD"));
+        EXPECT_TRUE(!currency || it.key().contains(QLatin1String("example"))) << "rates change";
+    }
+}

@@ -1,0 +1,208 @@
+#include "tools/notepad.h"
+
+#include "platform/printer.h"
+#include "skin/skintextarea.h"
+#include "support/fakes.h"
+#include "support/pdftext.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+#include "support/testbytes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A system with a printer, which no test machine has: what reached it.
+class PrinterOnTheDesk : public Printer
+{
+public:
+    QStringList printed;
+    Result answer = Result::Printed;
+
+    bool hasPrinter() const override { return true; }
+    Result print(const QString &text, const QString &) override
+    {
+        printed << text;
+        return answer;
+    }
+    Result printToPdf(const QString &, const QString &, const QString &) override
+    {
+        ADD_FAILURE() << "a PDF while a printer is there";
+        return Result::Failed;
+    }
+};
+
+class NotepadTest : public ::testing::Test
+{
+protected:
+    void type(const QString &text) { skin.notepad()->setPlainText(text); }
+    void load(const QString &path)
+    {
+        dialogs.openResults.push_back({path});
+        note.DoIt(76);
+    }
+    void save(const QString &path)
+    {
+        dialogs.saveResult = path;
+        note.DoIt(77);
+    }
+
+    TempHome home;
+    RecordingSurface skin;
+    FakeDialogs dialogs;
+    QtPrinter printer;
+    Notepad note{{skin, dialogs, printer}};
+};
+
+} // namespace
+
+TEST(NoteText, ReadsWhatItCanAndSaysWhatItChanged)
+{
+    const struct
+    {
+        QByteArray bytes;
+        QString text;
+        QStringList messages;
+    } cases[] = {
+        {"plain\nlines\n", "plain\nlines\n", {}},
+        {"\xEF\xBB\xBFGr\xC3\xBC\xC3\x9F"
+         "e",
+         "Gr\u00fc\u00dfe",
+         {}},
+        {"caf\xE9 \x80",
+         "caf\u00e9 \u20ac",
+         {"n.txt is not UTF-8 text: it was read as Windows-1252, and Save writes it as UTF-8."}},
+        {QByteArray("a\0b\0\0c", 6),
+         "abc",
+         {"n.txt holds 3 NUL byte(s), which a note cannot show: they were left out."}},
+        {QByteArray("\0\xE9", 2),
+         "\u00e9",
+         {"n.txt holds 1 NUL byte(s), which a note cannot show: they were left out.",
+          "n.txt is not UTF-8 text: it was read as Windows-1252, and Save writes it as UTF-8."}},
+        {"", "", {}},
+    };
+    for (const auto &c : cases) {
+        const NoteText note = readNoteText(c.bytes, QStringLiteral("n.txt"));
+        EXPECT_EQ(note.text, c.text) << c.bytes.toHex().toStdString();
+        EXPECT_EQ(note.messages, c.messages) << c.bytes.toHex().toStdString();
+    }
+}
+
+TEST_F(NotepadTest, DialogsAskWithTheirTitlesAndACancelDoesNothing)
+{
+    type(QStringLiteral("kept"));
+    note.DoIt(76);
+    note.DoIt(77);
+    ASSERT_EQ(dialogs.calls.size(), 2);
+    EXPECT_EQ(dialogs.calls[0].kind, QStringLiteral("open"));
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Open Note File"));
+    EXPECT_EQ(dialogs.calls[1].kind, QStringLiteral("save"));
+    EXPECT_EQ(dialogs.calls[1].title, QStringLiteral("Save Note file"));
+    for (const auto &call : dialogs.calls)
+        EXPECT_EQ(call.filter, QStringLiteral("Text Files|*.TXT|All Files|*.*"));
+    EXPECT_EQ(note.text(), QStringLiteral("kept"));
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+// Each round of saving and loading adds one line end, as it always did.
+TEST_F(NotepadTest, SaveAddsOneLineEndAndLoadReadsItBack)
+{
+    const QString file = home.file(QStringLiteral("note.txt"));
+    type(QStringLiteral("first\nsecond \u00e9"));
+    save(file);
+    EXPECT_EQ(readAll(file), QByteArray("first\nsecond \xC3\xA9\n"));
+    note.DoIt(78);
+    EXPECT_EQ(note.text(), QString());
+    load(file);
+    EXPECT_EQ(note.text(), QStringLiteral("first\nsecond \u00e9\n"));
+    save(file);
+    load(file);
+    EXPECT_EQ(note.text(), QStringLiteral("first\nsecond \u00e9\n\n"));
+    EXPECT_EQ(dialogs.calls.last().folder, home.path()) << "the next dialog starts where this was";
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+TEST_F(NotepadTest, LoadsUpTo32767BytesAndSaysWhyALargerFileDoesNot)
+{
+    const QString fits = home.write(QStringLiteral("fits.txt"), QByteArray(32767, 'a'));
+    const QString over = home.write(QStringLiteral("over.txt"), QByteArray(32768, 'b'));
+    load(fits);
+    EXPECT_EQ(note.text().size(), 32767);
+    load(over);
+    EXPECT_EQ(dialogs.messages,
+              QStringList{"over.txt is too big for the notepad (32768 bytes): it loads files of up "
+                          "to 32767 bytes."});
+    EXPECT_EQ(note.text(), QString(32767, QLatin1Char('a'))) << "what was there stays";
+
+    dialogs.messages.clear();
+    load(home.path());
+    EXPECT_EQ(dialogs.messages,
+              QStringList{home.path() + QStringLiteral(" cannot be loaded: it is not a regular "
+                                                       "file.")});
+    dialogs.messages.clear();
+    load(home.write(QStringLiteral("odd.txt"), QByteArray("x\0y\xff", 4)));
+    EXPECT_EQ(note.text(), QStringLiteral("xy\u00ff"));
+    EXPECT_EQ(dialogs.messages.size(), 1) << "one box for everything the file needed";
+    EXPECT_EQ(dialogs.messages.value(0).count('\r'), 1);
+}
+
+TEST_F(NotepadTest, ASaveThatFailsSaysSoAndLeavesTheFile)
+{
+    const QString file = home.write(QStringLiteral("note.txt"), "old");
+    type(QStringLiteral("new"));
+    save(home.file(QStringLiteral("no-such-folder/note.txt")));
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_TRUE(dialogs.messages[0].startsWith(
+        QStringLiteral("The note could not be saved to ") +
+        home.file(QStringLiteral("no-such-folder/note.txt")) + ": "));
+    EXPECT_EQ(readAll(file), QByteArray("old"));
+}
+
+TEST_F(NotepadTest, AnEmptyNotepadPrintsNothing)
+{
+    PrinterOnTheDesk desk;
+    Notepad withPrinter{{skin, dialogs, desk}};
+    withPrinter.DoIt(79);
+    note.DoIt(79);
+    EXPECT_EQ(dialogs.messages, QStringList({"Notepad is empty!", "Notepad is empty!"}));
+    EXPECT_TRUE(desk.printed.isEmpty());
+    EXPECT_TRUE(dialogs.calls.isEmpty());
+}
+
+TEST_F(NotepadTest, APrinterGetsTheNoteThroughItsDialog)
+{
+    PrinterOnTheDesk desk;
+    Notepad withPrinter{{skin, dialogs, desk}};
+    type(QStringLiteral("to the printer"));
+    withPrinter.DoIt(79);
+    EXPECT_EQ(desk.printed, QStringList{"to the printer"});
+    EXPECT_TRUE(dialogs.calls.isEmpty()) << "the print dialog is the printer's own";
+    desk.answer = Printer::Result::Failed;
+    withPrinter.DoIt(79);
+    EXPECT_EQ(dialogs.messages, QStringList{"The note could not be printed."});
+}
+
+TEST_F(NotepadTest, WithoutAPrinterTheNoteGoesToAPdfFile)
+{
+    if (printer.hasPrinter())
+        GTEST_SKIP() << "this machine has a printer; the PDF route is for machines without";
+    type(QStringLiteral("Shopping\nbread\nmilk \u00e9clairs"));
+    dialogs.saveResult = home.file(QStringLiteral("shopping"));
+    note.DoIt(79);
+    ASSERT_EQ(dialogs.calls.size(), 1);
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Print to PDF File"));
+    EXPECT_EQ(dialogs.calls[0].filter, QStringLiteral("PDF Files|*.pdf"));
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
+    const QString text = pdfText(home.file(QStringLiteral("shopping.pdf")));
+    for (const char *line : {"Shopping", "bread", "milk \u00e9clairs"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(line))) << line << " in " << text.toStdString();
+
+    dialogs.saveResult.clear();
+    note.DoIt(79);
+    EXPECT_TRUE(dialogs.messages.isEmpty()) << "a cancelled dialog prints nothing";
+    dialogs.saveResult = home.file(QStringLiteral("no-such-folder/x.pdf"));
+    note.DoIt(79);
+    EXPECT_EQ(dialogs.messages,
+              QStringList{"The note could not be printed to " +
+                          home.file(QStringLiteral("no-such-folder/x.pdf")) + "."});
+}
