@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
@@ -14,10 +15,23 @@ QString keyPath(const QString &section, const QString &key)
     return section.toLower() + QLatin1Char('/') + key.toLower();
 }
 
+// A program killed while writing the lock beside the file leaves it empty;
+// QSettings would then wait 30 s on every save until the lock ages out. A
+// lock that names its owner is left to QLockFile, which knows a dead one.
+std::unique_ptr<QSettings> openSettings(const QString &iniPath)
+{
+    const QString lock = iniPath + QStringLiteral(".lock");
+    qint64 pid = 0;
+    QString host, app;
+    if (QFileInfo::exists(lock) && !QLockFile(lock).getLockInfo(&pid, &host, &app))
+        QFile::remove(lock);
+    return std::make_unique<QSettings>(iniPath, QSettings::IniFormat);
+}
+
 } // namespace
 
 IniSettingsStore::IniSettingsStore(const QString &iniPath)
-    : m_path(iniPath), m_settings(std::make_unique<QSettings>(iniPath, QSettings::IniFormat))
+    : m_path(iniPath), m_settings(openSettings(iniPath))
 {
     if (m_settings->status() != QSettings::NoError)
         setDamagedFileAside();

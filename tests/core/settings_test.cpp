@@ -5,6 +5,7 @@
 #include "support/temphome.h"
 
 #include <QFile>
+#include <QLockFile>
 #include <gtest/gtest.h>
 
 TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
@@ -143,6 +144,18 @@ TEST(IniSettingsStore, CaseQuirksKeepOneValueAcrossRuns)
     EXPECT_TRUE(text.contains("[config]"));
     EXPECT_TRUE(text.contains("clearplfirst=1"));
     EXPECT_TRUE(text.contains("freq=1017"));
+}
+
+// A program killed while taking the lock beside velto.ini leaves it empty:
+// the next start must not wait for it to age out before every save.
+TEST(IniSettingsStore, AnEmptyLockLeftByAKilledRunDoesNotHoldSavesUp)
+{
+    TempHome home;
+    const QString ini = home.write(QStringLiteral("config/velto/velto.ini"), "[config]\n");
+    home.write(QStringLiteral("config/velto/velto.ini.lock"), QByteArray());
+    IniSettingsStore store(ini);
+    QLockFile lock(ini + QStringLiteral(".lock"));
+    EXPECT_TRUE(lock.tryLock(0)) << "the empty lock is still there";
 }
 
 TEST(IniSettingsStore, BrokenFilesGiveDefaultsAndAreReplacedByAGoodOne)

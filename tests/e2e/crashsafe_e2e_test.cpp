@@ -120,7 +120,7 @@ TEST_F(CrashSafeSaves, EveryFileIsTheOldOrTheNewVersionAfterAKill)
             roundNs = (clock.nsecsElapsed() - first) / 2;
         }
         // From the end of a round, when velto saves at full pace.
-        ASSERT_TRUE(waitForLine(p, "saved", seen));
+        ASSERT_TRUE(waitForLine(p, "saved", seen)) << "kill " << k << ": " << seen.toStdString();
         clock.restart();
         // The kill falls anywhere within the next round and a half: spinning on
         // the clock, not sleeping, since the moment is what is being chosen.
