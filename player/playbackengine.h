@@ -158,6 +158,8 @@ signals:
     void trackStarted(const QString &file);
     // Each tick while playing, after the position was read.
     void ticked(qint64 posMs);
+    // The position jumped to posMs by a seek, not by playing on.
+    void seeked(qint64 posMs);
     void deviceCreated(MediaDevice *device);
 
 private:
