@@ -1,3 +1,4 @@
+#include "mprisbridge.h"
 #include "remotecontrol.h"
 #include "screenscale.h"
 #include "signalbridge.h"
@@ -159,6 +160,12 @@ int main(int argc, char **argv)
             window.close();
         });
     }
+
+    // The desktop's media controls: the bus is no business of the first frame.
+    MprisBridge mpris(velto);
+    QObject::connect(
+        &window, &frmNeOrb::firstFramePainted, &window, [&mpris] { mpris.start(); },
+        Qt::SingleShotConnection);
 
     velto.Load(parser.positionalArguments(), QDir::currentPath(), parser.isSet(kPlay));
     if (terminated)
