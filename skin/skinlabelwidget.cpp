@@ -2,7 +2,10 @@
 
 #include "elementstyle.h"
 
+#include <QAccessible>
 #include <QPainter>
+
+#include <utility>
 
 SkinLabelWidget::SkinLabelWidget(QWidget *parent) : QWidget(parent)
 {
@@ -25,8 +28,17 @@ void SkinLabelWidget::setText(const QString &text)
 {
     if (m_text == text)
         return;
-    m_text = text;
+    const QString before = std::exchange(m_text, text);
     update();
+    // Screen readers hear of it; without one, this is one test of a flag.
+    if (QAccessible::isActive()) {
+        QAccessibleTextUpdateEvent changed(this, 0, before, text);
+        QAccessible::updateAccessibility(&changed);
+        if (toolTip().isEmpty()) {
+            QAccessibleEvent renamed(this, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&renamed);
+        }
+    }
 }
 
 void SkinLabelWidget::setAlignment(Qt::Alignment alignment)

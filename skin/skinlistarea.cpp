@@ -15,4 +15,11 @@ void SkinListArea::configure(const SkinList &list, int scale)
     setGeometry(scaledRect(list.rect, scale));
     applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale, logicalDpiY()));
     setToolTip(list.toolTip);
+    // Screen readers need a name even where the skin gives no tip.
+    static const char *const kinds[] = {
+        "",        "Playlist",          "", "", "Lyrics", "Conversions", "Radio presets",
+        "Choices", "Web radio stations"};
+    setAccessibleName(!list.toolTip.isEmpty() || m_number < 0 || m_number > 8
+                          ? list.toolTip
+                          : QString::fromLatin1(kinds[m_number]));
 }
