@@ -145,13 +145,25 @@ private:
     SkinSliderWidget *slider() const { return static_cast<SkinSliderWidget *>(widget()); }
 };
 
+// AT-SPI has no indicator role Qt maps to: a light reads as a check box
+// nobody can tick, checked while lit.
 class LightAccessible : public QAccessibleWidget
 {
 public:
     explicit LightAccessible(SkinLightWidget *light)
-        : QAccessibleWidget(light, QAccessible::Indicator)
+        : QAccessibleWidget(light, QAccessible::CheckBox)
     {
     }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State s = QAccessibleWidget::state();
+        s.checkable = true;
+        s.checked = widget()->isVisible();
+        s.readOnly = true;
+        return s;
+    }
+    QStringList actionNames() const override { return {}; }
 
     QString text(QAccessible::Text t) const override
     {

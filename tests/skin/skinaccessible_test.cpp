@@ -125,7 +125,7 @@ TEST_F(SkinAccessible, LabelsAndDigitGroupsReadAsTheirText)
     EXPECT_EQ(name(bare), QStringLiteral("PM"));
 }
 
-TEST_F(SkinAccessible, SlidersListsAndLightsSayWhatTheyAre)
+TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
 {
     SkinSliderWidget *position = loader.slider(1);
     loader.setSliderShown(1, true);
@@ -149,13 +149,20 @@ TEST_F(SkinAccessible, SlidersListsAndLightsSayWhatTheyAre)
     SkinListArea *playlist = loader.list(1);
     EXPECT_EQ(role(playlist), QAccessible::List);
     EXPECT_EQ(name(playlist), QStringLiteral("Playlist"));
+    // A list the skin does not place still has a name.
+    EXPECT_EQ(name(loader.list(4)), QStringLiteral("Lyrics"));
+    EXPECT_EQ(name(loader.area(1)), QStringLiteral("Album cover: double-click to choose one"));
 
     LightsView lit;
     lit.visible[2] = true;
     loader.ShowLights(lit);
-    EXPECT_EQ(role(loader.light(2)), QAccessible::Indicator);
-    EXPECT_EQ(name(loader.light(2)), QStringLiteral("PLAY"));
-    EXPECT_EQ(value(loader.light(2)), QStringLiteral("on"));
+    QAccessibleInterface *play = QAccessible::queryAccessibleInterface(loader.light(2));
+    EXPECT_EQ(play->role(), QAccessible::CheckBox);
+    EXPECT_EQ(play->text(QAccessible::Name), QStringLiteral("PLAY"));
+    EXPECT_EQ(play->text(QAccessible::Value), QStringLiteral("on"));
+    EXPECT_TRUE(play->state().checked);
+    EXPECT_TRUE(play->state().readOnly);
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(loader.light(3))->state().checked);
 }
 
 } // namespace
