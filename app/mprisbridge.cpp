@@ -25,17 +25,23 @@ MprisBridge::MprisBridge(Velto &velto)
 
 QStringList MprisBridge::mimeTypes()
 {
+    // The types the menu entry (dist/org.velto.Velto.desktop) opens.
     return {
         QStringLiteral("audio/mpeg"),         QStringLiteral("audio/x-wav"),
         QStringLiteral("audio/flac"),         QStringLiteral("audio/ogg"),
         QStringLiteral("audio/x-vorbis+ogg"), QStringLiteral("audio/x-opus+ogg"),
         QStringLiteral("audio/mp4"),          QStringLiteral("audio/aac"),
-        QStringLiteral("audio/x-ms-wma"),     QStringLiteral("audio/midi"),
-        QStringLiteral("audio/x-mod"),        QStringLiteral("audio/x-s3m"),
+        QStringLiteral("audio/x-aiff"),       QStringLiteral("audio/x-ms-wma"),
+        QStringLiteral("audio/x-matroska"),   QStringLiteral("audio/webm"),
+        QStringLiteral("audio/midi"),         QStringLiteral("audio/x-mod"),
+        QStringLiteral("audio/x-s3m"),        QStringLiteral("audio/x-stm"),
         QStringLiteral("audio/x-xm"),         QStringLiteral("audio/x-it"),
         QStringLiteral("audio/x-mpegurl"),    QStringLiteral("audio/x-scpls"),
         QStringLiteral("video/mpeg"),         QStringLiteral("video/mp4"),
-        QStringLiteral("video/x-msvideo"),    QStringLiteral("video/quicktime"),
+        QStringLiteral("video/ogg"),          QStringLiteral("video/webm"),
+        QStringLiteral("video/x-matroska"),   QStringLiteral("video/x-msvideo"),
+        QStringLiteral("video/x-ms-wmv"),     QStringLiteral("video/quicktime"),
+        QStringLiteral("video/x-flic"),
     };
 }
 
