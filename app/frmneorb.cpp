@@ -4,6 +4,7 @@
 #include "core/snap.h"
 
 #include <QAbstractScrollArea>
+#include <QCursor>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QGuiApplication>
@@ -129,6 +130,19 @@ void frmNeOrb::wheelEvent(QWheelEvent *event)
             return event->ignore();
     emit wheelTurned(event->angleDelta().y());
     event->accept();
+}
+
+void frmNeOrb::showEvent(QShowEvent *event)
+{
+    m_pointerAtShow = QCursor::pos();
+    QWidget::showEvent(event);
+}
+
+void frmNeOrb::enterEvent(QEnterEvent *event)
+{
+    if (event->globalPosition().toPoint() != m_pointerAtShow)
+        emit pointerEntered();
+    QWidget::enterEvent(event);
 }
 
 void frmNeOrb::snapToScreenEdges()

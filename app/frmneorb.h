@@ -38,6 +38,9 @@ signals:
     // Escape: a folder scan ends with it.
     void escapePressed();
     void firstFramePainted();
+    // The user moved the mouse onto the window: a click may follow. A window
+    // that merely appears under a resting pointer does not count.
+    void pointerEntered();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -47,6 +50,8 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void paintPlaceholder(QPainter &p);
@@ -56,6 +61,7 @@ private:
     SkinLoader m_skin;
     KeyboardInput m_keys{*this, m_skin};
     QPoint m_dragOffset; // mouse position within the window while dragging
+    QPoint m_pointerAtShow;
     bool m_dragging = false;
     bool m_painted = false;
 };

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSessionManager>
 #include <QTimer>
@@ -159,6 +160,25 @@ int main(int argc, char **argv)
             std::fflush(stdout);
             window.close();
         });
+    }
+
+    QElapsedTimer playAsked;
+    if (qEnvironmentVariableIsSet("VELTO_REPORT_FIRST_PLAY")) {
+        // Used by the start-up benchmark: Play once the window is up, with the
+        // media engine not loaded yet; report when the position first moves.
+        QObject::connect(&window, &frmNeOrb::firstFramePainted, &window, [&velto, &playAsked] {
+            playAsked.start();
+            velto.DoIt(12);
+        });
+        QObject::connect(&velto.player().engine(), &PlaybackEngine::ticked, &window,
+                         [&window, &playAsked](qint64 position) {
+                             if (position <= 0 || !playAsked.isValid())
+                                 return;
+                             std::printf("velto-first-play ms=%lld\n", playAsked.elapsed());
+                             std::fflush(stdout);
+                             playAsked.invalidate();
+                             window.close();
+                         });
     }
 
     // The desktop's media controls: the bus is no business of the first frame.

@@ -24,8 +24,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                 m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
                 m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
-                m_folder.file(QStringLiteral("nocover.bmp")),
-                [this] { return m_mediaDevices.create(); }}),
+                m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
@@ -68,11 +67,12 @@ void Velto::connectParts()
     connect(&w, &frmNeOrb::wheelTurned, &m_player, &PlayerPart::wheel);
     connect(&w, &frmNeOrb::filesDropped, &m_player, &PlayerPart::addPaths);
     connect(&w, &frmNeOrb::escapePressed, this, [this] { m_player.playlist().cancelScan(); });
-    // Loading the media engine costs ~100 ms and 40 MiB: never before the window shows.
-    connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
-        m_player.windowShown();
-        m_mediaDevices.preload();
-    });
+    // The media engine (~100 ms, some 35 MiB) loads when something is first
+    // about to play, never for a player that only sits there. A pointer
+    // coming onto the window starts it, so the click that follows finds it
+    // loaded or nearly so.
+    connect(&w, &frmNeOrb::firstFramePainted, &m_player, &PlayerPart::windowShown);
+    connect(&w, &frmNeOrb::pointerEntered, this, [this] { m_mediaDevices.preload(); });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
         if (number == VolumeControl::kVolumeSlider) {
             m_player.fade().cancel();

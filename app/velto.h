@@ -71,6 +71,7 @@ public:
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
+    const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -4,6 +4,7 @@
 // playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
 #include "bench/benchsupport.h"
 #include "bench/limit.h"
+#include "bench/procstat.h"
 #include "platform/mediadevice.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/random.h"
@@ -121,17 +122,6 @@ double processCpuSeconds(qint64 pid)
     if (fields.size() < 13)
         return -1;
     return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
-}
-
-double residentMiB(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
-    return -1;
 }
 
 bool ready(benchmark::State &state, const QString &file)

@@ -2,6 +2,7 @@
 // frame, and its resident memory then and once it has settled with nothing to
 // play. Needs an X server (scripts/bench provides one).
 #include "bench/limit.h"
+#include "bench/procstat.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -57,15 +58,17 @@ const Home *seededHome()
     return seeded ? &home : nullptr;
 }
 
-double residentMiB(qint64 pid)
+// The seeded home, or null with the reason the benchmark cannot run.
+const Home *readyHome(benchmark::State &state)
 {
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
-    return -1;
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        state.SkipWithError("no X server");
+        return nullptr;
+    }
+    const Home *home = seededHome();
+    if (!home)
+        state.SkipWithError("velto did not report its first frame");
+    return home;
 }
 
 } // namespace
@@ -74,15 +77,9 @@ double residentMiB(qint64 pid)
 // engine into the program again (about 150 ms) would cross it.
 static void BM_StartToFirstFrame(benchmark::State &state)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        state.SkipWithError("no X server");
+    const Home *home = readyHome(state);
+    if (!home)
         return;
-    }
-    const Home *home = seededHome();
-    if (!home) {
-        state.SkipWithError("velto did not report its first frame");
-        return;
-    }
     double rss = 0;
     for (auto _ : state) {
         const auto [seconds, mib] = startOnce(*home);
@@ -109,15 +106,9 @@ BENCHMARK(BM_StartToFirstFrame)
 // the media engine (some 40 MiB more) left out until something plays.
 static void BM_IdleMemory(benchmark::State &state)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        state.SkipWithError("no X server");
+    const Home *home = readyHome(state);
+    if (!home)
         return;
-    }
-    const Home *home = seededHome();
-    if (!home) {
-        state.SkipWithError("velto did not report its first frame");
-        return;
-    }
     QProcessEnvironment env = home->env;
     env.remove(QStringLiteral("VELTO_REPORT_FIRST_FRAME"));
     double rss = -1;
@@ -157,5 +148,61 @@ static void BM_IdleMemory(benchmark::State &state)
     setLimit(state, 40, "idle_rss_MiB");
 }
 BENCHMARK(BM_IdleMemory)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// A 16-bit mono WAV of silence, written here so the benchmark needs no tools.
+QString silentWav(const QString &path, int seconds)
+{
+    const int rate = 22050;
+    const QByteArray pcm(rate * 2 * seconds, '\0');
+    QByteArray out("RIFF");
+    const auto le = [&out](quint32 value, int bytes) {
+        for (int i = 0; i < bytes; ++i)
+            out.append(char((value >> (8 * i)) & 0xff));
+    };
+    le(quint32(36 + pcm.size()), 4);
+    out += "WAVEfmt ";
+    le(16, 4), le(1, 2), le(1, 2), le(rate, 4), le(rate * 2, 4), le(2, 2), le(16, 2);
+    out += "data";
+    le(quint32(pcm.size()), 4);
+    out += pcm;
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(out) == out.size() ? path : QString();
+}
+
+// Play pressed once the window is up, the media engine not loaded yet: how
+// long until the position moves. Limit 250 ms: the engine loads only for a
+// player that plays, and the first press must still feel like a press.
+static void BM_FirstPlayCold(benchmark::State &state)
+{
+    const Home *home = readyHome(state);
+    if (!home)
+        return;
+    const QString wav = silentWav(home->dir.filePath(QStringLiteral("silence.wav")), 5);
+    QProcessEnvironment env = home->env;
+    env.remove(QStringLiteral("VELTO_REPORT_FIRST_FRAME"));
+    env.insert(QStringLiteral("VELTO_REPORT_FIRST_PLAY"), QStringLiteral("1"));
+    env.insert(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
+    for (auto _ : state) {
+        QProcess velto;
+        velto.setProcessEnvironment(env);
+        velto.start(QStringLiteral(VELTO_BINARY), {wav});
+        QByteArray out;
+        while (!out.contains('\n') && velto.waitForReadyRead(20000))
+            out += velto.readAllStandardOutput();
+        velto.waitForFinished(10000);
+        if (!out.startsWith("velto-first-play")) {
+            state.SkipWithError("velto did not report its first play");
+            return;
+        }
+        state.SetIterationTime(out.mid(out.indexOf("ms=") + 3).trimmed().toDouble() / 1000.0);
+    }
+    setLimit(state, 250);
+}
+BENCHMARK(BM_FirstPlayCold)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 
 BENCHMARK_MAIN();

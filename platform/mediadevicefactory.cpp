@@ -43,7 +43,33 @@ void MediaDeviceFactory::preload()
 {
     if (m_loaded || m_pending.valid())
         return;
-    m_pending = std::async(std::launch::async, &MediaDeviceFactory::load, m_files);
+    m_pending = std::async(std::launch::async, [files = m_files, context = &m_context, this] {
+        Loaded result = load(files);
+        QMetaObject::invokeMethod(
+            context, [this] { runWaiting(); }, Qt::QueuedConnection);
+        return result;
+    });
+}
+
+void MediaDeviceFactory::whenLoaded(std::function<void()> work)
+{
+    if (m_loaded || m_files.isEmpty()) {
+        work();
+        return;
+    }
+    m_waiting.push_back(std::move(work));
+    preload();
+}
+
+void MediaDeviceFactory::runWaiting()
+{
+    loaded();
+    // Work may ask for more work; what it adds runs in this round too.
+    while (!m_waiting.empty()) {
+        const std::function<void()> work = std::move(m_waiting.front());
+        m_waiting.erase(m_waiting.begin());
+        work();
+    }
 }
 
 MediaDeviceFactory::Loaded MediaDeviceFactory::load(const QStringList &files)

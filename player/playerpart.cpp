@@ -15,7 +15,7 @@ PlayerPart::PlayerPart(PlaylistState &playlist, Options options, Services servic
     : m_playlistState(playlist), m_options(options), m_svc(std::move(services)),
       m_engine(playlist, m_flags,
                {options.MCIDevice, options.PBOverlap, options.UseTagCover, options.FriendlyNames},
-               m_svc.skin, m_svc.dialogs, m_svc.random, m_svc.makeDevice),
+               m_svc.skin, m_svc.dialogs, m_svc.random, [this] { return m_svc.devices.create(); }),
       m_volume(m_wave, m_svc.skin), m_fade(m_svc.clock),
       m_playlistControl(playlist,
                         {options.Path, options.ClearPLFirst, options.AutoPlay,
@@ -67,7 +67,8 @@ PlayerPart::PlayerPart(PlaylistState &playlist, Options options, Services servic
     connect(&m_trackInfo, &TrackInfo::lyricsChanged, this, &PlayerPart::stateChanged);
     connect(&m_trackInfo, &TrackInfo::tagSaved, &e, &PlaybackEngine::TagSaved);
 
-    connect(&m_playlistControl, &PlaylistControl::playRequested, &e, &PlaybackEngine::PlayIt);
+    connect(&m_playlistControl, &PlaylistControl::playRequested, this,
+            [this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
     connect(&m_playlistControl, &PlaylistControl::pathChosen, this, &PlayerPart::pathChosen);
     connect(&m_playlistControl, &PlaylistControl::listFileShown, this,
             [this](const QString &file) { m_trackInfo.cover().PlaylistLoaded(file); });
@@ -89,6 +90,15 @@ PlayerPart::~PlayerPart() = default;
 QStringList PlayerPart::modes() const
 {
     return {QStringLiteral("PLAYER"), QStringLiteral("KARAOKE")};
+}
+
+void PlayerPart::startWhenLoaded(std::function<void()> start)
+{
+    m_waitingStart = std::move(start);
+    m_svc.devices.whenLoaded([this] {
+        if (const std::function<void()> start = std::exchange(m_waitingStart, {}))
+            start();
+    });
 }
 
 void PlayerPart::toggle(bool PlayerFlags::*flag)
@@ -116,32 +126,37 @@ void PlayerPart::DoIt(qint16 cmd)
         return;
     case 10:
         pl.cancelScan(); // Stop also ends a folder scan
+        m_waitingStart = {};
         return e.StopIt();
     case 11:
         return e.PauseIt();
     case 12:
-        return e.PlayIt();
+        return startWhenLoaded([&e] { e.PlayIt(); });
     case 14:
-        return e.PrevTrack();
+        return startWhenLoaded([&e] { e.PrevTrack(); });
     case 15:
-        return e.NextTrack();
+        return startWhenLoaded([&e] { e.NextTrack(); });
     case 16:
         return m_trackInfo.ShowAux16();
     case 17:
-        return e.PlSelAct(pl.selectedIndex());
+        return startWhenLoaded([&e, row = pl.selectedIndex()] { e.PlSelAct(row); });
     case 18:
         return pl.PlMoveEntry(+1);
     case 19:
         return pl.PlMoveEntry(-1);
     case 20:
         return pl.PlClear();
+    // What is opened is about to play: the engine starts loading meanwhile.
     case 21:
+        m_svc.devices.preload();
         return pl.PlLoad();
     case 22:
         return pl.PlSaveAs();
     case 23:
+        m_svc.devices.preload();
         return pl.OpenMedia();
     case 24:
+        m_svc.devices.preload();
         return pl.AddFromDir();
     case 25:
         return toggle(&PlayerFlags::IntroScan);
@@ -164,9 +179,11 @@ void PlayerPart::DoIt(qint16 cmd)
     case 34:
         return ToggleAux();
     case 36:
-        return e.PlayPause();
+        if (e.state().playing)
+            return e.PauseIt();
+        return startWhenLoaded([&e] { e.PlayIt(); });
     case 39:
-        return e.JumpTo(m_markPos);
+        return startWhenLoaded([this] { m_engine.JumpTo(m_markPos); });
     case 150:
         return ShowQuickFind();
     default:
@@ -203,16 +220,18 @@ void PlayerPart::showPlaylist()
 
 void PlayerPart::addOpened(const QString &path)
 {
+    m_svc.devices.preload();
     m_playlistControl.addOpened(path);
 }
 
 void PlayerPart::playWhenScanned()
 {
-    m_playlistControl.afterScans([this] { m_engine.PlayIt(); });
+    m_playlistControl.afterScans([this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
 }
 
 void PlayerPart::addPaths(const QStringList &paths)
 {
+    m_svc.devices.preload();
     m_playlistControl.addPaths(paths);
 }
 
@@ -261,7 +280,7 @@ void PlayerPart::wheel(int angleDelta)
 void PlayerPart::switchOn()
 {
     m_fade.fadeIn(); // silent first, so the first note is not at full volume
-    m_engine.PlayIt();
+    startWhenLoaded([this] { m_engine.PlayIt(); });
 }
 
 void PlayerPart::switchOff()
@@ -274,7 +293,8 @@ void PlayerPart::ShowQuickFind()
 {
     if (!m_qfind) {
         m_qfind = std::make_unique<frmQFind>(m_playlistState, m_options.AutoCloseQF, &m_svc.window);
-        connect(m_qfind.get(), &frmQFind::playRequested, &m_engine, &PlaybackEngine::PlayIt);
+        connect(m_qfind.get(), &frmQFind::playRequested, this,
+                [this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
     }
     m_qfind->Form_Load();
     m_qfind->show();

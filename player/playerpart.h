@@ -10,6 +10,7 @@
 #include "volumecontrol.h"
 #include "volumefade.h"
 
+#include "platform/mediadevicefactory.h"
 #include "platform/wavevolume.h"
 #include "skin/skinpart.h"
 
@@ -53,7 +54,8 @@ public:
         const Clock &clock;
         QWidget &window; // parent of the player's own windows
         QString noCoverFile;
-        PlaybackEngine::DeviceFactory makeDevice;
+        // The media engine, loaded when something is first about to play.
+        MediaDeviceFactory &devices;
     };
 
     PlayerPart(PlaylistState &playlist, Options options, Services services);
@@ -115,6 +117,9 @@ signals:
     void ExDevOut(const QString &text);
 
 private:
+    // Starts playback once the media engine is loaded; the window never waits
+    // for it. A later start, or Stop, replaces one still waiting.
+    void startWhenLoaded(std::function<void()> start);
     void toggle(bool PlayerFlags::*flag);
     void ShowQuickFind();
     void ToggleAux();
@@ -133,6 +138,7 @@ private:
     ScanBanner m_scanBanner;
     std::unique_ptr<frmQFind> m_qfind;
     qint32 m_markPos = 0;
+    std::function<void()> m_waitingStart;
     QString m_startCover; // the last run's cover, until the window is on screen
     bool m_shown = false;
     QString m_title = QStringLiteral("Velto");

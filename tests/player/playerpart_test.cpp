@@ -23,6 +23,7 @@ struct PlayerRig
     FakeClock clock;
     QWidget window;
     RecordingSurface skin;
+    MediaDeviceFactory devices{QStringList()}; // no engine: devices play silence
     PlaylistState playlist;
     QString mciDevice = QStringLiteral("0"), validExt = QStringLiteral("mp3"), path;
     qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1, autoCover = 0, autoCloseQF = 0,
@@ -30,8 +31,7 @@ struct PlayerRig
     PlayerPart player{playlist,
                       {mciDevice, pbOverlap, useTagCover, friendlyNames, autoCover, autoCloseQF,
                        clearFirst, autoPlay, validExt, path},
-                      {skin, dialogs, random, clock, window, home.file("nocover.bmp"),
-                       [] { return std::unique_ptr<MediaDevice>(); }}};
+                      {skin, dialogs, random, clock, window, home.file("nocover.bmp"), devices}};
 };
 
 } // namespace
