@@ -29,6 +29,10 @@ check_desktop_files() {
         share/velto/skins/player-main.png share/velto/nocover.bmp; do
         [ -f "$prefix/$file" ] || fail "$prefix has no $file"
     done
+    # The browser's engine is built only where Qt WebEngine is installed.
+    if [ -f "$build/platform/webengine/libvelto_webengine.so" ]; then
+        [ -f "$prefix/lib/velto/libvelto_webengine.so" ] || fail "$prefix has no browser engine"
+    fi
     desktop-file-validate "$desktop" || fail "desktop-file-validate rejects $desktop"
     appstreamcli validate --no-net --pedantic "$metainfo" >"$tmp/appstream.log" 2>&1 ||
         fail "appstreamcli rejects $metainfo: $(cat "$tmp/appstream.log")"
