@@ -1,9 +1,8 @@
 #include "frmicon.h"
 
+#include "appicon.h"
 #include "popupmenu.h"
 
-#include <QPainter>
-#include <QPainterPath>
 #include <QPixmap>
 #include <QWidget>
 
@@ -76,29 +75,8 @@ void frmIcon::activated(QSystemTrayIcon::ActivationReason reason)
 
 QIcon trayIconImage()
 {
-    const QColor slate(0x2b, 0x32, 0x3f);
-    const QColor cyan(0x7f, 0xd8, 0xff);
     QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter p(&pixmap);
-        p.setRenderHint(QPainter::Antialiasing);
-        const qreal s = size;
-        const qreal ring = qMax(1.0, s / 16);
-        p.setPen(QPen(cyan, ring));
-        p.setBrush(slate);
-        p.drawEllipse(QRectF(ring / 2, ring / 2, s - ring, s - ring));
-
-        QPainterPath v;
-        v.moveTo(s * 0.30, s * 0.30);
-        v.lineTo(s * 0.50, s * 0.72);
-        v.lineTo(s * 0.70, s * 0.30);
-        p.setPen(QPen(cyan, qMax(1.5, s * 0.12), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        p.setBrush(Qt::NoBrush);
-        p.drawPath(v);
-        p.end();
-        icon.addPixmap(pixmap);
-    }
+    for (const int size : {16, 22, 24, 32, 48, 64})
+        icon.addPixmap(QPixmap::fromImage(appIconImage(size)));
     return icon;
 }

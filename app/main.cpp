@@ -1,3 +1,5 @@
+#include "mprisbridge.h"
+#include "remotecontrol.h"
 #include "screenscale.h"
 #include "signalbridge.h"
 #include "velto.h"
@@ -11,6 +13,7 @@
 #include "platform/random.h"
 #include "platform/screens.h"
 #include "platform/settingsstore.h"
+#include "platform/singleinstance.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -37,6 +40,7 @@ void describe(QCommandLineParser &parser)
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption(kPlay);
+    addRemoteOptions(parser);
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Media files, a playlist or a folder to open."),
                                  QStringLiteral("[FILE...]"));
@@ -78,6 +82,22 @@ int main(int argc, char **argv)
         describe(parser);
         parser.process(app);
         return 0;
+    }
+
+    // One Velto per user: a start while one runs hands its command line over
+    // and ends, before it costs a window.
+    SingleInstance instance(SingleInstance::defaultPath());
+    {
+        QStringList arguments;
+        for (int i = 0; i < argc; ++i)
+            arguments << QString::fromLocal8Bit(argv[i]);
+        QCommandLineParser early;
+        describe(early);
+        if (early.parse(arguments)) {
+            if (const std::optional<int> done =
+                    handOver(instance, requestFrom(early, QDir::currentPath())))
+                return *done;
+        }
     }
 
     // A shaped frameless window cannot place itself on Wayland; XWayland can.
@@ -122,6 +142,9 @@ int main(int argc, char **argv)
     Velto velto({store, dialogs, clock, random, screens}, folder);
     frmNeOrb &window = velto.window();
     dialogs.setParent(&window);
+    RemoteControl remote(velto, dialogs);
+    // Before any message box: a start waiting for the lock must not wait on the user.
+    instance.listen([&remote](const QByteArray &request) { return remote.answer(request); });
     if (!folderProblem.isEmpty())
         dialogs.message(folderProblem);
 
@@ -167,6 +190,12 @@ int main(int argc, char **argv)
                              window.close();
                          });
     }
+
+    // The desktop's media controls: the bus is no business of the first frame.
+    MprisBridge mpris(velto);
+    QObject::connect(
+        &window, &frmNeOrb::firstFramePainted, &window, [&mpris] { mpris.start(); },
+        Qt::SingleShotConnection);
 
     velto.Load(parser.positionalArguments(), QDir::currentPath(), parser.isSet(kPlay));
     if (terminated)

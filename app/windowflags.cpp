@@ -16,3 +16,11 @@ void SetOnTop(QWidget &window, bool onTop)
     if (QWindow *handle = window.windowHandle())
         handle->setFlags(flags);
 }
+
+void bringForward(QWidget &window)
+{
+    window.show();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}

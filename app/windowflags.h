@@ -6,3 +6,7 @@ class QWidget;
 // without moving, resizing or hiding it. Other window flags (the frameless
 // one of the shaped main window) stay as they are.
 void SetOnTop(QWidget &window, bool onTop);
+
+// Shows the window in front, from the tray or minimised too: a second start
+// of the program or the desktop's media controls asked for it.
+void bringForward(QWidget &window);

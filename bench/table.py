@@ -20,7 +20,7 @@ import sys
 # Parts of a run name that say how it was run, not what it measures.
 HOW_RUN = re.compile(r"^(iterations|repeats|min_time|min_warmup_time|threads):|"
                      r"^(manual_time|real_time|process_time)$")
-UNITS = {"ns", "us", "ms", "s", "KiB", "MiB", "x"}
+UNITS = {"ns", "us", "ms", "s", "KiB", "MiB", "x", "pct"}
 
 
 def number(value):

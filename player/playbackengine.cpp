@@ -455,6 +455,7 @@ void PlaybackEngine::PlayFrom(qint32 pos)
         pos = m_state.TrackLength - 1000;
     if (m_state.CurDevice == kDelay) {
         m_state.PlayPos = qMax(pos, 0);
+        emit seeked(m_state.PlayPos);
         return;
     }
     MediaDevice *device = m_devices[size_t(m_state.CurMci)].get();
@@ -467,6 +468,7 @@ void PlaybackEngine::PlayFrom(qint32 pos)
         m_state.paused = false;
         ShowLights();
     }
+    emit seeked(qMax(pos, 0));
 }
 
 void PlaybackEngine::GetPlayPos()

@@ -163,6 +163,8 @@ signals:
     void trackStarted(const QString &file);
     // Each tick while playing, after the position was read.
     void ticked(qint64 posMs);
+    // The position jumped to posMs by a seek, not by playing on.
+    void seeked(qint64 posMs);
     void deviceCreated(MediaDevice *device);
     // Entries the CD part plays: a disc image (a .cue) and a CD track file
     // ("Track05.cda"), met among the media files.

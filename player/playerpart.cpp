@@ -239,6 +239,18 @@ void PlayerPart::addPaths(const QStringList &paths)
     m_playlistControl.addPaths(paths);
 }
 
+void PlayerPart::openHanded(const QStringList &paths, bool play)
+{
+    m_playlistControl.addThen(paths, [this, play](int first) {
+        if (first == 0)
+            return;
+        if (play)
+            return m_engine.PlSelAct(first - 1);
+        if (m_playlistState.CurTrack == 0)
+            m_playlistState.CurTrack = first;
+    });
+}
+
 // A big picture would hold up the first frame; it is decoded after it.
 void PlayerPart::setStartCover(const QString &file)
 {

@@ -80,6 +80,9 @@ public:
 
     // Files and folders dropped on the window, in their order.
     void addPaths(const QStringList &paths);
+    // Files another start of the program handed over: added like a drop,
+    // the first of them becomes the current entry, and plays when `play`.
+    void openHanded(const QStringList &paths, bool play);
     void windowShown();
     // The list on the skin shows the playlist as it stands (after start-up
     // read the last one).

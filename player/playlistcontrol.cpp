@@ -10,6 +10,8 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include <memory>
+
 namespace {
 
 // "*FAR" lacks its dot on purpose: it also catches names that merely end in FAR.
@@ -207,6 +209,18 @@ void PlaylistControl::addPaths(const QStringList &paths)
 {
     for (const QString &path : paths)
         enqueue([this, path] { add(path); });
+}
+
+void PlaylistControl::addThen(const QStringList &paths, std::function<void(int first)> then)
+{
+    // Counted when the work before it is done, so a scan still running
+    // does not count as what these paths brought.
+    auto before = std::make_shared<qsizetype>(0);
+    enqueue([this, before] { *before = m_state.PlPath.size(); });
+    addPaths(paths);
+    enqueue([this, before, then = std::move(then)] {
+        then(m_state.PlPath.size() > *before ? int(*before) + 1 : 0);
+    });
 }
 
 void PlaylistControl::addOpened(const QString &path)

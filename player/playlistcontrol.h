@@ -64,6 +64,9 @@ public:
     void addOpened(const QString &path);
     // Runs work once the folder scans already asked for have ended.
     void afterScans(std::function<void()> work) { enqueue(std::move(work)); }
+    // Adds the paths like a drop, then tells `then` the 1-based number of the
+    // first entry they brought, or 0 when they brought none.
+    void addThen(const QStringList &paths, std::function<void(int first)> then);
 
     // The list that shows the names; its keys and double clicks arrive here.
     // It may be null (a skin without a playlist).

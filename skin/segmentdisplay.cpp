@@ -190,6 +190,27 @@ void letterCell(char32_t c, int &row, int &col)
     }
 }
 
+// The cell of the digit sheet that shows character i of a group's text: 0
+// to 9 the digits, 10 a blank (leading zeros until zeroState turns 1), 11
+// ".", 12 ":", 13 "-". Anything else shows as a blank.
+int digitCell(char16_t c, qsizetype i, int &zeroState)
+{
+    int col = 10;
+    if (c == u'0' && zeroState < 1) {
+        col = 10;
+    } else if (c >= u'0' && c <= u'9') {
+        col = c - u'0';
+        zeroState = 1;
+    } else if (c == u'.' || c == u':') {
+        col = c == u'.' ? 11 : 12;
+    } else if (c == u'-') {
+        col = 13;
+    }
+    if (i == 0 && zeroState == -1)
+        zeroState = 1;
+    return col;
+}
+
 // Width of the group's cell on the window, decided by its display mode.
 int cellWidth(const DigitGroup &g)
 {
@@ -323,6 +344,39 @@ QVariant SegmentDisplay::value(int index) const
     return m_slots[size_t(index)].value;
 }
 
+QString SegmentDisplay::text(int index) const
+{
+    if (index < 0 || index >= GroupCount)
+        return {};
+    const Slot &slot = m_slots[size_t(index)];
+    const int sheet = slot.layout.sheetType;
+    if (!slot.layout.visible || sheet < 0 || sheet > 3)
+        return {};
+    char16_t buffer[TextCapacity];
+    QString holder;
+    int zeroState = 0;
+    const QStringView text = makeText(slot, slot.value, buffer, zeroState, holder);
+    QString shown;
+    if (sheet == 0) {
+        static constexpr char16_t glyphs[] = u"0123456789 .:-";
+        for (qsizetype i = 0; i < text.size(); ++i)
+            shown += QChar(glyphs[digitCell(text[i].unicode(), i, zeroState)]);
+        // Blanked hours leave their colon standing: "  :03:25" reads as "03:25".
+        qsizetype first = 0;
+        while (first < shown.size() &&
+               (shown[first] == u' ' || shown[first] == u':' ||
+                (shown[first] == u'.' && first + 1 < shown.size() && !shown[first + 1].isDigit())))
+            ++first;
+        shown.remove(0, first);
+    } else {
+        const int cells = std::abs(int(slot.layout.mode));
+        shown = text.left(cells).toString();
+        if (sheet >= 2)
+            shown = shown.toUpper();
+    }
+    return shown.trimmed();
+}
+
 void SegmentDisplay::sendLabel9(QStringView text)
 {
     // The clock redraws many times a second; the label only changes once.
@@ -335,7 +389,7 @@ void SegmentDisplay::sendLabel9(QStringView text)
 }
 
 QStringView SegmentDisplay::makeText(const Slot &slot, const QVariant &value, char16_t *buffer,
-                                     int &zeroState, QString &holder)
+                                     int &zeroState, QString &holder) const
 {
     const int mode = slot.layout.mode;
     zeroState = 0;
@@ -363,9 +417,6 @@ QStringView SegmentDisplay::makeText(const Slot &slot, const QVariant &value, ch
             buffer[len++] = h < 12 ? u'A' : u'P';
             buffer[len++] = u'M';
         }
-        // Characters 7 and 8: AM/PM or blanks in mode 1, the seconds in mode 2;
-        // so the 12-hour form of mode 2 shows no AM/PM at all.
-        sendLabel9(QStringView(buffer + 6, 2));
         zeroState = m_twentyFourHour ? 1 : 0;
         return QStringView(buffer, 5);
     }
@@ -453,22 +504,8 @@ void SegmentDisplay::drawDigits(const Slot &slot, QStringView text, int zeroStat
         // Whatever follows lies beyond the canvas: stop, however long the text.
         if ((forward && pen >= t.dstW) || (backward && pen + widest <= 0))
             break;
-        const char16_t c = text[i].unicode();
-        int col = 10;
-        bool isNarrow = false;
-        if (c == u'0' && zeroState < 1) {
-            col = 10;
-        } else if (c >= u'0' && c <= u'9') {
-            col = c - u'0';
-            zeroState = 1;
-        } else if (c == u'.' || c == u':') {
-            col = c == u'.' ? 11 : 12;
-            isNarrow = true;
-        } else if (c == u'-') {
-            col = 13;
-        }
-        if (i == 0 && zeroState == -1)
-            zeroState = 1;
+        const int col = digitCell(text[i].unicode(), i, zeroState);
+        const bool isNarrow = col == 11 || col == 12;
         const qint64 glyphWidth = isNarrow ? narrow : w;
         t.copy(g.faceX + col * w, g.faceY, glyphWidth, g.height, pen, g.y);
         pen += isNarrow ? stepNarrow : stepWide;
@@ -516,6 +553,10 @@ void SegmentDisplay::SetDD(int group, const QVariant &value)
     QString holder;
     int zeroState = 0;
     const QStringView text = makeText(slot, value, buffer, zeroState, holder);
+    // Characters 7 and 8 of a clock: AM/PM or blanks in mode 1, the seconds
+    // in mode 2; so the 12-hour form of mode 2 shows no AM/PM at all.
+    if (slot.layout.mode == 1 || slot.layout.mode == 2)
+        sendLabel9(QStringView(buffer + 6, 2));
 
     const int sheet = slot.layout.sheetType;
     if (sheet < 0 || sheet > 3)

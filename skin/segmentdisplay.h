@@ -51,6 +51,10 @@ public:
 
     // The last value given to SetDD for the group, whether or not it was drawn.
     QVariant value(int index) const;
+    // What the group shows now, as a screen reader reads it: the characters
+    // drawn, without the blanks of leading zeros and unused cells. Empty for
+    // a hidden group.
+    QString text(int index) const;
 
     // 24-hour clock when the "TimeFmt" setting is not 0.
     void setTimeFmt(qint16 timeFmt) { m_twentyFourHour = timeFmt != 0; }
@@ -68,7 +72,7 @@ private:
     struct Target;
 
     QStringView makeText(const Slot &slot, const QVariant &value, char16_t *buffer, int &zeroState,
-                         QString &holder);
+                         QString &holder) const;
     void sendLabel9(QStringView text);
     bool prepareTarget(Target &target);
     void drawDigits(const Slot &slot, QStringView text, int zeroState, Target &target);

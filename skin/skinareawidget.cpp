@@ -13,6 +13,7 @@ void SkinAreaWidget::place(const QRect &geometry, const QString &toolTip, bool t
 {
     setGeometry(geometry);
     setToolTip(toolTip);
+    setAccessibleName(toolTip);
     setAttribute(Qt::WA_TransparentForMouseEvents, !takesClicks && toolTip.isEmpty());
 }
 

@@ -32,6 +32,14 @@ void SkinClickable::mouseReleaseEvent(QMouseEvent *event)
     emit released(m_index, rect().contains(event->position().toPoint()));
 }
 
+void SkinClickable::click()
+{
+    if (m_down)
+        return; // the mouse holds it
+    emit pressed(m_index);
+    emit released(m_index, true);
+}
+
 void SkinClickable::hideEvent(QHideEvent *event)
 {
     // A widget hidden while held never sees its release.

@@ -14,6 +14,8 @@ public:
     int index() const { return m_index; }
     void setIndex(int index) { m_index = index; }
     bool isDown() const { return m_down; }
+    // A press and release in one, for assistive technology: the command runs.
+    void click();
 
 signals:
     void pressed(int index);

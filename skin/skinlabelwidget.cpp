@@ -3,42 +3,12 @@
 #include "elementstyle.h"
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QPainter>
 
-namespace {
-
-// A label is read by screen readers (and by tests through the accessibility
-// bus) as static text: the whole text, even where the skin cuts it short.
-class SkinLabelAccessible : public QAccessibleWidget
-{
-public:
-    explicit SkinLabelAccessible(SkinLabelWidget *label)
-        : QAccessibleWidget(label, QAccessible::StaticText)
-    {
-    }
-    QString text(QAccessible::Text t) const override
-    {
-        if (t == QAccessible::Name)
-            return static_cast<const SkinLabelWidget *>(widget())->text();
-        return QAccessibleWidget::text(t);
-    }
-};
-
-QAccessibleInterface *labelAccessible(const QString &key, QObject *object)
-{
-    if (key == QLatin1String("SkinLabelWidget"))
-        if (auto *label = qobject_cast<SkinLabelWidget *>(object))
-            return new SkinLabelAccessible(label);
-    return nullptr;
-}
-
-} // namespace
+#include <utility>
 
 SkinLabelWidget::SkinLabelWidget(QWidget *parent) : QWidget(parent)
 {
-    static const bool factory = (QAccessible::installFactory(labelAccessible), true);
-    Q_UNUSED(factory);
     setFocusPolicy(Qt::NoFocus);
 }
 
@@ -58,11 +28,16 @@ void SkinLabelWidget::setText(const QString &text)
 {
     if (m_text == text)
         return;
-    m_text = text;
+    const QString before = std::exchange(m_text, text);
     update();
+    // Screen readers hear of it; without one, this is one test of a flag.
     if (QAccessible::isActive()) {
-        QAccessibleEvent changed(this, QAccessible::NameChanged);
+        QAccessibleTextUpdateEvent changed(this, 0, before, text);
         QAccessible::updateAccessibility(&changed);
+        if (toolTip().isEmpty()) {
+            QAccessibleEvent renamed(this, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&renamed);
+        }
     }
 }
 

@@ -1,8 +1,10 @@
 #include "skinloader.h"
 
 #include "elementstyle.h"
+#include "skinaccessible.h"
 #include "skinanimwidget.h"
 #include "skinareawidget.h"
+#include "skindigitcell.h"
 #include "skinlabelwidget.h"
 #include "skinlightwidget.h"
 #include "skinlistarea.h"
@@ -116,6 +118,7 @@ SkinLoader::SkinLoader(QWidget &window, Dialogs &dialogs, const Clock &clock)
       m_buttons(window)
 {
     connect(&m_buttons, &SkinButtons::command, this, &SkinLoader::command);
+    installSkinAccessibility();
 }
 
 SkinLoader::~SkinLoader()
@@ -234,9 +237,10 @@ void SkinLoader::placeElements()
 void SkinLoader::placeDigitCells()
 {
     for (const SkinDigitGroup &d : m_skin.digitGroups) {
-        QPointer<SkinAreaWidget> &cell = m_cells[size_t(d.number)];
+        QPointer<SkinDigitCell> &cell = m_cells[size_t(d.number)];
         if (!cell)
-            cell = new SkinAreaWidget(-1, &m_window);
+            cell = new SkinDigitCell(
+                d.number, [this, group = d.number] { return shownDigits(group); }, &m_window);
         cell->place(scaledRect(cellRect(m_display.group(d.number)), m_scale), d.toolTip, false);
         placeOnTop(*cell);
     }
@@ -346,6 +350,22 @@ void SkinLoader::drawDD(int group, const QVariant &value)
     m_drawing = group;
     m_display.SetDD(group, value);
     m_drawing = -1;
+    if (m_cells[size_t(group)])
+        m_cells[size_t(group)]->drawn();
+}
+
+SkinDigitCell *SkinLoader::digitCell(int group) const
+{
+    return group >= 0 && group < SegmentDisplay::GroupCount ? m_cells[size_t(group)].data()
+                                                            : nullptr;
+}
+
+QString SkinLoader::shownDigits(int group) const
+{
+    // A scrolling name is read whole, not as the few letters passing by.
+    if (group == NameScroller::kGroup && m_scroller.enabled() && m_display.group(group).visible)
+        return m_scroller.text();
+    return m_display.text(group);
 }
 
 void SkinLoader::setGroupVisible(int group, bool visible)

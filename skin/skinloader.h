@@ -20,6 +20,7 @@ class QPainter;
 class QWidget;
 class SkinAnimWidget;
 class SkinAreaWidget;
+class SkinDigitCell;
 class SkinLabelWidget;
 class SkinLightWidget;
 class SkinListArea;
@@ -91,6 +92,9 @@ public:
     void setTimeFmt(bool twentyFourHour) { m_display.setTimeFmt(twentyFourHour ? 1 : 0); }
     // Hiding a group shows the skin's picture in its place again.
     void setGroupVisible(int group, bool visible);
+    // What the group shows, as a screen reader reads it.
+    QString shownDigits(int group) const;
+    SkinDigitCell *digitCell(int group) const; // null when no skin placed it
     const SegmentDisplay &display() const { return m_display; }
 
     void setLabel(int number, const QString &text) override;
@@ -148,7 +152,7 @@ private:
 
     std::array<QPointer<SkinLabelWidget>, 81> m_labels;
     std::array<QPointer<SkinLightWidget>, LightsView::Count + 1> m_lights;
-    std::array<QPointer<SkinAreaWidget>, SegmentDisplay::GroupCount> m_cells;
+    std::array<QPointer<SkinDigitCell>, SegmentDisplay::GroupCount> m_cells;
     std::array<QPointer<SkinSliderWidget>, 7> m_sliders;
     std::array<QPointer<SkinListArea>, 9> m_lists;
     QPointer<SkinTextArea> m_notepad;

@@ -1,5 +1,7 @@
 #include "skinsliderwidget.h"
 
+#include <QAccessible>
+
 #include "elementstyle.h"
 
 #include <QMouseEvent>
@@ -63,9 +65,21 @@ void SkinSliderWidget::setValue(double value)
         return;
     const QRect before = knobRect();
     m_value = value;
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(this, value * 100.0);
+        QAccessible::updateAccessibility(&event);
+    }
     // Playback moves the value every tick; most steps move no pixel.
     if (const QRect after = knobRect(); after != before)
         update(before | after);
+}
+
+void SkinSliderWidget::setValueAsUser(double value)
+{
+    if (m_dragging || !std::isfinite(value))
+        return;
+    userSet(value);
+    emit dragFinished(m_number, m_value);
 }
 
 void SkinSliderWidget::userSet(double value)

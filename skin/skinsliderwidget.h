@@ -25,6 +25,8 @@ public:
     // From the program: moves the knob without signalling.
     void setValue(double value);
     bool dragging() const { return m_dragging; }
+    // As if the user dragged the knob there and let go (assistive technology).
+    void setValueAsUser(double value);
     // The knob on the window, in window pixels.
     QRect knobRect() const;
 

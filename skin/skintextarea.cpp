@@ -13,4 +13,5 @@ void SkinTextArea::configure(const SkinList &list, int scale)
     setGeometry(scaledRect(list.rect, scale));
     applyAreaStyle(*this, list.foreColour, list.backColour, listFont(list, scale, logicalDpiY()));
     setToolTip(list.toolTip);
+    setAccessibleName(list.toolTip);
 }

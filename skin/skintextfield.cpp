@@ -26,4 +26,5 @@ void SkinTextField::configure(const SkinLabel &field, int scale)
     setPalette(p);
     setFont(fontFromSkin(field.font, scale, logicalDpiY()));
     setToolTip(field.toolTip);
+    setAccessibleName(field.toolTip);
 }

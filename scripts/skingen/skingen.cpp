@@ -1,7 +1,10 @@
 // Draws every picture Velto ships: the skins of each mode (main and resource
-// bitmaps plus their .skin files), the glyph sheets they use, and nocover.bmp.
+// bitmaps plus their .skin files), the glyph sheets they use, nocover.bmp and,
+// with --icons, the program's icon at the sizes icon themes look for.
 // Restyling a skin means editing this file and running scripts/make-skins; the
 // output is byte-for-byte the same on every run, so a diff shows real changes.
+
+#include "app/appicon.h"
 
 #include <QColor>
 #include <QConicalGradient>
@@ -2408,6 +2411,26 @@ QImage noCover()
             3);
     return img;
 }
+// The hicolor theme's layout, which every desktop falls back to.
+bool writeIcons(const QString &folder, QString *error)
+{
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        const QString dir = QStringLiteral("%1/hicolor/%2x%2/apps").arg(folder).arg(size);
+        if (!QDir().mkpath(dir)) {
+            *error = QStringLiteral("cannot create %1").arg(dir);
+            return false;
+        }
+        if (!savePng(appIconImage(size), dir + QStringLiteral("/org.velto.Velto.png"), error))
+            return false;
+    }
+    return true;
+}
+
+QString optionValue(const QStringList &args, const QString &name)
+{
+    const int at = args.indexOf(name);
+    return at > 0 && at + 1 < args.size() ? args[at + 1] : QString();
+}
 } // namespace
 
 int main(int argc, char **argv)
@@ -2417,14 +2440,13 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
     const QStringList args = app.arguments();
     if (args.size() < 2) {
-        std::fprintf(stderr, "usage: velto_skingen DATA-FOLDER [--preview FOLDER]\n");
+        std::fprintf(stderr,
+                     "usage: velto_skingen DATA-FOLDER [--preview FOLDER] [--icons FOLDER]\n");
         return 2;
     }
     const QString data = args[1];
-    QString previews;
-    const int previewAt = args.indexOf(QStringLiteral("--preview"));
-    if (previewAt > 0 && previewAt + 1 < args.size())
-        previews = args[previewAt + 1];
+    const QString previews = optionValue(args, QStringLiteral("--preview"));
+    const QString icons = optionValue(args, QStringLiteral("--icons"));
 
     for (const QString &family : {kSans, kMono}) {
         if (QFontInfo(QFont(family)).family() != family)
@@ -2456,6 +2478,10 @@ int main(int argc, char **argv)
     QSaveFile file(data + QStringLiteral("/nocover.bmp"));
     if (!file.open(QIODevice::WriteOnly) || !cover.save(&file, "BMP") || !file.commit()) {
         std::fprintf(stderr, "velto_skingen: cannot write nocover.bmp\n");
+        return 1;
+    }
+    if (!icons.isEmpty() && !writeIcons(icons, &error)) {
+        std::fprintf(stderr, "velto_skingen: %s\n", qPrintable(error));
         return 1;
     }
     if (previews.isEmpty())

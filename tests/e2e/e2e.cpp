@@ -25,6 +25,8 @@ const char *const kScalingVariables[] = {"QT_SCALE_FACTOR",
                                          "QT_FONT_DPI",
                                          "VELTO_SCALE"};
 
+QGuiApplication &guiApp();
+
 } // namespace
 
 VeltoProcess::VeltoProcess()
@@ -84,6 +86,9 @@ void VeltoProcess::setEnvironment(const QString &name, const QString &value)
 bool VeltoProcess::start(const QStringList &args)
 {
     m_args = args;
+    // A process started before the application object is never seen to end:
+    // its notifiers need the event dispatcher the application brings.
+    guiApp();
     m_process.start(QStringLiteral(VELTO_BINARY), args);
     return m_process.waitForStarted(5000);
 }

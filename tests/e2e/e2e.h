@@ -23,10 +23,17 @@ public:
     // Adds to the environment of the next start; the user's screen scaling
     // never reaches velto, so sizes are those of the skin unless a test says.
     void setEnvironment(const QString &name, const QString &value);
+    QProcessEnvironment environment() const { return m_process.processEnvironment(); }
     // The X window id once the window is mapped, or empty after the timeout. The
     // margins are wide: a sanitizer build on a busy machine starts slowly.
     QString waitForWindow(int timeoutMs = 20000);
     bool waitForExit(int timeoutMs = 20000);
+    bool finished() const { return m_process.state() == QProcess::NotRunning; }
+    // -1 after a crash.
+    int exitCode() const
+    {
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
     // Sends the signal while velto runs. Never kill() the pid blindly: once the
     // process has gone its pid reads 0, and kill(0, ...) hits our whole group.
     void signal(int signo);

@@ -205,6 +205,45 @@ TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
     EXPECT_EQ(sent, (std::vector<QString>{"09", "10", "10"}));
 }
 
+// What a screen reader hears: the glyphs drawn, without the blank cells
+// around them or the colon of blanked hours.
+TEST_F(SegmentDisplayTest, TextReadsWhatTheGroupShows)
+{
+    clock.time.setTime(QTime(21, 30));
+    display.setTimeFmt(0);
+    const struct
+    {
+        qint16 sheet, mode;
+        QVariant value;
+        const char *read;
+    } cases[] = {
+        {0, -3, 7, "07"},
+        {0, 5, 3909, "1:05:09"},
+        {0, 5, 0, "0:00:00"},
+        {0, 3, 0.5, ".5"},
+        {0, 3, 0, ""},
+        {0, 0, "Mute", ""},
+        {0, 7, "12-3", "12-3"},
+        {0, 1, 0, "9:30"},
+        {1, 5, "hello", "hello"},
+        {1, 6, " ab ", "ab"},
+        {2, 4, "abcdef", "ABCD"},
+        {3, 3, "a?", "A?"},
+    };
+    for (const auto &c : cases) {
+        const Drawn drawn = show(group(c.sheet, c.mode), c.value);
+        labels.clear();
+        EXPECT_EQ(display.text(0), QString::fromLatin1(c.read))
+            << "sheet " << c.sheet << " mode " << c.mode << " drawn '" << drawn.text.toStdString()
+            << "'";
+        EXPECT_TRUE(labels.empty()) << "reading draws nothing and sends nothing";
+    }
+    display.setGroupVisible(0, false);
+    EXPECT_EQ(display.text(0), QString());
+    EXPECT_EQ(display.text(-1), QString());
+    EXPECT_EQ(display.text(SegmentDisplay::GroupCount), QString());
+}
+
 TEST_F(SegmentDisplayTest, GlyphsLandWholeAtTheirWidthAndTheGapSeparatesThem)
 {
     const Drawn d = show(group(0, 5, 2), 3909);

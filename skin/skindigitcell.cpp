@@ -1,0 +1,26 @@
+#include "skindigitcell.h"
+
+#include <QAccessible>
+
+SkinDigitCell::SkinDigitCell(int group, Reader reader, QWidget *parent)
+    : SkinAreaWidget(-1, parent), m_group(group), m_reader(std::move(reader))
+{
+}
+
+void SkinDigitCell::drawn()
+{
+    // The clock and the playing time draw several times a second: without a
+    // screen reader nothing is read back, and with one only real changes go out.
+    if (!QAccessible::isActive())
+        return;
+    const QString now = shownText();
+    if (now == m_announced)
+        return;
+    const QString before = std::exchange(m_announced, now);
+    QAccessibleTextUpdateEvent changed(this, 0, before, now);
+    QAccessible::updateAccessibility(&changed);
+    if (toolTip().isEmpty()) {
+        QAccessibleEvent renamed(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
+    }
+}

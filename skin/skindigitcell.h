@@ -1,0 +1,27 @@
+#pragma once
+
+#include "skinareawidget.h"
+
+#include <functional>
+
+// The place of a digit group on the window. The segment display paints the
+// digits onto the skin's picture; the cell carries the group's tool tip and
+// tells screen readers what the group shows.
+class SkinDigitCell : public SkinAreaWidget
+{
+    Q_OBJECT
+public:
+    using Reader = std::function<QString()>;
+
+    SkinDigitCell(int group, Reader reader, QWidget *parent);
+
+    int group() const { return m_group; }
+    QString shownText() const { return m_reader ? m_reader() : QString(); }
+    // The group was drawn: a screen reader, if one listens, hears the change.
+    void drawn();
+
+private:
+    int m_group;
+    Reader m_reader;
+    QString m_announced;
+};

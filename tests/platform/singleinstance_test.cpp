@@ -1,0 +1,204 @@
+#include "platform/singleinstance.h"
+
+#include <QLocalSocket>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace {
+
+// A socket file as a killed owner leaves it: bound, nobody listening.
+bool leaveDeadSocket(const QString &path)
+{
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = QFile::encodeName(path);
+    std::memcpy(address.sun_path, name.constData(), size_t(name.size()));
+    const bool bound = ::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
+    ::close(fd);
+    return bound;
+}
+
+class SingleInstanceTest : public ::testing::Test
+{
+protected:
+    QString path() const { return dir.filePath(QStringLiteral("velto/instance")); }
+
+    // The asking start runs on a thread of its own while the owner's event
+    // loop turns here, as two processes would.
+    template<typename F> auto onOtherStart(F work)
+    {
+        auto result = std::async(std::launch::async, work);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
+            10000));
+        return result.get();
+    }
+
+    std::optional<QByteArray> askOnce(const QByteArray &request)
+    {
+        return onOtherStart([this, request]() -> std::optional<QByteArray> {
+            SingleInstance other(path());
+            if (other.claim() != SingleInstance::Role::Other)
+                return std::nullopt;
+            return other.ask(request, 5000);
+        });
+    }
+
+    QTemporaryDir dir;
+    QList<QByteArray> requests;
+    SingleInstance::Handler echo = [this](const QByteArray &request) {
+        requests << request;
+        return "got " + request;
+    };
+};
+
+TEST_F(SingleInstanceTest, FirstStartOwnsTheSocketAndLaterStartsAskIt)
+{
+    SingleInstance owner(path());
+    ASSERT_EQ(owner.claim(), SingleInstance::Role::Owner);
+    ASSERT_TRUE(owner.listen(echo));
+    EXPECT_EQ(askOnce("play a.mp3"), QByteArray("got play a.mp3"));
+    EXPECT_EQ(askOnce(""), QByteArray("got "));
+    EXPECT_EQ(requests, (QList<QByteArray>{"play a.mp3", ""}));
+    // Only the user may connect.
+    EXPECT_EQ(QFileInfo(path()).permissions() &
+                  (QFile::ReadOther | QFile::WriteOther | QFile::ReadGroup | QFile::WriteGroup),
+              QFile::Permissions());
+}
+
+TEST_F(SingleInstanceTest, OwnerGoneLeavesNoSocket)
+{
+    {
+        SingleInstance owner(path());
+        ASSERT_EQ(owner.claim(), SingleInstance::Role::Owner);
+        ASSERT_TRUE(owner.listen(echo));
+        EXPECT_TRUE(QFileInfo::exists(path()));
+    }
+    EXPECT_FALSE(QFileInfo::exists(path()));
+    SingleInstance next(path());
+    EXPECT_EQ(next.claim(), SingleInstance::Role::Owner);
+}
+
+TEST_F(SingleInstanceTest, KilledOwnersSocketIsReplaced)
+{
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path()).absolutePath()));
+    ASSERT_TRUE(leaveDeadSocket(path()));
+    SingleInstance owner(path());
+    ASSERT_EQ(owner.claim(), SingleInstance::Role::Owner);
+    ASSERT_TRUE(owner.listen(echo));
+    EXPECT_EQ(askOnce("next"), QByteArray("got next"));
+}
+
+// The second start comes while the first is between its check and its listen:
+// it waits for the lock and then finds the first, never a second owner.
+TEST_F(SingleInstanceTest, StartDuringAnothersStartFindsIt)
+{
+    SingleInstance first(path());
+    ASSERT_EQ(first.claim(), SingleInstance::Role::Owner);
+    std::atomic<bool> listening = false;
+    auto second = std::async(std::launch::async, [this, &listening] {
+        SingleInstance other(path());
+        const SingleInstance::Role role = other.claim();
+        const bool sawListening = listening;
+        const std::optional<QByteArray> answer = other.ask("status", 5000);
+        return std::make_tuple(role, sawListening, answer);
+    });
+    // Gives the second start every chance to overtake the first.
+    EXPECT_EQ(second.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    listening = true;
+    ASSERT_TRUE(first.listen(echo));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return second.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
+        10000));
+    const auto [role, sawListening, answer] = second.get();
+    EXPECT_EQ(role, SingleInstance::Role::Other);
+    EXPECT_TRUE(sawListening);
+    EXPECT_EQ(answer, QByteArray("got status"));
+}
+
+TEST_F(SingleInstanceTest, StartThatCannotGetTheLockRunsAlone)
+{
+    SingleInstance first(path());
+    ASSERT_EQ(first.claim(), SingleInstance::Role::Owner); // holds the lock, never listens
+    SingleInstance second(path());
+    EXPECT_EQ(second.claim(50), SingleInstance::Role::Alone);
+    EXPECT_TRUE(second.problem().contains(QStringLiteral("lock")))
+        << second.problem().toStdString();
+}
+
+TEST_F(SingleInstanceTest, BadRequestsCloseTheirConnectionAndTheOwnerGoesOn)
+{
+    SingleInstance owner(path());
+    ASSERT_EQ(owner.claim(), SingleInstance::Role::Owner);
+    ASSERT_TRUE(owner.listen(echo));
+
+    struct Case
+    {
+        const char *what;
+        QByteArray bytes;
+    };
+    const QList<Case> cases = {
+        {"nothing at all", {}},
+        {"a line that never ends", QByteArray("\x01\xff\x00partial", 10)},
+        {"more than a request may be", QByteArray(SingleInstance::kMaxRequest + 10, 'x')},
+    };
+    for (const Case &c : cases) {
+        QLocalSocket raw;
+        raw.connectToServer(path());
+        ASSERT_TRUE(raw.waitForConnected(2000)) << c.what;
+        raw.write(c.bytes);
+        QSignalSpy closed(&raw, &QLocalSocket::disconnected);
+        EXPECT_TRUE(closed.wait(SingleInstance::kRequestMs + 5000)) << c.what;
+        EXPECT_TRUE(raw.readAll().isEmpty()) << c.what;
+    }
+    EXPECT_TRUE(requests.isEmpty());
+    // Bytes of any kind on one line reach the handler as they are.
+    const QByteArray binary("\x00\xfe{]\"", 5);
+    EXPECT_EQ(askOnce(binary), "got " + binary);
+    EXPECT_EQ(requests, QList<QByteArray>{binary});
+}
+
+TEST_F(SingleInstanceTest, SocketThatIsNotOursIsLeftAlone)
+{
+    const QString folder = QFileInfo(path()).absolutePath();
+    ASSERT_TRUE(QDir().mkpath(folder));
+    ASSERT_TRUE(leaveDeadSocket(path()));
+    // Only root can give a file away.
+    if (::chown(QFile::encodeName(path()).constData(), 65534, 65534) != 0)
+        GTEST_SKIP() << "needs root to make a file of another user";
+    SingleInstance start(path());
+    EXPECT_EQ(start.claim(), SingleInstance::Role::Alone);
+    EXPECT_TRUE(start.problem().contains(QStringLiteral("another user")));
+    EXPECT_TRUE(QFileInfo::exists(path()));
+    EXPECT_FALSE(start.listen(echo));
+
+    ASSERT_EQ(::chown(QFile::encodeName(folder).constData(), 65534, 65534), 0);
+    SingleInstance inForeignFolder(path());
+    EXPECT_EQ(inForeignFolder.claim(), SingleInstance::Role::Alone);
+}
+
+TEST_F(SingleInstanceTest, PlaceThatCannotHoldASocketMeansAlone)
+{
+    // A file where the folder should be, and a name too long for a socket.
+    ASSERT_TRUE(QFile(dir.filePath(QStringLiteral("file"))).open(QIODevice::WriteOnly));
+    const QStringList places = {dir.filePath(QStringLiteral("file/instance")),
+                                dir.filePath(QString(120, QLatin1Char('n')) + "/instance")};
+    for (const QString &place : places) {
+        SingleInstance start(place);
+        EXPECT_EQ(start.claim(), SingleInstance::Role::Alone) << place.toStdString();
+        EXPECT_FALSE(start.problem().isEmpty());
+        EXPECT_EQ(start.ask("x", 100), std::nullopt);
+    }
+}
+
+} // namespace
