@@ -5,6 +5,7 @@
 
 #include "core/menumodel.h"
 #include "core/programfolder.h"
+#include "core/saveloop.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/random.h"
@@ -89,6 +90,9 @@ int main(int argc, char **argv)
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Floor);
     ScreenScale screenScale;
+    // The browser mode's engine, a module loaded later, needs this set before
+    // the application exists; it costs nothing otherwise.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     screenScale.restore();
     QApplication::setApplicationName(QStringLiteral("velto"));
@@ -108,6 +112,12 @@ int main(int argc, char **argv)
     QtScreens screens;
     ProgramFolder folder(ProgramFolder::defaultPath());
     const QString folderProblem = folder.prepare(ProgramFolder::shippedDataPath());
+    guardTagWrites(folder);
+    if (qEnvironmentVariableIsSet("VELTO_SAVE_LOOP")) {
+        const QString rounds = qEnvironmentVariable("VELTO_SAVE_ROUNDS");
+        return runSaveLoop(store, folder, qEnvironmentVariable("VELTO_SAVE_LOOP"),
+                           rounds.isEmpty() ? -1 : rounds.toInt());
+    }
 
     Velto velto({store, dialogs, clock, random, screens}, folder);
     frmNeOrb &window = velto.window();

@@ -5,11 +5,8 @@
 const QList<PendingModes::Range> &PendingModes::ranges()
 {
     static const QList<Range> r = {
-        {13, 14, "The audio CD mode"}, {35, 36, "The visual playlist selector"},
-        {37, 38, "The audio CD mode"}, {40, 70, "The calculator"},
-        {76, 80, "The notepad"},       {80, 101, "The FM tuner"},
-        {101, 107, "The web browser"}, {110, 120, "The web browser"},
-        {130, 149, "Web radio"},
+        {13, 14, "The audio CD mode"}, {37, 38, "The audio CD mode"}, {40, 70, "The calculator"},
+        {76, 80, "The notepad"},       {80, 101, "The FM tuner"},     {130, 149, "Web radio"},
     };
     return r;
 }

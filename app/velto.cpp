@@ -6,6 +6,9 @@
 #include "core/settingkeys.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "skin/favouriteskins.h"
+#include "skin/frmskinbrowse.h"
+#include "skin/skinimport.h"
 #include "skin/skinlistarea.h"
 
 #include <QCloseEvent>
@@ -22,10 +25,15 @@ Velto::Velto(Platform platform, ProgramFolder folder)
       m_player(m_playlist,
                {m_settings.MCIDevice, m_settings.PBOverlap, m_settings.UseTagCover,
                 m_settings.FriendlyNames, m_settings.AutoCover, m_settings.AutoCloseQF,
-                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path},
+                m_settings.ClearPLFirst, m_settings.AutoPlay, m_settings.ValidExt, m_settings.Path,
+                m_settings.VisPLPath},
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_browser({m_settings.URL}, {m_window.skin(), m_folder.file(QStringLiteral("url-list.txt")),
+                                   [this](QWidget *parent) { return m_webViews.create(parent); },
+                                   [](const QUrl &url) { QDesktopServices::openUrl(url); },
+                                   QStringLiteral("https://duckduckgo.com/?q=%1")}),
       m_clockTick(platform.clock, m_settings, m_window.skin(),
                   m_folder.file(QStringLiteral("autolist.txt"))),
       m_pending(platform.dialogs), m_lights(m_window.skin(), {m_settings, m_player, m_stopwatches}),
@@ -40,9 +48,10 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     // The command table: which part owns which numbers. A clock skin gives
     // command 4 to the stopwatches (the split) rather than to the player.
     add(m_windowCommands, {{1, 3}, {5, 7}, {38, 39}, {151, 152}, {1001, 1021}});
-    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 35}, {36, 37}, {39, 40}, {150, 151}});
+    add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
         m_dispatcher.route(r.low, r.high, m_pending);
@@ -97,6 +106,10 @@ void Velto::connectParts()
         m_config.SaveStr(settingKey(&Settings::Path), path);
         m_config.flush();
     });
+
+    // Home, Search and the other browser commands from the menu of another
+    // mode switch to the browser first.
+    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
 
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)
@@ -172,6 +185,11 @@ void Velto::minimiseWindow()
 
 void Velto::LoadSkin(const QString &file)
 {
+    loadSkin(file);
+}
+
+QString Velto::loadSkin(const QString &file)
+{
     SkinLoader &loader = m_window.skin();
     // Key tables name other skins by bare file names, beside the current skin.
     QString path = file;
@@ -182,7 +200,7 @@ void Velto::LoadSkin(const QString &file)
         if (m_dispatcher.inMode(*part))
             wasIn << part;
     if (!loader.LoadSkin(path))
-        return;
+        return {};
     const QFileInfo loaded(loader.file());
     m_settings.Skin = loaded.fileName();
     m_settings.SkinPath = loaded.absolutePath();
@@ -199,21 +217,71 @@ void Velto::LoadSkin(const QString &file)
             part->left();
     }
     m_lights.refresh();
+    return loader.file();
 }
 
+QString Velto::userSkin(const QString &file)
+{
+    QString path = file;
+    if (m_settings.SkinImport.trimmed() != QLatin1String("0") && SkinImport::isOlderFormat(path) &&
+        m_platform.dialogs.question(
+            QStringLiteral("Import Skin"),
+            QStringLiteral("This skin is in the older skin format.\rImport it as a Velto skin? "
+                           "A converted copy is saved beside it; the original stays as it is."))) {
+        const SkinImport::Result imported = SkinImport::importSkin(path);
+        if (!imported.message.isEmpty())
+            m_platform.dialogs.message(imported.message);
+        if (!imported.file.isEmpty())
+            path = imported.file;
+    }
+    return loadSkin(path);
+}
+
+QString Velto::skinFolder() const
+{
+    return m_settings.SkinPath.isEmpty() ? m_folder.file(QStringLiteral("skins"))
+                                         : m_settings.SkinPath;
+}
+
+// A slot with no skin and no mode of its own opens the browser, where the
+// user can give it one.
 void Velto::SelFSkin(int slot)
 {
-    if (slot >= 0 && slot < int(m_settings.FavSkin.size()) && !m_settings.FavSkin[slot].isEmpty())
-        LoadSkin(m_settings.FavSkin[slot]);
+    const QString file = FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
+                                                  m_folder.file(QStringLiteral("skins")));
+    if (file.isEmpty())
+        ShowSkinBrowser(QStringLiteral("Favorite"));
+    else
+        userSkin(file);
 }
 
 void Velto::SelectSkin()
 {
-    const QString folder = m_settings.SkinPath.isEmpty() ? m_folder.path() : m_settings.SkinPath;
+    if (m_settings.UseSkinBrowser == 1)
+        return ShowSkinBrowser();
     const QStringList chosen = m_platform.dialogs.openFiles(
-        QStringLiteral("Select Skin"), folder, QStringLiteral("Skins (*.skin)|*.skin"));
+        QStringLiteral("Select Skin"), skinFolder(), QStringLiteral("Skins (*.skin)|*.skin"));
     if (!chosen.isEmpty())
-        LoadSkin(chosen.first());
+        userSkin(chosen.first());
+}
+
+void Velto::ShowSkinBrowser(const QString &typeFilter)
+{
+    if (!m_skinBrowser) {
+        m_skinBrowser = std::make_unique<frmSkinBrowse>(
+            frmSkinBrowse::Options{m_settings.SkinPath, m_settings.FavSkin,
+                                   m_folder.file(QStringLiteral("skins"))},
+            m_window.skin(), m_platform.dialogs,
+            [this](const QString &file) { return userSkin(file); }, &m_window);
+    }
+    frmSkinBrowse &browser = *m_skinBrowser;
+    browser.setCurrentSkin(m_window.skin().file());
+    if (!typeFilter.isEmpty())
+        browser.setTypeFilter(typeFilter);
+    browser.ReadSkinDir();
+    browser.show();
+    browser.raise();
+    browser.activateWindow();
 }
 
 // Not modal: the player goes on while the dialog is open, and OK takes over
@@ -246,7 +314,7 @@ void Velto::applyPrefs(const frmPrefs &prefs)
     if (isOnTop(m_settings.WinOnTop) != wasOnTop)
         SetOnTop(m_window, isOnTop(m_settings.WinOnTop));
     if (const QString skin = prefs.chosenSkin(); !skin.isEmpty())
-        LoadSkin(skin);
+        userSkin(skin);
     m_window.skin().setTimeFmt(m_settings.TimeFmt != 0);
     m_window.skin().setScrollName(m_settings.ScrollName == 1);
     for (SkinPart *part : m_parts)

@@ -12,18 +12,23 @@
 #include "core/programfolder.h"
 #include "core/settings.h"
 #include "platform/mediadevicefactory.h"
+#include "platform/webviewfactory.h"
 #include "player/playerpart.h"
+#include "radio/webbrowser.h"
 #include "tools/mixer.h"
 #include "tools/stopwatches.h"
 
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
+
 class Clock;
 class Dialogs;
 class Random;
 class Screens;
 class SettingsStore;
+class frmSkinBrowse;
 
 // The composition root: builds the window and the parts, routes the command
 // numbers to the parts that own them, and connects what one part reports to
@@ -63,10 +68,12 @@ public:
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
     Stopwatches &stopwatches() { return m_stopwatches; }
+    WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
     frmPrefs *prefs() const { return m_prefs; }
+    frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
     const Dispatcher &dispatcher() const { return m_dispatcher; }
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
@@ -90,6 +97,13 @@ private:
     void windowCommand(qint16 cmd);
     void SelectSkin();
     void SelFSkin(int slot);
+    void ShowSkinBrowser(const QString &typeFilter = {});
+    // The folder of the skins: "SkinPath", else the program's skins.
+    QString skinFolder() const;
+    // Loads a skin; the file shown afterwards, empty when it was refused.
+    QString loadSkin(const QString &file);
+    // A skin the user picked: one of the older format is offered for import.
+    QString userSkin(const QString &file);
     void ShowPrefs();
     void applyPrefs(const frmPrefs &prefs);
     void switchOn();
@@ -103,10 +117,13 @@ private:
     frmNeOrb m_window;
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
+    // Loads the web engine module when the browser mode is first entered.
+    WebViewFactory m_webViews;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    WebBrowser m_browser;
     ClockTick m_clockTick;
     PendingModes m_pending;
     // The window's own commands, routed like a part's.
@@ -127,4 +144,5 @@ private:
     PopupMenu m_popup;
     frmIcon m_tray;
     QPointer<frmPrefs> m_prefs;
+    std::unique_ptr<frmSkinBrowse> m_skinBrowser;
 };

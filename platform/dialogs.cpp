@@ -26,7 +26,12 @@ void QtDialogs::message(const QString &text)
 
 bool QtDialogs::askYesNo(const QString &text)
 {
-    QMessageBox box(QMessageBox::Question, kTitle, displayText(text),
+    return question(kTitle, text);
+}
+
+bool QtDialogs::question(const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Question, title, displayText(text),
                     QMessageBox::Yes | QMessageBox::No, m_parent);
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes;

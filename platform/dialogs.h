@@ -13,6 +13,12 @@ public:
     virtual ~Dialogs() = default;
     virtual void message(const QString &text) = 0;
     virtual bool askYesNo(const QString &text) = 0;
+    // A yes-or-no question under its own title.
+    virtual bool question(const QString &title, const QString &text)
+    {
+        Q_UNUSED(title);
+        return askYesNo(text);
+    }
     // A line of text, offering `answer`; empty when the user cancels.
     virtual QString askText(const QString &prompt, const QString &answer) = 0;
     // Each returns an empty result when the user cancels.
@@ -39,6 +45,7 @@ public:
 
     void message(const QString &text) override;
     bool askYesNo(const QString &text) override;
+    bool question(const QString &title, const QString &text) override;
     QString askText(const QString &prompt, const QString &answer) override;
     QStringList openFiles(const QString &title, const QString &folder,
                           const QString &filter) override;

@@ -51,7 +51,9 @@ QString decodeText(QByteArrayView bytes)
     // damaged further on still starts with the text it meant.
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes = bytes.sliced(3);
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // One mark only: the decoder would drop a second, which is text.
+    QStringDecoder utf8(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     const QString text = utf8(bytes);
     return utf8.hasError() ? fromWindows1252(bytes) : text;
 }

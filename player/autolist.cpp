@@ -27,6 +27,10 @@ QStringList LoadAutoList(const QString &path)
 bool SaveAutoList(const QString &path, const QStringList &list)
 {
     QByteArray bytes;
+    // The reader drops one byte-order mark at the start: an entry that
+    // begins with one keeps it only behind a mark of the file's own.
+    if (!list.isEmpty() && list.front().startsWith(QChar(0xFEFF)))
+        bytes += "\xEF\xBB\xBF";
     for (const QString &entry : list) {
         bytes += entry.toUtf8();
         bytes += '\n';

@@ -2,8 +2,10 @@
 
 #include "platform/readfile.h"
 
+#include <QDataStream>
 #include <QDebug>
 #include <QFile>
+#include <QSaveFile>
 
 #include <cmath>
 #include <optional>
@@ -184,6 +186,87 @@ TagFields fieldsFromRecord(const TagRecord &record)
     return fields;
 }
 
+namespace {
+
+QString g_backupFile;
+
+// What the file held from `at` to its end before the write, and its length.
+struct TailBackup
+{
+    QString file;
+    qint64 size = 0;
+    qint64 at = 0;
+    QByteArray old;
+};
+
+constexpr quint32 kBackupMagic = 0x56544147; // "VTAG"
+
+bool saveBackup(const QString &path, const TailBackup &b)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << kBackupMagic << b.file << b.size << b.at << b.old;
+    QSaveFile save(path);
+    return save.open(QIODevice::WriteOnly) && save.write(bytes) == bytes.size() && save.commit();
+}
+
+std::optional<TailBackup> loadBackup(const QString &path)
+{
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QDataStream stream(&in);
+    quint32 magic = 0;
+    TailBackup b;
+    stream >> magic >> b.file >> b.size >> b.at >> b.old;
+    if (stream.status() != QDataStream::Ok || magic != kBackupMagic || b.file.isEmpty() ||
+        b.at < 0 || b.at > b.size || b.old.size() != b.size - b.at)
+        return std::nullopt;
+    return b;
+}
+
+// Writes bytes at `at`, cuts the file to `size` when given, and reads the
+// bytes back: only a write that reads back counts.
+bool writeAndVerify(QFile &out, qint64 at, const QByteArray &bytes, qint64 size = -1)
+{
+    if (!out.seek(at) || out.write(bytes) != bytes.size())
+        return false;
+    if (size >= 0 && !out.resize(size))
+        return false;
+    out.flush();
+    return out.seek(at) && out.read(bytes.size()) == bytes;
+}
+
+} // namespace
+
+void setTagBackupFile(const QString &path)
+{
+    g_backupFile = path;
+}
+
+bool restoreCutTagWrite(const QString &backupFile)
+{
+    if (!QFile::exists(backupFile))
+        return true;
+    const std::optional<TailBackup> b = loadBackup(backupFile);
+    if (b) {
+        QFile out;
+        const FileFault fault =
+            openRegularFile(out, b->file, QIODevice::ReadWrite | QIODevice::Unbuffered);
+        // A file gone since is no longer ours to mend.
+        if (fault == FileFault::None && !writeAndVerify(out, b->at, b->old, b->size)) {
+            qWarning("velto: cannot put back the tag of %s: %s", qPrintable(b->file),
+                     qPrintable(out.errorString()));
+            return false;
+        }
+        if (fault == FileFault::None)
+            qWarning("velto: the last tag write to %s was cut; the old tag is back",
+                     qPrintable(b->file));
+    }
+    QFile::remove(backupFile);
+    return true;
+}
+
 TagWrite writeTag(const QString &file, const TagFields &fields)
 {
     const std::optional<char> track = oneByte(leadingNumber(fields.track));
@@ -211,15 +294,23 @@ TagWrite writeTag(const QString &file, const TagFields &fields)
         return TagWrite::Failed;
     const qsizetype p = findTagMarker(last);
     const qint64 at = p < 0 ? size : from + p;
-    const QByteArray old = p < 0 ? QByteArray() : last.mid(p, 128);
+    const QByteArray old = last.mid(at - from);
 
-    if (out.seek(at) && out.write(record) == record.size())
+    const QString backup = g_backupFile;
+    if (!backup.isEmpty() && !saveBackup(backup, {file, size, at, old})) {
+        qWarning("velto: cannot keep the old tag of %s in %s; not writing", qPrintable(file),
+                 qPrintable(backup));
+        return TagWrite::Failed;
+    }
+    if (writeAndVerify(out, at, record)) {
+        if (!backup.isEmpty())
+            QFile::remove(backup);
         return p < 0 ? TagWrite::Added : TagWrite::Updated;
+    }
     qWarning("velto: writing the tag of %s failed: %s", qPrintable(file),
              qPrintable(out.errorString()));
-    if (out.seek(at))
-        out.write(old);
-    out.resize(size);
+    if (writeAndVerify(out, at, old, size) && !backup.isEmpty())
+        QFile::remove(backup);
     return TagWrite::Failed;
 }
 

@@ -49,8 +49,16 @@ enum class TagWrite { Added, Updated, Failed };
 // place: a temporary copy and rename would rewrite megabytes, need a
 // writable folder and replace the file's identity (links, owner). A write
 // that fails part way puts the old bytes and length back, so the file ends
-// as it was.
+// as it was; the written bytes are read back before the write counts. When
+// a backup file is set, the old bytes are kept there until then, so a write
+// cut by a crash or power loss is undone by restoreCutTagWrite at the next
+// start.
 TagWrite writeTag(const QString &file, const TagFields &fields);
+void setTagBackupFile(const QString &path);
+// Puts back the tail of the file whose tag write was cut, if the backup
+// file holds one, and removes the backup. False when one was there and
+// could not be put back (the backup is then kept for the next try).
+bool restoreCutTagWrite(const QString &backupFile);
 // The message for the user: "Tag Added!", "Tag Updated!" or
 // "Error writing tag (is file in use?)!".
 QString tagWriteMessage(TagWrite result);

@@ -1,6 +1,7 @@
 #include "playerpart.h"
 
 #include "frmqfind.h"
+#include "frmvisloader.h"
 
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -8,6 +9,7 @@
 #include "skin/skinsurface.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
 #include <cmath>
 
@@ -178,6 +180,8 @@ void PlayerPart::DoIt(qint16 cmd)
         return e.Forward();
     case 34:
         return ToggleAux();
+    case 35:
+        return ShowVisSelect();
     case 36:
         if (e.state().playing)
             return e.PauseIt();
@@ -296,4 +300,33 @@ void PlayerPart::ToggleAux()
         m_qfind->hide();
     else
         ShowQuickFind();
+}
+
+void PlayerPart::ShowVisSelect()
+{
+    if (!m_visLoader) {
+        m_visLoader =
+            std::make_unique<frmVisLoader>(frmVisLoader::Options{m_options.VisPLPath},
+                                           m_svc.noCoverFile, m_svc.dialogs, &m_svc.window);
+        frmVisLoader *selector = m_visLoader.get();
+        connect(
+            selector, &frmVisLoader::loadRequested, this, [this, selector](const QString &file) {
+                m_playlistControl.loadList(
+                    file, [this, shown = QPointer<frmVisLoader>(selector)](int first, int count) {
+                        if (shown)
+                            shown->showEntries(m_playlistState.PlNames.mid(first, count), first);
+                    });
+            });
+        connect(selector, &frmVisLoader::playRequested, this, [this](int index) {
+            if (index < 0 || index >= m_playlistState.PlPath.size())
+                return;
+            m_playlistState.CurTrack = index + 1;
+            m_engine.PlayIt();
+        });
+        m_visLoader->show();
+        m_visLoader->Form_Load();
+    }
+    m_visLoader->show();
+    m_visLoader->raise();
+    m_visLoader->activateWindow();
 }

@@ -23,6 +23,7 @@ class Dialogs;
 class Random;
 class SkinSurface;
 class frmQFind;
+class frmVisLoader;
 
 // The player mode (karaoke included): playback, the playlist, volume and
 // balance, the cover, lyrics and track information, videos and quick find.
@@ -45,6 +46,7 @@ public:
         const qint16 &AutoPlay;
         const QString &ValidExt;
         QString &Path;
+        QString &VisPLPath;
     };
     struct Services
     {
@@ -102,6 +104,7 @@ public:
     VolumeFade &fade() { return m_fade; }
     VideoOutput &video() { return m_video; }
     frmQFind *quickFind() const { return m_qfind.get(); }
+    frmVisLoader *visSelector() const { return m_visLoader.get(); }
     qint32 markPos() const { return m_markPos; }
 
 signals:
@@ -120,6 +123,7 @@ private:
     void toggle(bool PlayerFlags::*flag);
     void ShowQuickFind();
     void ToggleAux();
+    void ShowVisSelect();
 
     PlaylistState &m_playlistState;
     Options m_options;
@@ -134,6 +138,7 @@ private:
     VideoOutput m_video;
     ScanBanner m_scanBanner;
     std::unique_ptr<frmQFind> m_qfind;
+    std::unique_ptr<frmVisLoader> m_visLoader;
     qint32 m_markPos = 0;
     std::function<void()> m_waitingStart;
     QString m_startCover; // the last run's cover, until the window is on screen

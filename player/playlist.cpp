@@ -175,6 +175,28 @@ void Playlist::PlRead(const ListFile &list)
     }
 }
 
+namespace {
+
+bool readsBack(const QString &line, const QString &dir, const QString &path)
+{
+    const QStringList read = Playlist::readEntries(line.toUtf8(), Playlist::ListType::M3u);
+    return read.size() == 1 && Playlist::resolveEntry(read.front(), dir) == path;
+}
+
+// The line that reads back as path: relative below the list's folder, else
+// as it is. A name the reader would change (blanks at either end, a leading
+// "#" or byte-order mark, a line break) goes as a file URL.
+QString entryFor(const QString &path, const QString &dir)
+{
+    const QString line = path.startsWith(dir) ? path.mid(dir.size()) : path;
+    if (readsBack(line, dir, path) || !path.startsWith(QLatin1Char('/')))
+        return line;
+    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    return readsBack(url, dir, path) ? url : line;
+}
+
+} // namespace
+
 QString Playlist::WritePL(const QString &file) const
 {
     const QString dir = folderOf(file);
@@ -184,8 +206,7 @@ QString Playlist::WritePL(const QString &file) const
         for (const QString &path : m_state.PlPath) {
             if (path.isEmpty() || path.contains(QLatin1String("**")))
                 continue;
-            const QString line = path.startsWith(dir) ? path.mid(dir.size()) : path;
-            bytes += line.toUtf8();
+            bytes += entryFor(path, dir).toUtf8();
             bytes += "\r\n";
         }
         if (out.write(bytes) == bytes.size() && out.commit())

@@ -86,6 +86,11 @@ void PlaylistControl::PlLoad()
     if (file.isEmpty())
         return;
     rememberPath(Playlist::folderOf(file));
+    loadList(file);
+}
+
+void PlaylistControl::loadList(const QString &file, std::function<void(int, int)> loaded)
+{
     // Read before clearing: a file that is no list leaves the list alone.
     Playlist::ListFile list = Playlist::readListFile(file);
     if (!list.ok) {
@@ -95,12 +100,15 @@ void PlaylistControl::PlLoad()
     }
     if (m_options.ClearPLFirst == 1)
         PlClear();
-    enqueue([this, list = std::move(list)] {
+    enqueue([this, list = std::move(list), loaded = std::move(loaded)] {
+        const int before = int(m_state.PlPath.size());
         playlist().PlRead(list);
         // With no current entry the player would start from the last one.
         if (m_state.CurTrack == 0 && !m_state.PlPath.isEmpty())
             m_state.CurTrack = 1;
         ShowPlaylist();
+        if (loaded)
+            loaded(before, int(m_state.PlPath.size()) - before);
         if (m_options.AutoPlay == 1)
             emit playRequested();
     });

@@ -43,6 +43,9 @@ public:
     void PlMoveEntry(int direction); // not in CD mode
     void PlClear();
     void PlLoad();
+    // PlLoad without its dialog. Once the list is read, loaded gets the index
+    // of its first entry in the playlist and the number of its entries.
+    void loadList(const QString &file, std::function<void(int first, int count)> loaded = {});
     void PlSaveAs();
     // Opens media files and adds them (AddOpened).
     void OpenMedia();

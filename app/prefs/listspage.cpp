@@ -1,10 +1,14 @@
 #include "listspage.h"
 
+#include "core/settingkeys.h"
+
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QVBoxLayout>
 
 QString normaliseExtensions(const QString &text)
 {
@@ -23,7 +27,9 @@ QString normaliseExtensions(const QString &text)
 
 ListsPage::ListsPage(const Settings &settings, Dialogs &dialogs) : PrefsPage(settings, dialogs)
 {
-    auto *form = new QFormLayout(this);
+    auto *page = new QVBoxLayout(this);
+    auto *form = new QFormLayout;
+    page->addLayout(form);
     form->addRow(check(&Settings::FriendlyNames,
                        QStringLiteral("Show &titles instead of file names"),
                        QStringLiteral("\"01 - Morning_Song.mp3\" shows as \"Morning Song.mp3\""),
@@ -52,4 +58,24 @@ ListsPage::ListsPage(const Settings &settings, Dialogs &dialogs) : PrefsPage(set
     form->addRow(check(
         &Settings::AutoCover, QStringLiteral("&Show every cover in the album window"),
         QStringLiteral("Open the album cover window whenever a cover is loaded"), Truth::One));
+
+    // The web browser's quick links, a list of addresses like the others here.
+    auto *links = new QGroupBox(QStringLiteral("Web browser: home page and quick links"));
+    auto *lform = new QFormLayout(links);
+    for (int slot = 0; slot < 10; ++slot) {
+        auto *edit = new QLineEdit(m_initial.URL[size_t(slot)]);
+        edit->setObjectName(settingKey(&Settings::URL, slot));
+        edit->setPlaceholderText(QStringLiteral("www.example.org"));
+        edit->setToolTip(
+            slot == 0 ? QStringLiteral("The browser's home page, and quick link 0 (command 110)")
+                      : QStringLiteral("Quick link %1 (command %2)").arg(slot).arg(110 + slot));
+        bind([edit] { return QVariant(edit->text().trimmed()); },
+             [slot](Settings &s, const QVariant &v) { s.URL[size_t(slot)] = v.toString(); });
+        lform->addRow(buddyLabel(slot == 0 ? QStringLiteral("&0 Home page:")
+                                           : QStringLiteral("&%1 Quick link:").arg(slot),
+                                 edit),
+                      edit);
+    }
+    page->addWidget(links);
+    page->addStretch();
 }

@@ -2,7 +2,8 @@
 
 #include "app/prefs/prefspage.h"
 
-// How playlists show and fill, and where covers come from.
+// How playlists show and fill, where covers come from, and the web
+// browser's list of quick links.
 class ListsPage : public PrefsPage
 {
     Q_OBJECT

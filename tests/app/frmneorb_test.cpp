@@ -126,21 +126,21 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *pending = &velto->pendingModes();
+                   *pending = &velto->pendingModes(), *browser = &velto->browser();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
             return window;
-        if (in(3, 4) || in(7, 12) || in(14, 28) || in(30, 34) || cmd == 36 || cmd == 39 ||
-            cmd == 150)
+        if (in(3, 4) || in(7, 12) || in(14, 28) || in(30, 36) || cmd == 39 || cmd == 150)
             return player;
         if (cmd == 29)
             return mixer;
         if (in(70, 75))
             return stopwatches;
+        if (in(101, 106) || in(110, 119))
+            return browser;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 35 || cmd == 37 || in(40, 69) || in(76, 106) || in(110, 119) ||
-            in(130, 148))
+        if (cmd == 13 || cmd == 37 || in(40, 69) || in(76, 100) || in(130, 148))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };

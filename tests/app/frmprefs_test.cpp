@@ -91,6 +91,7 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
         {"UseCDP", flip(), "config/usecdp", "0"},
         {"StartFreq", [](QWidget *w) { qobject_cast<QDoubleSpinBox *>(w)->setValue(101.5); },
          "config/startfreq", "101.5"},
+        {"URL3", type(" www.example.org "), "config/url3", "www.example.org"},
     };
     FakeDialogs dialogs;
     for (const auto &c : cases) {

@@ -1,7 +1,9 @@
 #include "e2e.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -36,6 +38,13 @@ VeltoProcess::VeltoProcess()
     env.remove(QStringLiteral("WAYLAND_DISPLAY"));
     for (const char *name : kScalingVariables)
         env.remove(QString::fromLatin1(name));
+    // In the sanitizer build a report from velto goes to a file the test
+    // reads at the end: its exit code and output are the test's own to check.
+    for (const char *name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
+        const QString options = env.value(QLatin1String(name));
+        env.insert(QLatin1String(name), options + (options.isEmpty() ? "" : ":") +
+                                            "log_path=" + m_home.path() + "/sanitizer");
+    }
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
 }
@@ -47,6 +56,12 @@ VeltoProcess::~VeltoProcess()
         m_process.waitForFinished(3000);
     } else if (m_process.exitStatus() == QProcess::CrashExit) {
         ADD_FAILURE() << "velto crashed: " << m_process.readAllStandardError().toStdString();
+    }
+    const QDir home(m_home.path());
+    for (const QString &name : home.entryList({QStringLiteral("sanitizer.*")}, QDir::Files)) {
+        QFile report(home.filePath(name));
+        report.open(QIODevice::ReadOnly);
+        ADD_FAILURE() << "velto's sanitizer report:\n" << report.readAll().toStdString();
     }
 }
 

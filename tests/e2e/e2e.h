@@ -30,6 +30,7 @@ public:
     qint64 pid() const { return m_process.processId(); }
     QString home(const QString &relative) const { return m_home.path() + '/' + relative; }
     QByteArray output() { return m_process.readAllStandardOutput(); }
+    QProcess &process() { return m_process; }
 
 private:
     QTemporaryDir m_home;

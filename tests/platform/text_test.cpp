@@ -26,6 +26,8 @@ TEST(Text, DecodesUtf8ElseWindows1252)
     EXPECT_EQ(decodeText("\xEF\xBB\xBF#EXTM3U"), QStringLiteral("#EXTM3U"));
     EXPECT_EQ(decodeText("caf\xC3\xA9"), QStringLiteral("café"));
     EXPECT_EQ(decodeText("\xEF\xBB\xBF\xE9"), QStringLiteral("é"));
+    // Only the first mark is the file's; a second is the text's.
+    EXPECT_EQ(decodeText("\xEF\xBB\xBF\xEF\xBB\xBFM"), QStringLiteral("\uFEFFM"));
     // Not UTF-8: every byte still means a character, the euro sign included.
     EXPECT_EQ(decodeText("caf\xE9 \x80"), QStringLiteral("café €"));
     QByteArray every(256, '\0');

@@ -8,6 +8,8 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -161,4 +163,61 @@ TEST(WriteTag, AWriteThatStopsHalfWayLeavesTheFileAsItWas)
 
     EXPECT_EQ(result, TagWrite::Failed);
     EXPECT_EQ(readAll(path), original);
+}
+
+// The process dies inside the write (the file size limit kills it, as a
+// crash or power loss would): the next start puts the old tail back.
+TEST(WriteTag, AWriteCutByTheProcessDyingIsUndoneAtTheNextStart)
+{
+    TempHome home;
+    const QString backup = home.file("tagwrite.bak");
+    const QByteArray untagged = audio(4096);
+    QByteArray tagged = untagged;
+    tagged.replace(tagged.size() - 128, 3, "TAG");
+    // The limit falls 50 bytes into the tag, whether it is added or replaced.
+    for (const auto &[original, at] : {std::pair(untagged, 4096), std::pair(tagged, 4096 - 128)}) {
+        const QString path = home.write("cut.mp3", original);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            rlimit small{};
+            getrlimit(RLIMIT_FSIZE, &small);
+            small.rlim_cur = rlim_t(at + 50);
+            setTagBackupFile(backup);
+            setrlimit(RLIMIT_FSIZE, &small);
+            writeTag(path, fields(QStringLiteral("Cut")));
+            _exit(0); // the limit should have ended the process before
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << status;
+        ASSERT_NE(readAll(path), original);
+        ASSERT_TRUE(QFile::exists(backup));
+
+        EXPECT_TRUE(restoreCutTagWrite(backup));
+        EXPECT_EQ(readAll(path), original);
+        EXPECT_FALSE(QFile::exists(backup));
+    }
+}
+
+TEST(WriteTag, ADamagedBackupIsDropped)
+{
+    TempHome home;
+    const QString backup = home.file("tagwrite.bak");
+    const QString path = home.write("kept.mp3", audio(1000));
+    EXPECT_TRUE(restoreCutTagWrite(backup)) << "no backup: nothing to do";
+
+    setTagBackupFile(backup);
+    ASSERT_EQ(writeTag(path, fields(QStringLiteral("Kept"))), TagWrite::Added);
+    EXPECT_FALSE(QFile::exists(backup)) << "a confirmed write leaves no backup";
+    const QByteArray written = readAll(path);
+
+    for (const QByteArray &damaged :
+         {QByteArray(), QByteArray("VTAG garbage"), QByteArray(90, 'x')}) {
+        home.write("tagwrite.bak", damaged);
+        EXPECT_TRUE(restoreCutTagWrite(backup));
+        EXPECT_FALSE(QFile::exists(backup));
+        EXPECT_EQ(readAll(path), written);
+    }
+    setTagBackupFile({});
 }

@@ -1,12 +1,15 @@
 #include "player/frmalbum.h"
 #include "player/frminfo.h"
 #include "player/frmqfind.h"
+#include "player/frmvisloader.h"
 #include "player/playerpart.h"
 
 #include "support/fakes.h"
 #include "support/recordingsurface.h"
 #include "support/temphome.h"
 
+#include <QListWidget>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -25,12 +28,12 @@ struct PlayerRig
     RecordingSurface skin;
     MediaDeviceFactory devices{QStringList()}; // no engine: devices play silence
     PlaylistState playlist;
-    QString mciDevice = QStringLiteral("0"), validExt = QStringLiteral("mp3"), path;
+    QString mciDevice = QStringLiteral("0"), validExt = QStringLiteral("mp3"), path, visPLPath;
     qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1, autoCover = 0, autoCloseQF = 0,
            clearFirst = 0, autoPlay = 0;
     PlayerPart player{playlist,
                       {mciDevice, pbOverlap, useTagCover, friendlyNames, autoCover, autoCloseQF,
-                       clearFirst, autoPlay, validExt, path},
+                       clearFirst, autoPlay, validExt, path, visPLPath},
                       {skin, dialogs, random, clock, window, home.file("nocover.bmp"), devices}};
 };
 
@@ -59,6 +62,7 @@ TEST(PlayerPart, EachCommandReachesItsProcedure)
         {27, [](PlayerRig &r) { return r.player.flags().RepeatItem; }},
         {28, [](PlayerRig &r) { return r.player.flags().Shuffle; }},
         {34, [](PlayerRig &r) { return r.player.quickFind()->isVisible(); }},
+        {35, [](PlayerRig &r) { return r.player.visSelector()->isVisible(); }},
         {39, [](PlayerRig &r) { return r.dialogs.prompts.last().startsWith("Jump to entry"); }},
         {150, [](PlayerRig &r) { return r.player.quickFind()->isVisible(); }},
     };
@@ -87,4 +91,27 @@ TEST(PlayerPart, CommandsThatToggleGoBackAndTheLightsHearOfThem)
     rig.player.DoIt(150);
     rig.player.DoIt(34);
     EXPECT_FALSE(rig.player.quickFind()->isVisible()) << "34 hides the window 150 showed";
+}
+
+TEST(PlayerPart, TheVisualSelectorLoadsAListIntoThePlaylistAndPlaysFromIt)
+{
+    PlayerRig rig;
+    const QString folder = rig.home.file(QStringLiteral("lists"));
+    rig.home.write(QStringLiteral("lists/party.m3u"), "one.mp3\ntwo.mp3\n");
+    rig.playlist.PlNames = {"old"};
+    rig.playlist.PlPath = {"/m/old.mp3"};
+    rig.visPLPath = folder;
+    rig.player.DoIt(35);
+    frmVisLoader *selector = rig.player.visSelector();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !selector->scan().isRunning(); }));
+    ASSERT_EQ(selector->scan().count(), 1);
+    selector->iPic_DblClick(0);
+    auto *list = selector->findChild<QListWidget *>(QStringLiteral("PlayList"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list->count() == 2; }));
+    EXPECT_EQ(rig.playlist.PlPath,
+              QStringList({"/m/old.mp3", folder + "/one.mp3", folder + "/two.mp3"}))
+        << "added, as Load Playlist adds with ClearPLFirst off";
+    EXPECT_EQ(list->item(1)->text(), QStringLiteral("two.mp3"));
+    selector->PlayList_DblClick(1);
+    EXPECT_EQ(rig.playlist.CurTrack, 3);
 }

@@ -4,7 +4,6 @@
 
 #include <QBuffer>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
@@ -439,7 +438,7 @@ TEST(SkinReader, PolygonOutlineNeedsExactlyTheDeclaredPoints)
     EXPECT_EQ(surplus.outline.points[1], QPoint(1, 1));
 }
 
-// Crashes on cut or random input are the fuzzer's and the regression files' to find.
+// Crashes on cut or random input are the fuzzer's to find (tests/fuzz).
 TEST(SkinReader, DamagedHeaderListsItsSections)
 {
     EXPECT_EQ(readBytes("").messages, QStringList{"Invalid Skin!"});
@@ -449,19 +448,4 @@ TEST(SkinReader, DamagedHeaderListsItsSections)
     const SkinDescription bad = readBytes(QByteArray(kHead).replace("1,0,20", "1,x,20") + kLabel);
     EXPECT_EQ(std::tuple(bad.errorList, bad.labels.size()), std::tuple(QString(" Background"), 1));
     EXPECT_EQ(bad.backgroundColour, 20 + 256 * 24 + 65536 * 32) << "the fields after stay in place";
-}
-
-TEST(SkinReader, RegressionFilesReadWithoutHarm)
-{
-    const QString data = QStringLiteral(VELTO_TESTS_DIR "/skin/data");
-    int files = 0;
-    for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
-        QFile file(it.next());
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
-        const SkinDescription d = readBytes(bytes, data);
-        EXPECT_LE(d.buttons.size(), 120) << file.fileName().toStdString();
-        EXPECT_EQ(readHeader(bytes).accepted, d.accepted) << file.fileName().toStdString();
-    }
-    EXPECT_GT(files, 0);
 }

@@ -25,6 +25,7 @@ public:
 
     QStringList messages;
     QStringList questions;
+    QStringList questionTitles; // of question(); askYesNo's show as "Velto"
     // askText answers from the front; prompts and offered answers are noted.
     std::deque<QString> textAnswers;
     QStringList prompts, offered;
@@ -39,6 +40,13 @@ public:
     bool askYesNo(const QString &text) override
     {
         questions << text;
+        questionTitles << QStringLiteral("Velto");
+        return answer;
+    }
+    bool question(const QString &title, const QString &text) override
+    {
+        questions << text;
+        questionTitles << title;
         return answer;
     }
     QString askText(const QString &prompt, const QString &answer) override

@@ -1,0 +1,6 @@
+#include "playlistfuzz.h"
+
+VELTO_FUZZ_TARGET(pls)
+{
+    fuzzPlaylist(input, QStringLiteral("list.pls"));
+}

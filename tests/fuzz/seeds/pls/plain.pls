@@ -1,0 +1,10 @@
+[playlist]
+File1=a.mp3
+Title1=A
+file2=b.mp3
+File3=c=d.mp3
+File4
+File5=D:\Gone\x.mp3
+File6=http://radio.example:8000/
+NumberOfEntries=4
+Version=2

@@ -1,0 +1,188 @@
+#include "player/frmvisloader.h"
+
+#include "support/fakes.h"
+#include "support/printers.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class VisLoader : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        root = dir.path() + '/';
+        QImage grey(8, 8, QImage::Format_RGB32);
+        grey.fill(Qt::gray);
+        ASSERT_TRUE(grey.save(root + "nocover.bmp"));
+        lists = root + "lists/";
+        QDir().mkpath(lists + "Rock.DIR");
+        for (int i = 1; i <= 17; ++i)
+            write(lists + QStringLiteral("list%1.m3u").arg(i, 2, 10, QLatin1Char('0')), "a.mp3\n");
+        write(lists + "Rock.DIR/inner.m3u", "r.mp3\n");
+        loader = std::make_unique<frmVisLoader>(frmVisLoader::Options{visPLPath},
+                                                root + "nocover.bmp", dialogs);
+        loader->show();
+    }
+
+    static void write(const QString &path, const QByteArray &bytes)
+    {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    QString text(const char *name) const
+    {
+        if (auto *label = loader->findChild<QLabel *>(QLatin1String(name)))
+            return label->text();
+        return loader->findChild<QPushButton *>(QLatin1String(name))->text();
+    }
+    VisPictureBox *box(int i) const
+    {
+        return loader->findChild<VisPictureBox *>(QStringLiteral("iPic%1").arg(i));
+    }
+    int shownBoxes() const
+    {
+        int shown = 0;
+        for (int i = 0; i < 16; ++i)
+            shown += box(i)->isVisibleTo(loader.get()) ? 1 : 0;
+        return shown;
+    }
+    bool settled()
+    {
+        return QTest::qWaitFor(
+            [&] { return !loader->scan().isRunning() && !loader->pageLoading(); }, 20000);
+    }
+
+    QTemporaryDir dir;
+    QString root, lists;
+    QString visPLPath;
+    FakeDialogs dialogs;
+    std::unique_ptr<frmVisLoader> loader;
+};
+
+} // namespace
+
+TEST_F(VisLoader, SeventeenPlaylistsAndAFolderMakeTwoPages)
+{
+    visPLPath = lists;
+    loader->Form_Load();
+    EXPECT_EQ(text("PName"), QStringLiteral("One moment, looking for playlists..."));
+    EXPECT_EQ(text("cCancel"), QStringLiteral("Stop"));
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
+    EXPECT_EQ(text("PName"), QStringLiteral("Select playlist..."));
+    // The folder, the 17 lists beside it, and the list inside the folder.
+    EXPECT_EQ(loader->scan().count(), 19);
+    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 1 of 2.  Total Playlists:19"));
+    EXPECT_EQ(shownBoxes(), 16);
+    EXPECT_FALSE(box(0)->pixmap().isNull());
+
+    loader->cNext_Click();
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 2 of 2.  Total Playlists:19"));
+    EXPECT_EQ(shownBoxes(), 3);
+    loader->cNext_Click(); // there is no third page
+    EXPECT_EQ(loader->page(), 1);
+    QTest::keyClick(loader.get(), Qt::Key_PageUp);
+    EXPECT_EQ(loader->page(), 0);
+    loader->cPrev_Click();
+    EXPECT_EQ(loader->page(), 0);
+}
+
+TEST_F(VisLoader, AFolderEntryIsEnteredAndAPlaylistAskedToLoad)
+{
+    loader->scanFolder(lists);
+    ASSERT_TRUE(settled());
+    ASSERT_TRUE(loader->scan().isFolder(0));
+    loader->iPic_Click(0);
+    EXPECT_EQ(text("PName"), QStringLiteral("This is a directory. Double-click to enter!"));
+    loader->iPic_MouseMove(1);
+    EXPECT_EQ(text("PName"), QStringLiteral("list01"));
+
+    QSignalSpy load(loader.get(), &frmVisLoader::loadRequested);
+    QTest::mouseDClick(box(1), Qt::LeftButton);
+    ASSERT_EQ(load.count(), 1);
+    EXPECT_EQ(load[0][0].toString(), lists + "list01.m3u");
+
+    QTest::mouseDClick(box(0), Qt::LeftButton);
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(loader->scan().folder(), lists + "Rock.DIR/");
+    EXPECT_EQ(loader->scan().count(), 1);
+    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 1 of 1.  Total Playlists:1"));
+    loader->iPic_Click(0);
+    loader->cLoad_Click();
+    EXPECT_EQ(load.last()[0].toString(), lists + "Rock.DIR/inner.m3u");
+}
+
+TEST_F(VisLoader, TheEntriesOfALoadedListPlayFromTheList)
+{
+    QSignalSpy play(loader.get(), &frmVisLoader::playRequested);
+    loader->showEntries({"one", "two", "three"}, 5);
+    auto *list = loader->findChild<QListWidget *>(QStringLiteral("PlayList"));
+    ASSERT_EQ(list->count(), 3);
+    loader->PlayList_DblClick(2);
+    loader->PlayList_DblClick(3); // past the end
+    ASSERT_EQ(play.count(), 1);
+    EXPECT_EQ(play[0][0].toInt(), 7) << "the third of the entries that began at 5";
+}
+
+TEST_F(VisLoader, AChosenFolderBecomesTheDefaultOnlyWhenAskedTo)
+{
+    loader->cSelDir_Click(); // cancelled
+    ASSERT_EQ(dialogs.calls.size(), 1);
+    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select directory containing media files:"));
+    EXPECT_TRUE(visPLPath.isEmpty());
+
+    dialogs.folderResult = lists + "Rock.DIR";
+    loader->findChild<QCheckBox *>(QStringLiteral("chkSetDef"))->setChecked(false);
+    loader->cSelDir_Click();
+    EXPECT_TRUE(visPLPath.isEmpty());
+    ASSERT_TRUE(settled());
+    EXPECT_EQ(loader->scan().count(), 1);
+
+    loader->findChild<QCheckBox *>(QStringLiteral("chkSetDef"))->setChecked(true);
+    dialogs.folderResult = lists;
+    loader->cSelDir_Click();
+    EXPECT_EQ(visPLPath, lists);
+}
+
+TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
+{
+    loader->scanFolder(root + "missing");
+    EXPECT_EQ(text("PName"), QStringLiteral("This folder does not exist: ") + root + "missing");
+    EXPECT_EQ(loader->scan().count(), 0);
+
+    // Three lists, then a tree far too large to walk in one turn.
+    const QString many = root + "many";
+    QDir().mkpath(many);
+    for (const char *name : {"/a.m3u", "/b.m3u", "/c.pls"})
+        write(many + QLatin1String(name), "");
+    QFile::link(QStringLiteral("/usr/share"), many + QStringLiteral("/shared"));
+    loader->scanFolder(many);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return loader->scan().count() >= 3; }));
+    ASSERT_TRUE(loader->scan().isRunning());
+    EXPECT_EQ(text("cCancel"), QStringLiteral("Stop"));
+    loader->cCancel_Click();
+    EXPECT_FALSE(loader->scan().isRunning());
+    const int found = loader->scan().count();
+    EXPECT_GE(found, 3);
+    EXPECT_EQ(
+        text("lPgStat"),
+        QStringLiteral("Page 1 of %1.  Total Playlists:%2").arg((found + 15) / 16).arg(found));
+    ASSERT_TRUE(settled()) << "the first page still shows its pictures";
+    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
+    EXPECT_FALSE(box(0)->pixmap().isNull());
+    loader->cCancel_Click();
+    EXPECT_FALSE(loader->isVisible()) << "Exit closes the window";
+}

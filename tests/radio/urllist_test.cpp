@@ -1,0 +1,123 @@
+#include "radio/urllist.h"
+
+#include "support/oddfiles.h"
+#include "support/printers.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+QStringList numbered(int from, int to)
+{
+    QStringList list;
+    for (int i = from; i <= to; ++i)
+        list << QStringLiteral("http://u%1/").arg(i);
+    return list;
+}
+
+} // namespace
+
+TEST(UrlList, AnAddressBeginningWithWwwGetsHttpInFront)
+{
+    const struct
+    {
+        QString in, out;
+    } cases[] = {
+        {"www.example.org", "http://www.example.org"},
+        {"WwW.Example.org/a", "http://WwW.Example.org/a"},
+        {"wwwexample", "http://wwwexample"},
+        {"http://www.example.org", "http://www.example.org"},
+        {"ww.example.org", "ww.example.org"},
+        {" www.example.org", " www.example.org"},
+        {"example.org", "example.org"},
+        {"file:///tmp/a.html", "file:///tmp/a.html"},
+        {"", ""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(UrlList::withScheme(c.in), c.out) << c.in.toStdString();
+}
+
+TEST(UrlList, KeepsEachAddressOnceAndAHundredOfThem)
+{
+    QStringList list = {"http://a/", "http://b/"};
+    EXPECT_FALSE(UrlList::add(list, "http://a/"));
+    EXPECT_EQ(list, QStringList({"http://a/", "http://b/"}));
+    EXPECT_TRUE(UrlList::add(list, "http://A/")) << "compared exactly";
+    EXPECT_EQ(list.size(), 3);
+
+    // The 101st entry pushes out the one at index 99: the newest always stays.
+    list = numbered(0, 99);
+    EXPECT_TRUE(UrlList::add(list, "http://new1/"));
+    EXPECT_EQ(list, numbered(0, 98) << "http://new1/");
+    EXPECT_TRUE(UrlList::add(list, "http://new2/"));
+    EXPECT_EQ(list, numbered(0, 98) << "http://new2/");
+    EXPECT_FALSE(UrlList::add(list, "http://u50/"));
+    EXPECT_EQ(list.size(), 100);
+}
+
+TEST(UrlList, ReadsOneAddressALineWhateverTheBytes)
+{
+    const struct
+    {
+        QByteArray bytes;
+        QStringList list;
+    } cases[] = {
+        {"http://a/\nhttp://b/\n", {"http://a/", "http://b/"}},
+        {"\xEF\xBB\xBFhttp://a/\r\n\r\n  http://b/  \rhttp://c/",
+         {"http://a/", "http://b/", "http://c/"}},
+        {"http://caf\xE9/\n", {QString::fromUtf8("http://caf\xC3\xA9/")}},
+        {"http://a/\n" + QByteArray(1 << 20, 'x') + "\nhttp://b/\n", {"http://a/", "http://b/"}},
+        {"", {}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(UrlList::parse(c.bytes), c.list) << c.bytes.left(40).constData();
+    EXPECT_EQ(UrlList::parse(UrlList::format(numbered(0, 149))), numbered(0, 99))
+        << "a longer list is read up to the limit";
+}
+
+TEST(UrlList, FileIsWrittenWholeAndReadBackBoundedly)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("url-list.txt"));
+    EXPECT_TRUE(UrlList::load(file).isEmpty());
+    const QStringList list = {"http://a/", "file:///tmp/x y.html",
+                              QString::fromUtf8("http://\xC3\xA9t\xC3\xA9/")};
+    ASSERT_TRUE(UrlList::save(file, list));
+    EXPECT_EQ(UrlList::load(file), list);
+    ASSERT_TRUE(UrlList::save(file, {"http://a/", "http://b/\nhttp://c/"}));
+    EXPECT_EQ(UrlList::load(file), QStringList({"http://a/"})) << "no address splits in two";
+
+    // Megabyte lines cost no more than the file's first megabytes.
+    QFile big(file);
+    ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+    big.write("http://first/\n");
+    for (int i = 0; i < 8; ++i)
+        big.write(QByteArray(1 << 20, 'y') + "\n");
+    big.close();
+    EXPECT_EQ(UrlList::load(file), QStringList({"http://first/"}));
+
+    for (const OddFile &odd : makeOddFiles(dir.path(), QStringLiteral("url-list.txt")))
+        EXPECT_TRUE(UrlList::load(odd.path).isEmpty()) << odd.kind.toStdString();
+    EXPECT_FALSE(UrlList::save(dir.filePath(QStringLiteral("folder/url-list.txt")), list))
+        << "a folder stands where the file would go";
+}
+
+// Inputs the fuzzer (scripts/fuzz-browsers) found worth keeping.
+TEST(UrlList, KeptFuzzInputsReadAndWriteBackAlike)
+{
+    int files = 0;
+    for (QDirIterator it(QStringLiteral(VELTO_TESTS_DIR "/radio/data"), QDir::Files); it.hasNext();
+         ++files) {
+        QFile f(it.next());
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        const QStringList list = UrlList::parse(f.readAll());
+        EXPECT_LE(list.size(), UrlList::kLimit) << it.fileName().toStdString();
+        if (list.isEmpty() || !list.first().startsWith(QChar(0xFEFF))) {
+            EXPECT_EQ(UrlList::parse(UrlList::format(list)), list) << it.fileName().toStdString();
+        }
+    }
+    EXPECT_GT(files, 0);
+}

@@ -1,0 +1,231 @@
+#include "radio/webbrowser.h"
+
+#include "platform/webviewfactory.h"
+#include "skin/skinlistarea.h"
+#include "skin/skintextfield.h"
+
+#include "support/loopbackhttp.h"
+#include "support/printers.h"
+#include "support/recordingsurface.h"
+#include "support/temphome.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+// The browser part on a recorded skin with a web area; what it hands to the
+// user's own browser is noted, never opened.
+struct BrowserRig
+{
+    explicit BrowserRig(WebViewFactory &factory,
+                        QString searchUrl = QStringLiteral("http://search.invalid/?q=%1"))
+        : browser({URL},
+                  {skin, home.file(QStringLiteral("url-list.txt")),
+                   [&factory](QWidget *parent) { return factory.create(parent); },
+                   [this](const QUrl &url) { outside << url.toString(); }, std::move(searchUrl)})
+    {
+        skin.description.areas << SkinArea{3, QRect(0, 0, 400, 300), {}};
+    }
+
+    QString status() const { return skin.labels.value(WebBrowser::kStatusLabel); }
+    QString title() const { return skin.labels.value(WebBrowser::kTitleLabel); }
+    QStringList addresses()
+    {
+        QStringList shown;
+        SkinListArea *list = skin.list(WebBrowser::kAddressList);
+        for (int i = 0; i < list->count(); ++i)
+            shown << list->item(i)->text();
+        return shown;
+    }
+    void type(const QString &text)
+    {
+        SkinTextField *field = skin.textField(WebBrowser::kAddressField);
+        field->setText(text);
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+
+    TempHome home;
+    RecordingSurface skin;
+    std::array<QString, 10> URL;
+    QStringList outside;
+    WebBrowser browser;
+};
+
+WebViewFactory &noEngine()
+{
+    static WebViewFactory factory{QStringList()};
+    return factory;
+}
+
+WebViewFactory &engine()
+{
+    static WebViewFactory factory;
+    return factory;
+}
+
+} // namespace
+
+TEST(WebBrowser, WithoutTheEngineAddressesOpenInTheUsersBrowser)
+{
+    BrowserRig rig(noEngine());
+    rig.browser.skinLoaded();
+    rig.browser.entered();
+    EXPECT_EQ(rig.status(), QStringLiteral("Velto was built without the web engine: pages open "
+                                           "in your own browser."));
+    EXPECT_EQ(rig.browser.view(), nullptr);
+
+    rig.type(QStringLiteral("www.example.org"));
+    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org"}));
+    EXPECT_EQ(rig.browser.urlList(), QStringList({"http://www.example.org"}));
+    for (qint16 cmd : {101, 102, 103, 104, 105}) // no home page, no page to act on
+        rig.browser.DoIt(cmd);
+    EXPECT_EQ(rig.outside.size(), 1);
+
+    rig.URL[0] = QStringLiteral("example.net/home");
+    rig.URL[4] = QStringLiteral("https://example.com/four");
+    rig.browser.DoIt(101);
+    rig.browser.DoIt(114);
+    rig.browser.DoIt(119); // an empty quick link
+    rig.browser.DoIt(106);
+    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org", "http://example.net/home",
+                                        "https://example.com/four", "http://search.invalid/?q="}));
+    EXPECT_EQ(rig.addresses(), QStringList({"https://example.com/four", "http://example.net/home",
+                                            "http://www.example.org"}))
+        << "newest first; a search is no address visited";
+}
+
+TEST(WebBrowser, CommandsFromAnotherModeAskForTheBrowserFirst)
+{
+    BrowserRig rig(noEngine());
+    rig.browser.skinLoaded();
+    QSignalSpy wanted(&rig.browser, &WebBrowser::modeWanted);
+    rig.URL[1] = QStringLiteral("www.example.org");
+    rig.browser.DoIt(111);
+    EXPECT_EQ(wanted.count(), 1);
+    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org"}));
+    // Typing in another mode's text field is no address.
+    rig.type(QStringLiteral("www.example.com"));
+    EXPECT_EQ(rig.outside.size(), 1);
+    rig.browser.entered();
+    rig.browser.DoIt(102);
+    EXPECT_EQ(wanted.count(), 1);
+}
+
+TEST(WebBrowser, TheAddressListIsReadAtStartAndWrittenAtTheEnd)
+{
+    BrowserRig rig(noEngine());
+    const QString file =
+        rig.home.write(QStringLiteral("url-list.txt"), "http://one/\nhttp://two/\n\n");
+    rig.browser.started();
+    EXPECT_EQ(rig.addresses(), QStringList({"http://two/", "http://one/"}));
+    rig.browser.ending(true);
+    QFile before(file);
+    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
+    EXPECT_EQ(before.readAll(), QByteArray("http://one/\nhttp://two/\n\n")) << "unchanged: kept";
+
+    rig.browser.entered();
+    rig.browser.SetURL(QStringLiteral("http://two/"));
+    rig.browser.SetURL(QStringLiteral("WWW.three.org"));
+    rig.browser.ending(true);
+    QFile after(file);
+    ASSERT_TRUE(after.open(QIODevice::ReadOnly));
+    EXPECT_EQ(after.readAll(), QByteArray("http://one/\nhttp://two/\nhttp://WWW.three.org\n"));
+}
+
+// The real engine, pages from a loopback server and from a file.
+class WebEngine : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!engine().hasEngine())
+            GTEST_SKIP() << "built without Qt WebEngine";
+        ASSERT_TRUE(server.listening());
+        server.page("/one", "<html><head><title>Page One</title></head><body>"
+                            "<a id=out href=\"mailto:someone@example.org\">mail</a></body></html>");
+        server.page("/two", "<html><head><title>Page Two</title></head><body>2</body></html>");
+        server.page("/search", "<html><head><title>Results</title></head></html>");
+        server.page("/mail", "<html><head><title>Mail</title></head><body style=\"margin:0\">"
+                             "<a href=\"mailto:someone@example.org\" style=\"position:fixed;"
+                             "left:0;top:0;right:0;bottom:0\">mail</a></body></html>");
+        server.page("/popup", ("<html><head><title>Popup</title><script>window.open('" +
+                               server.url("/two") + "')</script></head></html>")
+                                  .toUtf8());
+        rig = std::make_unique<BrowserRig>(engine(), server.url("/search?q=%1"));
+        rig->browser.skinLoaded();
+        rig->browser.entered();
+        ASSERT_NE(rig->browser.view(), nullptr);
+    }
+
+    bool titled(const QString &title)
+    {
+        return QTest::qWaitFor([&] { return rig->title() == title; }, 30000);
+    }
+
+    LoopbackHttp server;
+    std::unique_ptr<BrowserRig> rig;
+};
+
+TEST_F(WebEngine, PagesShowInTheWebAreaAndHistoryGoesBothWays)
+{
+    EXPECT_EQ(rig->skin.area(3)->content(), rig->browser.view()->widget());
+    rig->type(server.url("/one"));
+    ASSERT_TRUE(titled("Page One")) << rig->status().toStdString();
+    EXPECT_TRUE(server.requests.contains("/one"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rig->status() == QStringLiteral("Done"); }));
+    rig->browser.SetURL(server.url("/two"));
+    ASSERT_TRUE(titled("Page Two"));
+    EXPECT_EQ(rig->skin.textField(1)->text(), server.url("/two"));
+
+    rig->browser.DoIt(103);
+    EXPECT_TRUE(titled("Page One")) << "Back";
+    rig->browser.DoIt(104);
+    EXPECT_TRUE(titled("Page Two")) << "Forward";
+    const qsizetype asked = server.requests.count("/two");
+    rig->browser.DoIt(102);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server.requests.count("/two") > asked; }))
+        << "Refresh asks again";
+    EXPECT_EQ(rig->browser.urlList(), QStringList({server.url("/one"), server.url("/two")}));
+    EXPECT_TRUE(rig->outside.isEmpty());
+}
+
+TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
+{
+    rig->skin.textField(1)->setText(QStringLiteral("velto skins"));
+    rig->browser.DoIt(106);
+    ASSERT_TRUE(titled("Results"));
+    EXPECT_TRUE(server.requests.contains("/search?q=velto%20skins"))
+        << server.requests.join(' ').toStdString();
+
+    rig->browser.SetURL(server.url("/popup"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !rig->outside.isEmpty(); }, 30000));
+    EXPECT_EQ(rig->outside.value(0), server.url("/two")) << "a new window opens outside";
+    EXPECT_EQ(rig->title(), QStringLiteral("Popup"));
+
+    // A click on another program's link: it is for the desktop.
+    rig->browser.SetURL(server.url("/mail"));
+    ASSERT_TRUE(titled("Mail"));
+    QWidget *page = rig->browser.view()->widget();
+    page->resize(400, 300);
+    QWidget *input = page->focusProxy() ? page->focusProxy() : page;
+    QTest::mouseClick(input, Qt::LeftButton, {}, input->rect().center());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rig->outside.size() > 1; }, 30000));
+    EXPECT_EQ(rig->outside.mid(1), QStringList({"mailto:someone@example.org"}));
+    EXPECT_EQ(rig->title(), QStringLiteral("Mail")) << "the page stays";
+}
+
+TEST_F(WebEngine, FilePagesAndTheStartPageShowToo)
+{
+    const QString file = rig->home.write(QStringLiteral("page.html"),
+                                         "<html><head><title>From a file</title></head></html>");
+    rig->browser.SetURL(QUrl::fromLocalFile(file).toString());
+    ASSERT_TRUE(titled("From a file"));
+    rig->browser.DoIt(101); // no home page: the addresses visited
+    EXPECT_TRUE(titled("Velto"));
+}

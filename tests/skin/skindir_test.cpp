@@ -1,0 +1,187 @@
+#include "skin/skindir.h"
+
+#include "platform/rawnames.h"
+#include "skin/skinimport.h"
+
+#include "support/oddfiles.h"
+#include "support/printers.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+QString write(const QString &folder, const QString &name, const QByteArray &bytes)
+{
+    QFile file(folder + '/' + name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
+    file.write(bytes);
+    return file.fileName();
+}
+
+QStringList texts(const QList<SkinDirEntry> &entries)
+{
+    QStringList t;
+    for (const SkinDirEntry &e : entries)
+        t << e.text;
+    return t;
+}
+
+} // namespace
+
+TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
+{
+    const struct
+    {
+        QByteArray header;
+        QStringList listedUnder; // of ALL, PLAYER, CALCULATOR, KARAOKE, FAVORITE
+    } cases[] = {
+        {"\"Velto Skin/PLAYER,CALCULATOR\",\"Two\"", {"ALL", "PLAYER", "CALCULATOR"}},
+        {"\"Velto Skin/CALCULATOR\",\"Calc\"", {"ALL", "CALCULATOR"}},
+        // The older format is a player skin, whatever the case of its signature.
+        {"\"Ne-Orb Skin\",\"Old\"", {"ALL", "PLAYER"}},
+        {"\"NE-ORB SKIN\",\"Old\"", {"ALL", "PLAYER"}},
+        {"\"Ne-Orb Skin/KARAOKE\",\"Old typed\"", {"ALL", "KARAOKE"}},
+        {"\"Velto Skin\",\"Untyped\"", {"ALL"}},
+        {"\"Velto Skin/\",\"Empty type\"", {"ALL"}},
+        // The word is found anywhere in the type text, in any case.
+        {"\"Velto Skin/karaoke player\",\"Lower\"", {"ALL", "PLAYER", "KARAOKE"}},
+        {"\"Velto Skin/FAVORITE\",\"Fav\"", {"ALL", "FAVORITE"}},
+        // Signatures are exact otherwise.
+        {"\"velto skin/PLAYER\",\"Wrong case\"", {}},
+        {"\"Other Skin/PLAYER\",\"Other\"", {}},
+        {"", {}},
+    };
+    const QStringList filters = {"ALL", "PLAYER", "CALCULATOR", "KARAOKE", "FAVORITE"};
+    for (const auto &c : cases) {
+        const SkinDirHeader header = parseSkinDirHeader(c.header);
+        for (const QString &filter : filters)
+            EXPECT_EQ(skinListed(header, filter), c.listedUnder.contains(filter))
+                << c.header.constData() << " under " << filter.toStdString();
+    }
+}
+
+TEST(SkinDir, FavouritesAreListedUnderFavoriteWhateverTheirType)
+{
+    const SkinDirHeader calc = parseSkinDirHeader("\"Velto Skin/CALCULATOR\",\"Calc\"");
+    EXPECT_TRUE(skinListed(calc, QStringLiteral("FAVORITE"), true));
+    EXPECT_FALSE(skinListed(calc, QStringLiteral("PLAYER"), true));
+    const SkinDirHeader invalid = parseSkinDirHeader("\"Nope\",\"x\"");
+    EXPECT_FALSE(skinListed(invalid, QStringLiteral("FAVORITE"), true));
+}
+
+TEST(SkinDir, HeaderGivesSignatureTypeAndDisplayName)
+{
+    const struct
+    {
+        QByteArray line;
+        QString signature, type, name;
+    } cases[] = {
+        {"\"Velto Skin/PLAYER\",\"Slate\"", "Velto Skin", "PLAYER", "Slate"},
+        {"Velto Skin/A/B,Name, more, fields", "Velto Skin", "A/B", "Name"},
+        {"\"Velto Skin/PLAYER\"\r\n\"Next line\"", "Velto Skin", "PLAYER", ""},
+        {"\"Ne-Orb Skin\",\"Old, with comma\"", "Ne-Orb Skin", "PLAYER", "Old, with comma"},
+        {"\xEF\xBB\xBF\"Velto Skin/CLOCK\",\"Caf\xC3\xA9\"", "Velto Skin", "CLOCK",
+         QString::fromUtf8("Caf\xC3\xA9")},
+        {"\"Velto Skin/CLOCK\",\"Caf\xE9\"", "Velto Skin", "CLOCK",
+         QString::fromUtf8("Caf\xC3\xA9")},
+    };
+    for (const auto &c : cases) {
+        const SkinDirHeader h = parseSkinDirHeader(c.line);
+        EXPECT_EQ(h.signature, c.signature) << c.line.constData();
+        EXPECT_EQ(h.type, c.type) << c.line.constData();
+        EXPECT_EQ(h.displayName, c.name) << c.line.constData();
+    }
+}
+
+TEST(SkinDir, EntryIsCutAtItsFirstSeparator)
+{
+    const struct
+    {
+        QString file, display, entry, back;
+    } cases[] = {
+        {"slate.skin", "Velto Slate", "SLATE > Velto Slate", "SLATE.skin"},
+        {"Odd.SKIN", "A > B > C", "ODD > A > B > C", "ODD.skin"},
+        {"no-extension", "", "NO-EXTENSION > ", "NO-EXTENSION.skin"},
+        {"dots.in.name.skin", "x", "DOTS.IN.NAME > x", "DOTS.IN.NAME.skin"},
+        {"straße.skin", "de", "STRASSE > de", "STRASSE.skin"},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(skinEntry(c.file, c.display), c.entry);
+        EXPECT_EQ(skinFileOfEntry(c.entry), c.back);
+    }
+    EXPECT_EQ(skinFileOfEntry(QStringLiteral("NOSEPARATOR")), QStringLiteral("NOSEPARATOR.skin"));
+}
+
+TEST(SkinDir, ReadsTheFolderInNameOrderAndSkipsWhatIsNoSkinFile)
+{
+    QTemporaryDir dir;
+    const QString f = dir.path();
+    write(f, "b.skin", "\"Velto Skin/PLAYER\",\"Bee\"\r\n1,0\r\n");
+    write(f, "A.SKIN", "\n\n  \"Velto Skin/CALCULATOR,PLAYER\",\"Ay\"\n");
+    write(f, "c.skin", "\"Ne-Orb Skin\",\"Sea\"");
+    write(f, "d.skin", "\"Not A Skin\",\"Dee\"");
+    write(f, "e.txt", "\"Velto Skin/PLAYER\",\"Not listed\"");
+    write(f, "empty.skin", "");
+    // A first line of a megabyte is read no further than the header needs.
+    write(f, "long.skin", "\"Velto Skin/PLAYER\",\"Long\"," + QByteArray(1 << 20, 'x'));
+    QDir(f).mkdir(QStringLiteral("folder.skin"));
+    QFile::link(f + "/missing-target", f + "/dangling.skin");
+    for (const OddFile &odd : makeOddFiles(f, QStringLiteral("odd.skin")))
+        QFile::link(odd.path, f + '/' + odd.kind + "-odd.skin");
+
+    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("ALL"))),
+              QStringList({"A > Ay", "B > Bee", "C > Sea", "LONG > Long"}));
+    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("CALCULATOR"))), QStringList({"A > Ay"}));
+    const QList<SkinDirEntry> players = ReadSkinDir(f, QStringLiteral("PLAYER"));
+    ASSERT_EQ(players.size(), 4);
+    EXPECT_EQ(players[0].file, f + "/A.SKIN");
+    EXPECT_TRUE(ReadSkinDir(f, QStringLiteral("FAVORITE")).isEmpty());
+    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("FAVORITE"), {skinPathKey(f + "/./c.skin")})),
+              QStringList({"C > Sea"}));
+    EXPECT_TRUE(ReadSkinDir(f + "/no-such-folder", QStringLiteral("ALL")).isEmpty());
+}
+
+TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
+{
+    // Qt can neither list nor open such a name, so the browser can only say so.
+    QTemporaryDir dir;
+    for (const QByteArray &name :
+         {QByteArray("caf\xE9.skin"), QByteArray("na\xEFve.SKIN"), QByteArray("caf\xE9.png")}) {
+        FILE *raw = std::fopen((QFile::encodeName(dir.path()) + '/' + name).constData(), "wb");
+        ASSERT_NE(raw, nullptr);
+        std::fputs("\"Velto Skin/PLAYER\",\"Latin\"\n", raw);
+        std::fclose(raw);
+    }
+    write(dir.path(), QStringLiteral("fine.skin"), "\"Velto Skin/PLAYER\",\"Fine\"\n");
+    EXPECT_EQ(texts(ReadSkinDir(dir.path(), QStringLiteral("ALL"))), QStringList({"FINE > Fine"}));
+    QStringList bad = undecodableNames(dir.path(), QStringLiteral("*.skin"));
+    bad.sort();
+    EXPECT_EQ(bad, QStringList({QString::fromUtf8("caf\xC3\xA9.skin"),
+                                QString::fromUtf8("na\xC3\xAFve.SKIN")}));
+    EXPECT_EQ(undecodableNames(dir.path(), QStringLiteral("*.skin"), 1).size(), 1);
+    EXPECT_TRUE(undecodableNames(dir.path() + "/none", QStringLiteral("*")).isEmpty());
+}
+
+// The skins the fuzzers kept (tests/skin/data) through the browser's reading
+// and the import's conversion.
+TEST(SkinDir, KeptFuzzInputsReadAndConvertSafely)
+{
+    int files = 0;
+    for (QDirIterator it(QStringLiteral(VELTO_TESTS_DIR "/skin/data"), QDir::Files); it.hasNext();
+         ++files) {
+        QFile f(it.next());
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        const QByteArray bytes = f.readAll();
+        parseSkinDirHeader(bytes);
+        const QByteArray converted = SkinImport::convert(bytes);
+        if (!converted.isEmpty()) {
+            EXPECT_EQ(parseSkinDirHeader(converted).signature, QStringLiteral("Velto Skin"))
+                << it.fileName().toStdString();
+        }
+    }
+    EXPECT_GT(files, 0);
+}

@@ -1,0 +1,89 @@
+#include "skin/skinimport.h"
+
+#include "skin/skinreader.h"
+
+#include "support/printers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray readAll(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QString write(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+    return path;
+}
+
+} // namespace
+
+TEST(SkinImport, ConvertChangesOnlyTheSignature)
+{
+    const struct
+    {
+        QByteArray in, out;
+    } cases[] = {
+        {"\"Ne-Orb Skin\",\"Old\"\r\n1,0\r\n", "\"Velto Skin/PLAYER\",\"Old\"\r\n1,0\r\n"},
+        {"Ne-Orb Skin,Old\n", "\"Velto Skin/PLAYER\",Old\n"},
+        {"\xEF\xBB\xBF\n  \"Ne-Orb Skin/KARAOKE\",\"x\xE9\"\n",
+         "\xEF\xBB\xBF\n  \"Velto Skin/PLAYER\",\"x\xE9\"\n"},
+        {"\"Ne-Orb Skin\"", "\"Velto Skin/PLAYER\""},
+        // Nothing to import.
+        {"\"Velto Skin/PLAYER\",\"New\"\n", ""},
+        {"\"ne-orb skin\",\"Case\"\n", ""},
+        {"", ""},
+        {"\"", ""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(SkinImport::convert(c.in), c.out) << c.in.constData();
+}
+
+TEST(SkinImport, WritesTheCopyBesideTheOriginalAndNeverOverwrites)
+{
+    QTemporaryDir dir;
+    const QByteArray older = "\"Ne-Orb Skin\",\"Old\"\r\n1,0\r\n\"Main\",\"m.png\"\r\n";
+    const QString original = write(dir.filePath(QStringLiteral("Old Skin.skin")), older);
+    EXPECT_TRUE(SkinImport::isOlderFormat(original));
+
+    const SkinImport::Result first = SkinImport::importSkin(original);
+    EXPECT_TRUE(first.message.isEmpty());
+    EXPECT_EQ(first.file, dir.filePath(QStringLiteral("Old Skin-velto.skin")));
+    EXPECT_EQ(readAll(original), older) << "the original is kept as it was";
+    EXPECT_FALSE(SkinImport::isOlderFormat(first.file));
+    QFile copy(first.file);
+    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
+    const SkinDescription header = readSkinHeader(copy);
+    EXPECT_TRUE(header.accepted);
+    EXPECT_EQ(header.displayName, QStringLiteral("Old"));
+
+    // Importing again uses the same copy; a different file of that name is kept.
+    EXPECT_EQ(SkinImport::importSkin(original).file, first.file);
+    write(first.file, "someone else's skin");
+    EXPECT_EQ(SkinImport::importSkin(original).file,
+              dir.filePath(QStringLiteral("Old Skin-velto-2.skin")));
+    EXPECT_EQ(readAll(first.file), QByteArray("someone else's skin"));
+}
+
+TEST(SkinImport, FailuresSayWhyAndWriteNothing)
+{
+    QTemporaryDir dir;
+    const QString newer = write(dir.filePath(QStringLiteral("new.skin")), "\"Velto Skin\",\"N\"\n");
+    EXPECT_FALSE(SkinImport::isOlderFormat(newer));
+    EXPECT_FALSE(SkinImport::importSkin(newer).message.isEmpty());
+    EXPECT_FALSE(
+        SkinImport::importSkin(dir.filePath(QStringLiteral("none.skin"))).message.isEmpty());
+    QDir().mkpath(dir.filePath(QStringLiteral("folder.skin")));
+    EXPECT_FALSE(SkinImport::isOlderFormat(dir.filePath(QStringLiteral("folder.skin"))));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"new.skin"}));
+}
