@@ -5,8 +5,10 @@
 const QList<PendingModes::Range> &PendingModes::ranges()
 {
     static const QList<Range> r = {
-        {13, 14, "The audio CD mode"}, {37, 38, "The audio CD mode"}, {40, 70, "The calculator"},
-        {76, 80, "The notepad"},       {80, 101, "The FM tuner"},     {130, 149, "Web radio"},
+        {40, 70, "The calculator"},
+        {76, 80, "The notepad"},
+        {80, 101, "The FM tuner"},
+        {130, 149, "Web radio"},
     };
     return r;
 }

@@ -30,6 +30,11 @@ Velto::Velto(Platform platform, ProgramFolder folder)
                {m_window.skin(), platform.dialogs, platform.random, platform.clock, m_window,
                 m_folder.file(QStringLiteral("nocover.bmp")), m_mediaDevices}),
       m_stopwatches(m_window.skin()), m_mixer(platform.dialogs),
+      m_cd(m_playlist, m_player.state(),
+           {m_settings.UseCDP, m_settings.UseCDDB, m_settings.CDDBcmd, m_settings.EmailID,
+            m_settings.CDDrive},
+           {m_window.skin(), platform.dialogs, m_cdDrive, m_http,
+            m_folder.file(QStringLiteral("cdplayer.ini"))}),
       m_browser({m_settings.URL}, {m_window.skin(), m_folder.file(QStringLiteral("url-list.txt")),
                                    [this](QWidget *parent) { return m_webViews.create(parent); },
                                    [](const QUrl &url) { QDesktopServices::openUrl(url); },
@@ -51,6 +56,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
     add(m_player, {{3, 5}, {7, 13}, {14, 29}, {30, 37}, {39, 40}, {150, 151}});
     add(m_stopwatches, {{4, 5}, {70, 76}});
     add(m_mixer, {{29, 30}});
+    add(m_cd, {{13, 14}, {37, 38}});
     add(m_browser, {{101, 107}, {110, 120}});
     add(m_clockTick, {});
     for (const PendingModes::Range &r : PendingModes::ranges())
@@ -107,6 +113,32 @@ void Velto::connectParts()
         m_config.flush();
     });
 
+    // CD mode: the engine plays the disc's tracks, and the CD part gets the
+    // images and track files the player meets.
+    PlaybackEngine &engine = m_player.engine();
+    connect(&m_cd, &CdPart::cdModeChanged, &engine, &PlaybackEngine::setCDMode);
+    // A disc is about to play: the media engine loads meanwhile, off this thread.
+    connect(&m_cd, &CdPart::cdModeChanged, this, [this](bool on) {
+        if (on)
+            m_mediaDevices.preload();
+    });
+    connect(&m_cd, &CdPart::playRequested, this,
+            [this] { m_mediaDevices.whenLoaded([this] { m_player.engine().PlayIt(); }); });
+    connect(&m_cd, &CdPart::stopRequested, &engine, &PlaybackEngine::StopIt);
+    connect(&m_cd, &CdPart::playlistChanged, this, [this] {
+        m_player.showPlaylist();
+        // The title of a track playing follows when its name arrives.
+        if (m_player.state().CDMode && m_player.state().playing)
+            m_player.engine().ShowTitles();
+        m_lights.refresh();
+    });
+    connect(&m_player.playlist(), &PlaylistControl::discImageOpened, &m_cd, &CdPart::OpenImage);
+    connect(&m_player.playlist(), &PlaylistControl::mediaFilesWanted, &m_cd, &CdPart::leaveCdMode);
+    // Queued: these come from inside PlayIt, which must end first.
+    connect(&engine, &PlaybackEngine::discImageWanted, &m_cd, &CdPart::PlayImage,
+            Qt::QueuedConnection);
+    connect(&engine, &PlaybackEngine::cdTrackWanted, &m_cd, &CdPart::PlayTrack,
+            Qt::QueuedConnection);
     // Home, Search and the other browser commands from the menu of another
     // mode switch to the browser first.
     connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
@@ -138,6 +170,14 @@ void Velto::Load(const QStringList &names, const QString &workingFolder, bool pl
 
 void Velto::Unload(bool interactive)
 {
+    shutDown(interactive);
+}
+
+// The media files' playlist is the one saved, even when a disc is playing.
+void Velto::shutDown(bool interactive)
+{
+    if (!m_lifecycle.unloaded())
+        m_cd.leaveCdMode();
     m_lifecycle.Unload(interactive);
 }
 
@@ -349,7 +389,7 @@ bool Velto::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     }
-    m_lifecycle.Unload(true);
+    shutDown(true);
     event->accept();
     return false;
 }

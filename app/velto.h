@@ -5,12 +5,15 @@
 #include "app/frmprefs.h"
 #include "app/pendingmodes.h"
 #include "app/popupmenu.h"
+#include "cd/cdpart.h"
 #include "core/clocktick.h"
 #include "core/dispatcher.h"
 #include "core/lifecycle.h"
 #include "core/lightboard.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "platform/httpclient.h"
+#include "platform/linuxcddrive.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/webviewfactory.h"
 #include "player/playerpart.h"
@@ -78,6 +81,7 @@ public:
     const SkinPart &windowCommands() const { return m_windowCommands; }
     const SkinPart &pendingModes() const { return m_pending; }
     const SkinPart &mixer() const { return m_mixer; }
+    CdPart &cd() { return m_cd; }
     const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
@@ -108,6 +112,7 @@ private:
     void applyPrefs(const frmPrefs &prefs);
     void switchOn();
     void switchOff();
+    void shutDown(bool interactive);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -117,12 +122,15 @@ private:
     frmNeOrb m_window;
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
+    LinuxCdDrive m_cdDrive;
+    QtHttpClient m_http;
     // Loads the web engine module when the browser mode is first entered.
     WebViewFactory m_webViews;
 
     PlayerPart m_player;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
+    CdPart m_cd;
     WebBrowser m_browser;
     ClockTick m_clockTick;
     PendingModes m_pending;

@@ -57,6 +57,8 @@ constexpr SettingKey kKeys[] = {
     {"CDDBcmd", T::S, &S::CDDBcmd, "http://gnudb.gnudb.org/~cddb/cddb.cgi/?cmd=", R::Accessor,
      W::Yes},
     {"EmailID", T::S, &S::EmailID, "velto@localhost.localdomain", R::Accessor, W::Yes},
+    // The drive CD mode plays; a disc image (.cue) may stand in for it.
+    {"CDDrive", T::S, &S::CDDrive, "/dev/cdrom", R::Accessor, W::Yes},
     {"StartPMd", T::I, &S::StartPMd, "0", R::Accessor, W::Yes},
     {"LastPMd", T::I, &S::LastPMd, "0", R::Accessor, W::Yes},
     {"ExEnable", T::I, &S::ExEnable, "0", R::Accessor, W::Yes},

@@ -52,6 +52,7 @@ struct Settings
     qint16 UseCDDB{};
     QString CDDBcmd;
     QString EmailID;
+    QString CDDrive;
     qint16 StartPMd{};
     qint16 LastPMd{};
     qint16 ExEnable{};

@@ -55,6 +55,12 @@ public:
     }
     // Exact and case-sensitive, as every comparison of device names is.
     static bool isKnownDeviceType(const QString &type) { return knownDeviceTypes().contains(type); }
+    // The "cdaudio" device plays one thing: a track of a disc, named as
+    // cdTrackUrl() (platform/cddrive.h) names it.
+    static bool isCdTrack(const QString &type, const QString &file)
+    {
+        return type == QLatin1String("cdaudio") && file.startsWith(QLatin1String("cdtrack://"));
+    }
 
     static QString modeName(Mode mode)
     {

@@ -27,12 +27,15 @@ void NullMediaDevice::finishOpening(quint32 generation)
     if (generation != m_generation || m_state != State::Loading)
         return;
     const QFileInfo file(m_fileName);
+    const bool cdTrack = isCdTrack(m_deviceType, m_fileName);
     if (!m_refusal.isEmpty()) {
         m_error = DeviceNotInstalled;
         m_errorText = m_refusal;
-    } else if (!isKnownDeviceType(m_deviceType)) {
+    } else if (!isKnownDeviceType(m_deviceType) && !cdTrack) {
         m_error = DeviceNotInstalled;
         m_errorText = QStringLiteral("unknown device type");
+    } else if (cdTrack) {
+        // A disc's track: nothing on disk to look at.
     } else if (m_fileName.isEmpty() || !file.isFile()) {
         m_error = CannotOpen;
         m_errorText = QStringLiteral("loading failed");

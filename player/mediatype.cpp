@@ -39,6 +39,7 @@ MediaType classifyMedia(const QString &path, const QString &mciDevice)
         {{"AWA", "AWM"}, K::Animation1, "Animation1"},
         {{"MMM"}, K::MMMovie, "MMMovie"},
         {{"CDA"}, K::CdTrack, "cdaudio"},
+        {{"CUE"}, K::DiscImage, "cdaudio"},
         {{"BMP", "GIF", "JPG"}, K::Picture, "Delay"},
         {{"TXT", "DOC", "BAT", "COM", "EXE", "LNK"}, K::Placeholder, "Delay"},
     };

@@ -12,6 +12,7 @@ struct MediaType
         Animation1,  // AWA, AWM
         MMMovie,     // MMM
         CdTrack,     // CDA: a track of the audio CD
+        DiscImage,   // CUE: a CD image, played as a disc in CD mode
         Picture,     // shown for five seconds as a "Delay" item
         Placeholder, // documents and programs: nothing plays, playback halts
         Other,       // everything else, on the device the "MCIDevice" setting names

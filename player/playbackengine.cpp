@@ -79,6 +79,27 @@ void PlaybackEngine::PlayFile(const QString &path)
     PlayIt();
 }
 
+void PlaybackEngine::setCDMode(bool on)
+{
+    if (m_state.CDMode == on)
+        return;
+    // The last item of the other source must not play on, or come back on
+    // the other device after a pause.
+    m_timer1.stop();
+    m_opening = {};
+    for (auto &device : m_devices)
+        if (device)
+            device->close();
+    m_state.CDMode = on;
+    m_state.CurDevice.clear();
+    m_state.TrackLength = 0;
+    m_state.PlayPos = 0;
+    m_state.LoopStart = m_state.LoopEnd = 0;
+    m_tag = TagRecord();
+    clearTrackLabels();
+    StopIt();
+}
+
 void PlaybackEngine::PlayIt()
 {
     PlaylistState &pl = m_playlist;
@@ -117,8 +138,12 @@ void PlaybackEngine::PlayIt()
         return; // an empty list plays nothing
 
     if (m_state.CDMode) {
+        // The CD part filled the list with its tracks' names for the device.
         m_state.CurDevice = QStringLiteral("cdaudio");
         m_state.CurMci = 1;
+        m_state.CurFile = pl.PlPath[pl.CurTrack - 1];
+        m_tag = TagRecord();
+        openCurrent();
         return;
     }
 
@@ -155,7 +180,11 @@ void PlaybackEngine::PlayIt()
         startDelayItem();
         return;
     case MediaType::Kind::CdTrack:
-        break; // no CD part yet: the device refuses "cdaudio" and says so
+        emit cdTrackWanted(type.cdTrack);
+        return;
+    case MediaType::Kind::DiscImage:
+        emit discImageWanted(file);
+        return;
     default:
         break;
     }
@@ -480,7 +509,8 @@ void PlaybackEngine::Timer1_Timer()
         PlayFrom(m_state.LoopStart);
         return;
     }
-    if (!m_state.CDMode && m_state.PlayPos >= m_state.TrackLength - m_options.PBOverlap)
+    // A CD track ends like a file: each plays as a stream of its own.
+    if (m_state.PlayPos >= m_state.TrackLength - m_options.PBOverlap)
         PlayNext();
 }
 

@@ -114,6 +114,10 @@ public:
     void ShowLights() { emit stateChanged(); }
     // Plays a file that is not in the playlist yet: it is added at the end.
     void PlayFile(const QString &path);
+    // Media files or the audio CD: whatever plays stops, and from now on the
+    // entries are files, or the tracks of the disc (on the "cdaudio" device,
+    // each track a stream of its own).
+    void setCDMode(bool on);
     // Shut-down: both devices closed, the tick stopped.
     void CloseDevices();
     // A tag was written into `file`: when it is the item playing, the tray
@@ -159,6 +163,10 @@ signals:
     // Each tick while playing, after the position was read.
     void ticked(qint64 posMs);
     void deviceCreated(MediaDevice *device);
+    // Entries the CD part plays: a disc image (a .cue) and a CD track file
+    // ("Track05.cda"), met among the media files.
+    void discImageWanted(const QString &cueSheet);
+    void cdTrackWanted(int track);
 
 private:
     MediaDevice &instance(int index);

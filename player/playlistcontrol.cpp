@@ -1,5 +1,6 @@
 #include "playlistcontrol.h"
 
+#include "mediatype.h"
 #include "skin/skinsurface.h"
 
 #include "platform/dialogs.h"
@@ -98,6 +99,8 @@ void PlaylistControl::loadList(const QString &file, std::function<void(int, int)
             m_dialogs.message(list.message);
         return;
     }
+    if (m_options.CDMode)
+        emit mediaFilesWanted();
     if (m_options.ClearPLFirst == 1)
         PlClear();
     enqueue([this, list = std::move(list), loaded = std::move(loaded)] {
@@ -224,6 +227,12 @@ void PlaylistControl::addOpened(const QString &path)
 
 void PlaylistControl::add(const QString &path)
 {
+    if (classifyMedia(path, QString()).kind == MediaType::Kind::DiscImage) {
+        emit discImageOpened(path);
+        return;
+    }
+    if (m_options.CDMode)
+        emit mediaFilesWanted();
     Playlist &list = playlist();
     const QString message =
         list.AddToPlaylist(path, Playlist::FriendlyName(path, list.friendlyNames));

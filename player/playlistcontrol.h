@@ -91,6 +91,12 @@ signals:
     // A dialog the user confirmed chose this folder: the new "Path", to be
     // stored at once.
     void pathChosen(const QString &path);
+    // A disc image (a .cue) was opened or dropped: it plays as a CD, not as
+    // an entry of the list.
+    void discImageOpened(const QString &cueSheet);
+    // Files come while the list holds a disc's tracks: back to the media
+    // files first, so they join those.
+    void mediaFilesWanted();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

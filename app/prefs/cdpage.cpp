@@ -2,11 +2,23 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 
 CdPage::CdPage(const Settings &settings, Dialogs &dialogs) : PrefsPage(settings, dialogs)
 {
     auto *form = new QFormLayout(this);
+    QLineEdit *drive =
+        text(&Settings::CDDrive, QStringLiteral("The CD drive's device file, %1 on most systems; "
+                                                "a disc image (.cue) also plays as the disc")
+                                     .arg(Settings().CDDrive));
+    form->addRow(
+        buddyLabel(QStringLiteral("CD dri&ve:"), drive),
+        withChooser(drive, QStringLiteral("&Image..."),
+                    QStringLiteral("Play a disc image as the disc in the drive"), [this, drive] {
+                        return chooseFile(QStringLiteral("Select Disc Image"), drive->text(),
+                                          QStringLiteral("Disc images (*.cue)|*.cue"));
+                    }));
     form->addRow(check(
         &Settings::UseCDP, QStringLiteral("Look titles up in the CD player's title &file"),
         QStringLiteral("Name a disc's tracks from cdplayer.ini in Velto's folder"), Truth::One));

@@ -1,5 +1,6 @@
 #include "mpvdevice.h"
 
+#include "cdtrackstream.h"
 #include "midistream.h"
 #include "mpvvideoview.h"
 #include "platform/fliheader.h"
@@ -174,6 +175,8 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
     mpv_set_property_string(m_mpv, "pause", "yes");
     if (!MidiStream::registerProtocol(m_mpv))
         qWarning("MpvDevice: the MIDI stream could not be registered; MIDI files will not play");
+    if (!CdTrackStream::registerProtocol(m_mpv))
+        qWarning("MpvDevice: the CD track stream could not be registered; CDs will not play");
 
     mpv_set_wakeup_callback(
         m_mpv,
@@ -218,7 +221,8 @@ void MpvDevice::open()
             },
             Qt::QueuedConnection);
     };
-    if (!isKnownDeviceType(m_deviceType)) {
+    const bool cdTrack = isCdTrack(m_deviceType, m_fileName);
+    if (!isKnownDeviceType(m_deviceType) && !cdTrack) {
         failLater(DeviceNotInstalled, QStringLiteral("unknown device type"));
         return;
     }
@@ -231,9 +235,9 @@ void MpvDevice::open()
         return;
     }
     // An absolute path never reads as a protocol prefix ("av://", "edl://").
-    const QString absolute = QFileInfo(m_fileName).absoluteFilePath();
-    QByteArray path = absolute.toUtf8();
-    if (MidiStream::hasMidiName(absolute) && MidiStream::isMidiFile(absolute)) {
+    const QString absolute = cdTrack ? QString() : QFileInfo(m_fileName).absoluteFilePath();
+    QByteArray path = cdTrack ? m_fileName.toUtf8() : absolute.toUtf8();
+    if (!cdTrack && MidiStream::hasMidiName(absolute) && MidiStream::isMidiFile(absolute)) {
         if (MidiStream::soundBank().isEmpty()) {
             failLater(DeviceNotInstalled, MidiStream::missingBankText());
             return;

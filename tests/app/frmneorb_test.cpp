@@ -126,7 +126,8 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
 {
     const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
                    *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *pending = &velto->pendingModes(), *browser = &velto->browser();
+                   *cd = &velto->cd(), *pending = &velto->pendingModes(),
+                   *browser = &velto->browser();
     const auto owner = [&](int cmd) -> const SkinPart * {
         const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
         if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
@@ -137,10 +138,12 @@ TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
             return mixer;
         if (in(70, 75))
             return stopwatches;
+        if (cmd == 13 || cmd == 37)
+            return cd;
         if (in(101, 106) || in(110, 119))
             return browser;
         // Modes still to come say so rather than doing nothing.
-        if (cmd == 13 || cmd == 37 || in(40, 69) || in(76, 100) || in(130, 148))
+        if (in(40, 69) || in(76, 100) || in(130, 148))
             return pending;
         return nullptr; // 107-109, 120-129, 149 and everything past the table
     };

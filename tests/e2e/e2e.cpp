@@ -38,6 +38,12 @@ VeltoProcess::VeltoProcess()
     env.remove(QStringLiteral("WAYLAND_DISPLAY"));
     for (const char *name : kScalingVariables)
         env.remove(QString::fromLatin1(name));
+#ifdef VELTO_NETGUARD
+    // Whatever the program tries to reach beyond this machine is refused and noted.
+    env.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELTO_NETGUARD));
+    env.insert(QStringLiteral("VELTO_NETGUARD_LOG"),
+               m_home.path() + QStringLiteral("/netguard.log"));
+#endif
     // In the sanitizer build a report from velto goes to a file the test
     // reads at the end: its exit code and output are the test's own to check.
     for (const char *name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"}) {
@@ -57,6 +63,9 @@ VeltoProcess::~VeltoProcess()
     } else if (m_process.exitStatus() == QProcess::CrashExit) {
         ADD_FAILURE() << "velto crashed: " << m_process.readAllStandardError().toStdString();
     }
+    QFile refused(m_home.path() + QStringLiteral("/netguard.log"));
+    if (refused.open(QIODevice::ReadOnly))
+        ADD_FAILURE() << "velto tried to leave the machine: " << refused.readAll().toStdString();
     const QDir home(m_home.path());
     for (const QString &name : home.entryList({QStringLiteral("sanitizer.*")}, QDir::Files)) {
         QFile report(home.filePath(name));

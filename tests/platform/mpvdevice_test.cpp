@@ -1,5 +1,7 @@
 #include "mediatest.h"
+#include "platform/linuxcddrive.h"
 #include "support/deadline.h"
+#include "support/discimage.h"
 #include "support/oddfiles.h"
 #include "support/printers.h"
 
@@ -230,3 +232,48 @@ TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalledAndNoProgra
 }
 
 } // namespace
+
+// A track of a disc image plays through the "cdaudio" device like a file:
+// its exact length, seeking, its end; a track the disc lacks fails to open.
+TEST_F(MpvDeviceTest, DiscTracksPlayOnTheCdDevice)
+{
+    DiscImage image;
+    image.sectors = {60, 135};
+    LinuxCdDrive drive;
+    const CdDisc disc = drive.read(image.write(media->file(QStringLiteral("disc")), "disc"));
+    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+
+    EventLog log;
+    auto device = factory->create();
+    device->setEvents(log.events());
+    device->setDeviceType(QStringLiteral("cdaudio"));
+    device->setFileName(QString::fromUtf8(cdTrackUrl(disc.playSource, 2)));
+    device->open();
+    ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }));
+    ASSERT_EQ(log.opened, 1) << device->errorText().toStdString();
+    EXPECT_EQ(device->length(), 1800) << "135 sectors of 1/75 s";
+    device->setFrom(1000);
+    device->play();
+    ASSERT_TRUE(waitFor([&] { return device->position() > 1000; }));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
+
+    const struct
+    {
+        QString type, file;
+        int error;
+    } failures[] = {
+        {QStringLiteral("cdaudio"), QString::fromUtf8(cdTrackUrl(disc.playSource, 3)), 274},
+        {QStringLiteral("cdaudio"), file("tone.wav"), 263},
+        {QStringLiteral("MPEGVideo"), QString::fromUtf8(cdTrackUrl(disc.playSource, 1)), 274},
+    };
+    for (const auto &f : failures) {
+        SCOPED_TRACE(f.file.toStdString());
+        EventLog failed;
+        device->setEvents(failed.events());
+        device->setDeviceType(f.type);
+        device->setFileName(f.file);
+        device->open();
+        ASSERT_TRUE(waitFor([&] { return failed.opened + failed.failed > 0; }));
+        EXPECT_EQ(failed.error, f.error);
+    }
+}

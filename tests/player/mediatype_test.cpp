@@ -13,6 +13,7 @@ TEST(MediaType, ClassifiesByExtensionInOrder)
         {"/m/a.mp3", "", K::Mpeg, "ActiveMovie"},
         {"/m/a.fli", "1", K::Animation, "Animation"},
         {"/cd/Track01.cda", "0", K::CdTrack, "cdaudio"},
+        {"/rips/Album.Cue", "0", K::DiscImage, "cdaudio"},
         {"/m/a.Gif", "0", K::Picture, "Delay"},
         {"/m/a.mid", "x", K::Other, "ActiveMovie"},
         // Only the text after the last dot counts, even inside a folder name.

@@ -1,5 +1,7 @@
+#include "platform/linuxcddrive.h"
 #include "platform/mediatest.h"
 #include "player/playbackengine.h"
+#include "support/discimage.h"
 #include "support/fakes.h"
 #include "support/recordingsurface.h"
 
@@ -399,8 +401,6 @@ TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
         {"garbage.mp3", "0", "MCI Device: MPEGVideo",
          "The File could not be opened.\rIt may be an unknown format, corrupt, or an "
          "un-supported variation of a known format."},
-        {"Track05.cda", "0", "MCI Device: cdaudio",
-         "MCI driver is NOT installed.\rSee Velto documentation!"},
         {"socket.mp3", "0", "MCI Device: MPEGVideo",
          "Make sure you are using the Microsoft MPEGVideo driver!\rMPEG Video may have been "
          "re-assigned to a DVD drive or card.\rYou may need to use the ActiveMovie driver (see "
@@ -493,3 +493,71 @@ TEST(PlaybackEngineJump, ReadsEntryNumbersAndTimes)
 }
 
 } // namespace
+
+// What only the CD part can play goes to it, and nothing opens here.
+TEST_F(PlaybackEngineTest, TrackFilesAndDiscImagesGoToTheCdPart)
+{
+    media->write(QStringLiteral("album.cue"), "FILE album.bin BINARY\n");
+    QList<int> tracks;
+    QStringList images;
+    QObject::connect(engine.get(), &PlaybackEngine::cdTrackWanted,
+                     [&](int track) { tracks << track; });
+    QObject::connect(engine.get(), &PlaybackEngine::discImageWanted,
+                     [&](const QString &cue) { images << cue; });
+    setList({"Track05.cda", "album.cue"});
+    engine->PlayIt();
+    engine->NextTrack();
+    EXPECT_EQ(tracks, QList<int>{5});
+    EXPECT_EQ(images, QStringList{file("album.cue")});
+    EXPECT_EQ(engine->device(0), nullptr);
+    EXPECT_EQ(engine->device(1), nullptr);
+    EXPECT_FALSE(engine->state().playing);
+    EXPECT_TRUE(dialogs.messages.isEmpty());
+}
+
+// In CD mode the entries are the disc's tracks on the "cdaudio" device: each
+// plays for its own length, the next follows, seeks stay inside the track.
+TEST_F(PlaybackEngineTest, InCdModeTheTracksOfTheDiscPlayOneAfterAnother)
+{
+    DiscImage image;
+    image.sectors = {75, 90, 600};
+    LinuxCdDrive drive;
+    const CdDisc disc = drive.read(image.write(media->file(QStringLiteral("cd")), "disc"));
+    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+    setList({"a.wav"});
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+
+    engine->setCDMode(true);
+    EXPECT_FALSE(engine->state().playing) << "the file stops";
+    EXPECT_TRUE(engine->state().CDMode);
+    playlist.PlNames = {"01 - Track  1  (00:01)", "02 - Track  2  (00:01)",
+                        "03 - Track  3  (00:08)"};
+    playlist.PlPath.clear();
+    for (int t = 1; t <= 3; ++t)
+        playlist.PlPath << QString::fromUtf8(cdTrackUrl(disc.playSource, t));
+    playlist.CurTrack = 1;
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    EXPECT_EQ(engine->state().CurDevice, QStringLiteral("cdaudio"));
+    EXPECT_EQ(engine->state().CurMci, 1);
+    EXPECT_EQ(engine->state().TrackLength, 1000);
+    EXPECT_EQ(skin.labels.value(PlaybackEngine::kTypeLabel), QStringLiteral("CDA"));
+    EXPECT_EQ(windowTitle, QStringLiteral("01 - Track  1  (00:01)"));
+    ASSERT_TRUE(playingTrack(2)) << "the next track follows at the end of one";
+    EXPECT_EQ(engine->state().TrackLength, 1200);
+    engine->NextTrack();
+    ASSERT_TRUE(playingTrack(3));
+    engine->PlayFrom(7000);
+    ASSERT_TRUE(waitFor([&] { return engine->state().PlayPos >= 7000; }));
+    EXPECT_LT(engine->state().PlayPos, 8000);
+    ASSERT_TRUE(stopped()) << "past the last track the list stops";
+    EXPECT_EQ(playlist.CurTrack, 1);
+
+    engine->PlayIt();
+    ASSERT_TRUE(playingTrack(1));
+    engine->setCDMode(false);
+    EXPECT_FALSE(engine->state().playing);
+    EXPECT_FALSE(engine->state().CDMode);
+    EXPECT_TRUE(engine->state().CurDevice.isEmpty());
+}

@@ -3,7 +3,6 @@
 #include "support/oddfiles.h"
 #include "support/printers.h"
 
-#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -103,21 +102,4 @@ TEST(UrlList, FileIsWrittenWholeAndReadBackBoundedly)
         EXPECT_TRUE(UrlList::load(odd.path).isEmpty()) << odd.kind.toStdString();
     EXPECT_FALSE(UrlList::save(dir.filePath(QStringLiteral("folder/url-list.txt")), list))
         << "a folder stands where the file would go";
-}
-
-// Inputs the fuzzer (scripts/fuzz-browsers) found worth keeping.
-TEST(UrlList, KeptFuzzInputsReadAndWriteBackAlike)
-{
-    int files = 0;
-    for (QDirIterator it(QStringLiteral(VELTO_TESTS_DIR "/radio/data"), QDir::Files); it.hasNext();
-         ++files) {
-        QFile f(it.next());
-        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-        const QStringList list = UrlList::parse(f.readAll());
-        EXPECT_LE(list.size(), UrlList::kLimit) << it.fileName().toStdString();
-        if (list.isEmpty() || !list.first().startsWith(QChar(0xFEFF))) {
-            EXPECT_EQ(UrlList::parse(UrlList::format(list)), list) << it.fileName().toStdString();
-        }
-    }
-    EXPECT_GT(files, 0);
 }

@@ -7,7 +7,6 @@
 #include "support/printers.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -164,24 +163,4 @@ TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
                                 QString::fromUtf8("na\xC3\xAFve.SKIN")}));
     EXPECT_EQ(undecodableNames(dir.path(), QStringLiteral("*.skin"), 1).size(), 1);
     EXPECT_TRUE(undecodableNames(dir.path() + "/none", QStringLiteral("*")).isEmpty());
-}
-
-// The skins the fuzzers kept (tests/skin/data) through the browser's reading
-// and the import's conversion.
-TEST(SkinDir, KeptFuzzInputsReadAndConvertSafely)
-{
-    int files = 0;
-    for (QDirIterator it(QStringLiteral(VELTO_TESTS_DIR "/skin/data"), QDir::Files); it.hasNext();
-         ++files) {
-        QFile f(it.next());
-        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-        const QByteArray bytes = f.readAll();
-        parseSkinDirHeader(bytes);
-        const QByteArray converted = SkinImport::convert(bytes);
-        if (!converted.isEmpty()) {
-            EXPECT_EQ(parseSkinDirHeader(converted).signature, QStringLiteral("Velto Skin"))
-                << it.fileName().toStdString();
-        }
-    }
-    EXPECT_GT(files, 0);
 }

@@ -1,7 +1,10 @@
+#include "netguard.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdio>
 
 int main(int argc, char **argv)
 {
@@ -13,5 +16,12 @@ int main(int argc, char **argv)
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    // ctest runs each test on its own, so the one that tried is the one that fails.
+    if (netGuardRefusals() > 0) {
+        std::fprintf(stderr, "FAILED: %d attempt(s) to leave the machine, the last: %s\n",
+                     netGuardRefusals(), netGuardLastRefusal().c_str());
+        return 1;
+    }
+    return result;
 }

@@ -1,0 +1,237 @@
+#include "cd/cddbclient.h"
+
+#include "platform/httpclient.h"
+#include "support/loopbackserver.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+
+const CddbClient::Disc kDisc{QStringLiteral("2a03f403"), {150, 375, 675}, 1012};
+
+const char kFound[] = "200 rock 2a03f403 The Band / First Album\r\n";
+const char kEntry[] = "210 rock 2a03f403 CD database entry follows (until terminating `.')\r\n"
+                      "# xmcd\r\n#\r\nDISCID=2a03f403\r\nDTITLE=The Band / First Album\r\n"
+                      "DYEAR=2001\r\nTTITLE0=Opening\r\nTTITLE1=Middle\r\nTTITLE2=Closing\r\n"
+                      "EXTD=\r\nEXTT0=\r\nPLAYORDER=\r\n.\r\n";
+
+// A client on the real HTTP stack, talking to a server of the test's own.
+struct Exchange
+{
+    explicit Exchange(LoopbackServer::Handler handler, int timeoutMs = 20000)
+        : server(std::move(handler)), http(timeoutMs),
+          cmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
+          client(http, {cmd, email})
+    {
+        QObject::connect(&client, &CddbClient::statusText,
+                         [this](const QString &text) { statuses << text; });
+        QObject::connect(&client, &CddbClient::message,
+                         [this](const QString &text) { messages << text; });
+        QObject::connect(&client, &CddbClient::entryRead,
+                         [this](const QString &id, const CddbDiscEntry &e) {
+                             readFor = id;
+                             entry = e;
+                         });
+    }
+
+    // Runs the lookup to its last word.
+    bool run(const CddbClient::Disc &disc = kDisc, int patienceMs = 20000)
+    {
+        client.CDDBQuery(disc);
+        return QTest::qWaitFor([this] { return client.step() == CddbClient::Step::Done; },
+                               patienceMs);
+    }
+
+    LoopbackServer server;
+    QtHttpClient http;
+    QString email = QStringLiteral("tester@example.org");
+    QString cmd;
+    CddbClient client;
+    QStringList statuses, messages;
+    QString readFor;
+    CddbDiscEntry entry;
+};
+
+LoopbackServer::Response reply(const std::string &body, int status = 200)
+{
+    return {status, body, false};
+}
+
+// The query's answer, then the read's.
+LoopbackServer::Handler twoSteps(std::string query, std::string read)
+{
+    return [query, read](const std::string &target) {
+        return reply(target.find("cddb+read") != std::string::npos ? read : query);
+    };
+}
+
+} // namespace
+
+TEST(CddbClient, QueryThenReadNamesTheTracks)
+{
+    Exchange x(twoSteps(kFound, kEntry));
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...",
+                                       "Retrieving album from CDDB...", "Album data loaded."}));
+    EXPECT_TRUE(x.messages.isEmpty());
+    EXPECT_EQ(x.readFor, kDisc.id);
+    EXPECT_EQ(x.entry.titles, (QStringList{"Opening", "Middle", "Closing"}));
+    EXPECT_EQ(x.entry.artist, QStringLiteral("The Band"));
+    EXPECT_EQ(x.entry.album, QStringLiteral("First Album"));
+    const std::vector<std::string> sent = x.server.requests();
+    ASSERT_EQ(sent.size(), 2u);
+    EXPECT_EQ(sent[0], "/~cddb/cddb.cgi/?cmd=cddb+query+2a03f403+3+150+375+675+1012"
+                       "&hello=tester+example.org+NON+0.1&proto=4");
+    EXPECT_EQ(sent[1], "/~cddb/cddb.cgi/?cmd=cddb+read+rock+2a03f403"
+                       "&hello=tester+example.org+NON+0.1&proto=4");
+}
+
+TEST(CddbClient, EveryOutcomeSaysWhatHappened)
+{
+    const struct
+    {
+        const char *what;
+        LoopbackServer::Handler handler;
+        QStringList statuses, messages, titles;
+    } cases[] = {
+        {"not found",
+         twoSteps("202 No match for disc ID 2a03f403.\r\n", ""),
+         {"Looking for Album on CDDB server...", "The CD was not found in CDDB database!"},
+         {},
+         {}},
+        {"multiple matches",
+         twoSteps("201 several matches\r\nrock 2a03f403 A\r\n.\r\n", ""),
+         {"Looking for Album on CDDB server..."},
+         {"CDDB returned multiple matches..."},
+         {}},
+        {"the last title without a carriage return",
+         twoSteps(kFound, "TTITLE0=One\r\nTTITLE1=Two\r\nTTITLE2=Three"),
+         {"Looking for Album on CDDB server...", "Retrieving album from CDDB...",
+          "Album data loaded."},
+         {},
+         {"One", "Two", ""}},
+        {"a server error",
+         [](const std::string &) { return reply("oops", 500); },
+         {"Looking for Album on CDDB server...", "CDDB error: 500"},
+         {},
+         {}},
+        {"an error while reading",
+         [](const std::string &target) {
+             return target.find("cddb+read") != std::string::npos ? reply("gone", 404)
+                                                                  : reply(kFound);
+         },
+         {"Looking for Album on CDDB server...", "Retrieving album from CDDB...",
+          "CDDB error: 404"},
+         {},
+         {}},
+        {"letters in UTF-8 and Latin-1 on one reply",
+         twoSteps(kFound, "TTITLE0=Caf\xc3\xa9\r\nTTITLE1=Caf\xe9\r\nTTITLE2=\xc3\r\n"),
+         {"Looking for Album on CDDB server...", "Retrieving album from CDDB...",
+          "Album data loaded."},
+         {},
+         {"Caf\u00e9", "Caf\u00e9", "\u00c3"}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        Exchange x(c.handler);
+        ASSERT_TRUE(x.run());
+        EXPECT_EQ(x.statuses, c.statuses);
+        EXPECT_EQ(x.messages, c.messages);
+        EXPECT_EQ(x.entry.titles, c.titles);
+    }
+}
+
+TEST(CddbClient, AnAddressWithoutUserOrHostAsksNothing)
+{
+    const struct
+    {
+        const char *email;
+        bool accepted;
+    } cases[] = {
+        {"a@b", true},    {"user@host.example", true}, {"a@b@c", true}, {"@host", false},
+        {"user@", false}, {"nobody", false},           {"", false},     {"@", false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.email);
+        EXPECT_EQ(CddbClient::helloSuffix(QString::fromLatin1(c.email)).has_value(), c.accepted);
+        Exchange x(twoSteps("202 none\r\n", ""));
+        x.email = QString::fromLatin1(c.email);
+        ASSERT_TRUE(x.run());
+        EXPECT_EQ(x.messages.contains(QStringLiteral("User ID is incorrect!")), !c.accepted);
+        EXPECT_EQ(x.server.requests().size(), c.accepted ? 1u : 0u);
+    }
+    EXPECT_EQ(CddbClient::helloSuffix(QStringLiteral("a@b@c")),
+              QStringLiteral("&hello=a+b@c+NON+0.1&proto=4"))
+        << "the host is all after the first @";
+}
+
+// The lookup runs on the event loop: while a server keeps silent, the
+// program's timers go on, and the silence ends the lookup with an error.
+TEST(CddbClient, AServerThatNeverAnswersTimesOutAndNothingWaits)
+{
+    Exchange x([](const std::string &) { return LoopbackServer::Response{200, "", true}; }, 400);
+    QTimer beat;
+    int beats = 0;
+    QElapsedTimer clock;
+    qint64 lastBeat = 0, longestGap = 0;
+    QObject::connect(&beat, &QTimer::timeout, [&] {
+        longestGap = qMax(longestGap, clock.elapsed() - lastBeat);
+        lastBeat = clock.elapsed();
+        ++beats;
+    });
+    clock.start();
+    beat.start(10);
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...", "CDDB error: 4"}))
+        << "4: timed out";
+    EXPECT_GE(beats, 10) << "the timer kept beating meanwhile";
+    EXPECT_LT(longestGap, 1000);
+}
+
+TEST(CddbClient, NoServerAtTheAddressIsAnError)
+{
+    int port = 0;
+    {
+        LoopbackServer closed([](const std::string &) { return reply(""); });
+        port = closed.port();
+    }
+    Exchange x(twoSteps("", ""));
+    x.cmd = QStringLiteral("http://127.0.0.1:%1/~cddb/cddb.cgi/?cmd=").arg(port);
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...", "CDDB error: 1"}))
+        << "1: connection refused";
+}
+
+// Ten megabytes of garbage for an entry: the first megabyte is read, the
+// rest never waited for, and no title comes of it.
+TEST(CddbClient, AHugeGarbageReplyIsCutShort)
+{
+    std::string garbage(10 * 1024 * 1024, '\0');
+    for (size_t i = 0; i < garbage.size(); ++i)
+        garbage[i] = char((i * 2654435761u) >> 13);
+    Exchange x(twoSteps(kFound, garbage));
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.statuses.last(), QStringLiteral("Album data loaded."));
+    EXPECT_EQ(x.entry.titles.size(), 3);
+}
+
+TEST(CddbClient, ANewQueryDropsTheOneRunning)
+{
+    Exchange x([](const std::string &target) {
+        if (target.find("ffffff") != std::string::npos)
+            return LoopbackServer::Response{200, "", true};
+        return reply("202 none\r\n");
+    });
+    CddbClient::Disc slow = kDisc;
+    slow.id = QStringLiteral("ffffff03");
+    x.client.CDDBQuery(slow);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return x.server.requests().size() == 1; }));
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.statuses.last(), QStringLiteral("The CD was not found in CDDB database!"));
+    x.client.cancel();
+    EXPECT_EQ(x.client.step(), CddbClient::Step::Done);
+}

@@ -1,0 +1,392 @@
+#include "cd/cdpart.h"
+
+#include "platform/httpclient.h"
+#include "platform/linuxcddrive.h"
+#include "support/discimage.h"
+#include "support/fakes.h"
+#include "support/loopbackserver.h"
+#include "support/recordingsurface.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A drive a test moves through its states by hand: CD drives are hardware
+// no test machine has. Its disc is an image of the test's own.
+class FakeCdDrive : public CdDrive
+{
+public:
+    Status state = Status::NoDisc;
+    QString image; // read as the disc while the state is Disc
+    int reads = 0, statuses = 0, ejects = 0;
+
+    Status status(const QString &) override
+    {
+        ++statuses;
+        return state;
+    }
+    QByteArray discStamp(const QString &) override { return QByteArray(); }
+    CdDisc read(const QString &) override
+    {
+        ++reads;
+        if (state != Status::Disc) {
+            CdDisc none;
+            none.problem = QStringLiteral("There is no disc in the drive.");
+            return none;
+        }
+        return real.read(image);
+    }
+    bool eject(const QString &) override
+    {
+        ++ejects;
+        state = Status::TrayOpen;
+        return true;
+    }
+
+private:
+    LinuxCdDrive real;
+};
+
+// The CD part with the settings, skin, dialogs, playlist and engine state it
+// reads, and a CDDB server of the test's own.
+struct Rig
+{
+    explicit Rig(CdDrive *fakeDrive = nullptr)
+        : server([this](const std::string &target) { return answer(target); }),
+          cddbCmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
+          part(playlist, playback, {useCdp, useCddb, cddbCmd, email, drivePath},
+               {skin, dialogs, fakeDrive ? *fakeDrive : drive, http, dir.filePath("cdplayer.ini")})
+    {
+        playlist.PlNames = {"song one", "song two"};
+        playlist.PlPath = {"/music/one.mp3", "/music/two.mp3"};
+        playlist.CurTrack = 2;
+        playlist.title = "My list";
+        QObject::connect(&part, &CdPart::cdModeChanged, [this](bool on) { playback.CDMode = on; });
+        QObject::connect(&part, &CdPart::stopRequested, [this] {
+            ++stops;
+            playback.playing = playback.paused = false;
+        });
+        QObject::connect(&part, &CdPart::playRequested, [this] {
+            ++plays;
+            playback.playing = true;
+        });
+    }
+
+    LoopbackServer::Response answer(const std::string &target)
+    {
+        if (target.find("cddb+read") != std::string::npos)
+            return {200, readReply, false};
+        return {200, queryReply, false};
+    }
+
+    QString image(const DiscImage &disc, const QString &name = "disc")
+    {
+        return disc.write(dir.path(), name);
+    }
+    void beat(int n = 1)
+    {
+        for (int i = 0; i < n; ++i)
+            part.clockTick(QDateTime());
+    }
+    QString status() { return skin.labels.value(CdPart::kStatusLabel); }
+
+    QTemporaryDir dir;
+    std::string queryReply = "202 No match\r\n", readReply;
+    LoopbackServer server;
+    qint16 useCdp = 1, useCddb = 0;
+    QString cddbCmd, email = "tester@example.org",
+                     drivePath = QStringLiteral("/nonexistent/velto/cdrom");
+    RecordingSurface skin;
+    FakeDialogs dialogs;
+    LinuxCdDrive drive;
+    QtHttpClient http{5000};
+    PlaylistState playlist;
+    PlaybackState playback;
+    int stops = 0, plays = 0;
+    CdPart part;
+};
+
+DiscImage threeTracks()
+{
+    DiscImage d;
+    d.sectors = {225, 300, 380};
+    return d;
+}
+
+} // namespace
+
+TEST(CdPart, WithoutDriveOrImageCdModeSaysSoOnceAndTheFilesWaitAside)
+{
+    Rig r;
+    r.part.DoIt(37);
+    EXPECT_TRUE(r.part.cdMode());
+    EXPECT_TRUE(r.playback.CDMode) << "the engine follows";
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+    EXPECT_EQ(r.playlist.title, QStringLiteral("Audio CD"));
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    r.beat(12);
+    EXPECT_EQ(r.dialogs.messages,
+              QStringList{"No CD drive was found at /nonexistent/velto/cdrom.\rChoose the drive "
+                          "on the CD page of the preferences, or open a disc image (a .cue "
+                          "file)."});
+
+    r.part.DoIt(37);
+    EXPECT_FALSE(r.part.cdMode());
+    EXPECT_FALSE(r.playback.CDMode);
+    EXPECT_EQ(r.playlist.PlNames, (QStringList{"song one", "song two"}));
+    EXPECT_EQ(r.playlist.PlPath, (QStringList{"/music/one.mp3", "/music/two.mp3"}));
+    EXPECT_EQ(r.playlist.CurTrack, 2);
+    EXPECT_EQ(r.playlist.title, QStringLiteral("My list"));
+    EXPECT_EQ(r.status(), QString());
+    r.part.DoIt(37);
+    EXPECT_EQ(r.dialogs.messages.size(), 1) << "once a run";
+}
+
+TEST(CdPart, AnImageFillsThePlaylistWithItsTracks)
+{
+    Rig r;
+    r.useCdp = 0;
+    const DiscImage disc = threeTracks();
+    const QString cue = r.image(disc);
+    QSignalSpy changed(&r.part, &CdPart::playlistChanged);
+    r.part.OpenImage(cue);
+    ASSERT_TRUE(r.part.cdMode());
+    EXPECT_TRUE(r.dialogs.messages.isEmpty()) << r.dialogs.messages.join('|').toStdString();
+    EXPECT_EQ(r.part.source(), cue);
+    EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Track  1  (00:03)", "02 - Track  2  (00:04)",
+                                               "03 - Track  3  (00:05)"}));
+    ASSERT_EQ(r.playlist.PlPath.size(), 3);
+    EXPECT_TRUE(r.playlist.PlPath[1].startsWith("cdtrack://2/"))
+        << r.playlist.PlPath[1].toStdString();
+    EXPECT_EQ(r.playlist.CurTrack, 1);
+    EXPECT_EQ(r.part.table().CDDBId, disc.cddbId());
+    EXPECT_EQ(r.part.table().CDPlayerId, disc.cdPlayerId());
+    EXPECT_EQ(r.part.media(), 905);
+    EXPECT_EQ(r.part.track(), 1);
+    EXPECT_FALSE(r.part.titlesLoaded());
+    EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
+    EXPECT_GE(changed.size(), 1);
+    EXPECT_TRUE(r.server.requests().empty());
+}
+
+TEST(CdPart, StatusWordsFollowTheEngine)
+{
+    Rig r;
+    r.part.OpenImage(r.image(threeTracks()));
+    const struct
+    {
+        bool playing, paused;
+        const char *word;
+    } steps[] = {
+        {true, false, "Playing"},  {true, true, "Paused"},   {true, false, "Playing"},
+        {false, false, "Stopped"}, {false, true, "Stopped"}, // a pause without playing
+    };
+    for (const auto &s : steps) {
+        r.playback.playing = s.playing;
+        r.playback.paused = s.paused;
+        r.beat();
+        EXPECT_EQ(r.status(), QLatin1String(s.word)) << s.playing << s.paused;
+    }
+    r.skin.labels.clear();
+    r.beat();
+    EXPECT_TRUE(r.skin.labels.isEmpty()) << "the word is drawn only when the mode changes";
+    r.part.skinLoaded();
+    EXPECT_EQ(r.status(), QStringLiteral("Stopped")) << "a new skin shows it again";
+}
+
+TEST(CdPart, TheTitleFileNamesAKnownDiscAndNoServerIsAsked)
+{
+    Rig r;
+    r.useCddb = 1;
+    const DiscImage disc = threeTracks();
+    QFile ini(r.dir.filePath("cdplayer.ini"));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[" + disc.cdPlayerId().toLower().toUtf8() +
+              "]\r\nartist=The Band\r\n0=Opening\r\n"
+              "2=Closing\r\nnumtracks=3\r\n");
+    ini.close();
+    r.part.OpenImage(r.image(disc));
+    EXPECT_TRUE(r.part.titlesLoaded());
+    EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Track  2  (00:04)",
+                                               "03 - Closing  (00:05)"}));
+    r.beat(2);
+    EXPECT_TRUE(r.server.requests().empty());
+
+    r.part.DoIt(37);
+    r.useCdp = 0;
+    r.part.DoIt(37);
+    EXPECT_EQ(r.playlist.PlNames[0], QStringLiteral("01 - Track  1  (00:03)")) << "UseCDP off";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !r.server.requests().empty(); }))
+        << "unknown to the file: the server is asked";
+}
+
+TEST(CdPart, AWrongTrackCountInTheTitleFileIsToldAndTitlesBeforeItStay)
+{
+    Rig r;
+    const DiscImage disc = threeTracks();
+    QFile ini(r.dir.filePath("cdplayer.ini"));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[" + disc.cdPlayerId().toUtf8() + "]\r\n1=Middle\r\nNUMTRACKS=4\r\n2=Never\r\n");
+    ini.close();
+    r.part.OpenImage(r.image(disc));
+    EXPECT_EQ(r.dialogs.messages, QStringList{"Number of Tracks do not match! ( 3 4)"});
+    EXPECT_EQ(r.playlist.PlNames[1], QStringLiteral("02 - Middle  (00:04)"));
+    EXPECT_EQ(r.playlist.PlNames[2], QStringLiteral("03 - Track  3  (00:05)"));
+    EXPECT_TRUE(r.part.titlesLoaded());
+}
+
+TEST(CdPart, CdTextNamesTheTracksBeforeAnyServer)
+{
+    Rig r;
+    r.useCddb = 1;
+    DiscImage disc = threeTracks();
+    disc.titles = {"Opening", "", "Closing"};
+    disc.albumTitle = "First Album";
+    disc.albumPerformer = "The Band";
+    r.part.OpenImage(r.image(disc));
+    EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Track  2  (00:04)",
+                                               "03 - Closing  (00:05)"}));
+    EXPECT_EQ(r.playlist.title, QStringLiteral("First Album"));
+    EXPECT_EQ(r.skin.labels.value(CdPart::kArtistLabel), QStringLiteral("The Band - First Album"));
+    r.beat(2);
+    EXPECT_TRUE(r.server.requests().empty());
+}
+
+TEST(CdPart, ACddbServerNamesTheTracks)
+{
+    Rig r;
+    r.useCddb = 1;
+    const DiscImage disc = threeTracks();
+    r.queryReply = "200 rock " + disc.cddbId().toStdString() + " The Band / First Album\r\n";
+    r.readReply = "210 rock follows\r\nDTITLE=The Band / First Album\r\nTTITLE0=Opening\r\n"
+                  "TTITLE1=Middle\r\nTTITLE2=Closing";
+    r.part.OpenImage(r.image(disc));
+    EXPECT_EQ(r.status(), QStringLiteral("Looking for Album on CDDB server..."));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return r.part.titlesLoaded(); }));
+    EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Middle  (00:04)",
+                                               "03 - Track  3  (00:05)"}))
+        << "the last title has no carriage return after it";
+    EXPECT_EQ(r.status(), QStringLiteral("Album data loaded."));
+    EXPECT_EQ(r.skin.labels.value(CdPart::kArtistLabel), QStringLiteral("The Band - First Album"));
+    const std::vector<std::string> sent = r.server.requests();
+    ASSERT_EQ(sent.size(), 2u);
+    EXPECT_NE(sent[0].find("cddb+query+" + disc.cddbId().toStdString() + "+3+150+375+675+12"),
+              std::string::npos)
+        << sent[0];
+}
+
+// Writing another disc over the image open is what swapping discs is to a
+// drive: the next beat sees the tray go, the one after reads the new disc.
+TEST(CdPart, AnotherDiscInTheImageIsReadAnew)
+{
+    Rig r;
+    r.useCdp = 0;
+    DiscImage disc = threeTracks();
+    const QString cue = r.image(disc);
+    r.part.OpenImage(cue);
+    r.playback.playing = true;
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("Playing"));
+
+    disc.sectors = {100, 200, 300, 400};
+    r.image(disc);
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("Ready"));
+    EXPECT_EQ(r.stops, 1) << "what played of the old disc stops";
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
+    EXPECT_EQ(r.playlist.PlNames.size(), 4);
+    EXPECT_EQ(r.part.table().CDDBId, disc.cddbId());
+
+    ASSERT_TRUE(QFile::remove(cue));
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+    r.image(disc);
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
+    EXPECT_EQ(r.playlist.PlNames.size(), 4);
+}
+
+TEST(CdPart, EjectTakesTheImageOutAndTheDriveIsTheSourceAgain)
+{
+    Rig r;
+    const QString cue = r.image(threeTracks());
+    r.part.OpenImage(cue);
+    r.playback.playing = true;
+    r.part.DoIt(13);
+    EXPECT_EQ(r.stops, 1);
+    EXPECT_EQ(r.part.source(), r.drivePath);
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    EXPECT_TRUE(r.part.cdMode());
+}
+
+TEST(CdPart, ABrokenImageIsToldAndNothingChanges)
+{
+    Rig r;
+    DiscImage disc = threeTracks();
+    const QString cue = r.image(disc);
+    QFile::remove(r.dir.filePath("disc.bin"));
+    r.part.OpenImage(cue);
+    EXPECT_FALSE(r.part.cdMode());
+    EXPECT_EQ(r.dialogs.messages, QStringList{"The disc image cannot be played:\r" + cue +
+                                              "\rThe image file disc.bin was not found."});
+    EXPECT_EQ(r.playlist.PlNames.size(), 2) << "the files stay";
+}
+
+TEST(CdPart, PlayingAnImageOrATrackFileGoesToCdMode)
+{
+    Rig r;
+    const QString cue = r.image(threeTracks());
+    r.part.PlayImage(cue);
+    EXPECT_TRUE(r.part.cdMode());
+    EXPECT_EQ(r.plays, 1);
+    EXPECT_EQ(r.playlist.CurTrack, 1);
+
+    r.part.PlayTrack(3);
+    EXPECT_EQ(r.plays, 2);
+    EXPECT_EQ(r.playlist.CurTrack, 3);
+    r.part.PlayTrack(4);
+    EXPECT_EQ(r.plays, 2) << "no such track";
+}
+
+// Tray out, no disc, a disc spinning up, a disc: the words, and no reading
+// of an empty drive on every beat.
+TEST(CdPart, ADriveIsFollowedThroughItsStatesWithoutBusyPolling)
+{
+    FakeCdDrive drive;
+    Rig r(&drive);
+    r.useCdp = 0;
+    drive.image = r.image(threeTracks());
+    r.part.DoIt(37);
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    EXPECT_TRUE(r.dialogs.messages.isEmpty()) << "a drive is there";
+    r.beat(12);
+    EXPECT_LE(drive.reads, 4) << "about once a second with no disc";
+
+    drive.state = CdDrive::Status::TrayOpen;
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("Ready"));
+    drive.state = CdDrive::Status::NotReady;
+    r.beat();
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    drive.state = CdDrive::Status::Disc;
+    const int before = drive.reads;
+    r.beat(4);
+    EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
+    EXPECT_EQ(r.playlist.PlNames.size(), 3);
+    r.beat(8);
+    EXPECT_EQ(drive.reads, before + 1) << "a disc read is not read again";
+
+    r.part.DoIt(13);
+    EXPECT_EQ(drive.ejects, 1);
+    EXPECT_EQ(r.status(), QStringLiteral("Ready"));
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+}

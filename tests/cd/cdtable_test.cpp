@@ -1,0 +1,170 @@
+#include "cd/cdtable.h"
+
+#include "platform/linuxcddrive.h"
+#include "support/discimage.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A disc whose tracks start at these disc positions and end at leadOut.
+CdDisc discOf(const QList<qint32> &starts, qint32 leadOut)
+{
+    CdDisc disc;
+    for (int i = 0; i < starts.size(); ++i) {
+        CdDisc::Track t;
+        t.number = i + 1;
+        t.start = starts[i];
+        t.sectors = (i + 1 < starts.size() ? starts[i + 1] : leadOut) - starts[i];
+        disc.tracks << t;
+    }
+    disc.leadOut = leadOut;
+    return disc;
+}
+
+} // namespace
+
+// Both identities of images made here, checked against the same sums worked
+// out from the images' sector counts apart from the code (DiscImage).
+TEST(CdTable, IdentitiesOfGeneratedImagesMatchAnIndependentCount)
+{
+    const QList<QList<qint32>> discs = {
+        {225, 300, 380},
+        {451, 777, 90, 1200, 800, 75, 76, 1000, 449, 451, 2222, 150},
+        {4500 + 17},
+    };
+    QTemporaryDir dir;
+    LinuxCdDrive drive;
+    int n = 0;
+    for (const QList<qint32> &sectors : discs) {
+        SCOPED_TRACE(sectors.size());
+        DiscImage image;
+        image.sectors = sectors;
+        const QString cue = image.write(dir.path(), QStringLiteral("disc%1").arg(++n));
+        const CdDisc disc = drive.read(cue);
+        ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+        const CdTable table = readCdTable(disc);
+        EXPECT_EQ(table.CDTracks, sectors.size());
+        EXPECT_EQ(table.CDDBId, image.cddbId());
+        EXPECT_EQ(table.CDPlayerId, image.cdPlayerId());
+        for (int t = 1; t <= table.CDTracks; ++t)
+            EXPECT_EQ(table.tracks[size_t(t)].Frames, image.offsets()[t - 1]) << t;
+    }
+}
+
+TEST(CdTable, TracksInMinutesSecondsFramesAndMilliseconds)
+{
+    // Track 1 at 0:02.00 for 3 s, track 2 at 0:05.00 for 65.4 s, track 3 at 1:10.30 to the end.
+    const CdTable table = readCdTable(discOf({150, 375, 375 + 4905}, 375 + 4905 + 4500));
+    const struct
+    {
+        int track;
+        qint16 min, sec, frame;
+        qint32 frames, startMs, lengthMs;
+        const char *name;
+    } want[] = {
+        {1, 0, 2, 0, 150, 2000, 3000, "01 - Track  1  (00:03)"},
+        {2, 0, 5, 0, 375, 5000, 65400, "02 - Track  2  (01:05)"},
+        {3, 1, 10, 30, 5280, 70400, 60000, "03 - Track  3  (01:00)"},
+    };
+    ASSERT_EQ(table.names.size(), 3);
+    for (const auto &w : want) {
+        SCOPED_TRACE(w.track);
+        const CdTrackTime &t = table.tracks[size_t(w.track)];
+        EXPECT_EQ(std::tuple(t.Min, t.Sec, t.Frame, t.Frames),
+                  std::tuple(w.min, w.sec, w.frame, w.frames));
+        EXPECT_EQ(std::tuple(t.StartMs, t.LengthMs, t.EndMs),
+                  std::tuple(w.startMs, w.lengthMs, w.startMs + w.lengthMs - 1));
+        EXPECT_EQ(table.names[w.track - 1], QLatin1String(w.name));
+    }
+    EXPECT_EQ(table.CDSeconds, 128) << "(4905 + 4500 + 225) sectors, whole seconds";
+    EXPECT_EQ(table.tracks[4].EndMs, 0) << "slots past the last track stay empty";
+}
+
+// Twelve tracks whose start seconds' digits add up to 0x2E, on a disc 2000 s long.
+TEST(CdTable, TwelveTracksOfTwoThousandSecondsGiveTheKnownIdentity)
+{
+    QList<qint32> starts;
+    int digits = 0;
+    for (int s : {2, 10, 20, 30, 40, 50, 60, 70, 100, 200, 300, 1090}) {
+        starts << s * 75;
+        for (; s > 0; s /= 10)
+            digits += s % 10;
+    }
+    ASSERT_EQ(digits, 0x2e);
+    const CdTable table = readCdTable(discOf(starts, starts[0] + 2000 * 75));
+    EXPECT_EQ(table.CDSeconds, 2000);
+    EXPECT_EQ(table.CDDBId, QStringLiteral("2e07d00c"));
+}
+
+TEST(CdTable, HexKeepsTheRightMostDigitsInLowerCase)
+{
+    const struct
+    {
+        qint64 value;
+        int digits;
+        const char *hex;
+    } cases[] = {
+        {0, 2, "00"},     {0x2e, 2, "2e"},      {0x7d0, 4, "07d0"},           {0x12345, 4, "2345"},
+        {0xABC, 2, "bc"}, {255, 8, "000000ff"}, {0xdeadbeef, 8, "deadbeef"},  {-1, 4, "ffff"},
+        {12, 2, "0c"},    {5, 1, "5"},          {0x1234, 12, "000000001234"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(CDHex(c.value, c.digits), QLatin1String(c.hex)) << c.value << " " << c.digits;
+}
+
+TEST(CdTable, EntriesShowNumberTitleAndLength)
+{
+    const struct
+    {
+        int track;
+        const char *title;
+        qint32 ms;
+        const char *entry;
+    } cases[] = {
+        {3, "Intro", 65400, "03 - Intro  (01:05)"},
+        {12, "Track  12", 0, "12 - Track  12  (00:00)"},
+        {1, "x", 59600, "01 - x  (00:60)"}, // the seconds round on their own
+        {1, "x", 60499, "01 - x  (01:00)"},
+        {1, "x", 2500, "01 - x  (00:03)"},
+        {99, "", 4799999, "99 -   (79:60)"},
+        {7, "Caf\u00e9", 600000, "07 - Caf\u00e9  (10:00)"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(MakeCDEntry(c.track, QString::fromUtf8(c.title), c.ms),
+                  QString::fromUtf8(c.entry));
+}
+
+TEST(CdTable, FindsTheTrackUnderThePosition)
+{
+    const CdTable table = readCdTable(discOf({150, 375, 5280}, 9780));
+    const struct
+    {
+        qint32 ms;
+        int track;
+    } cases[] = {
+        {0, 1},     {2000, 1},   {4999, 1},   {5000, 2},      {70399, 2},
+        {70400, 3}, {130399, 3}, {130400, 0}, {INT32_MAX, 0},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(findCdTrack(table, c.ms), c.track) << c.ms;
+    EXPECT_EQ(findCdTrack(CdTable(), 1), 0) << "no disc";
+}
+
+TEST(CdTable, StatusWords)
+{
+    const struct
+    {
+        int mode;
+        bool paused;
+        const char *word;
+    } cases[] = {
+        {524, false, "No Disc"}, {525, false, "Stopped"}, {525, true, "Paused"},
+        {526, false, "Playing"}, {526, true, "Playing"},  {529, false, "Paused"},
+        {530, false, "Ready"},   {527, false, "unknown"}, {528, false, "unknown"},
+        {0, false, "unknown"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(cdStatusWord(c.mode, c.paused), QLatin1String(c.word)) << c.mode;
+}

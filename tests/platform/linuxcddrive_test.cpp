@@ -1,0 +1,223 @@
+#include "platform/cdtrackreader.h"
+#include "platform/linuxcddrive.h"
+
+#include "support/discimage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+class CdImages : public ::testing::Test
+{
+protected:
+    QString folder(const QString &name) const { return dir.filePath(name); }
+
+    QTemporaryDir dir;
+    LinuxCdDrive drive;
+};
+
+// Everything a reader gives from `from` on, in pieces of `piece` bytes.
+QByteArray readAll(CdTrackReader &reader, qint64 from, qint64 piece)
+{
+    EXPECT_TRUE(reader.seek(from));
+    QByteArray out, buffer(int(piece), '\0');
+    for (qint64 n; (n = reader.read(buffer.data(), piece)) > 0;)
+        out += buffer.left(int(n));
+    return out;
+}
+
+} // namespace
+
+TEST_F(CdImages, TableOfContentsAndCdTextOfAnImage)
+{
+    DiscImage image;
+    image.sectors = {225, 300, 380};
+    image.titles = {"Opening", "", "Caf\u00e9 Song"};
+    image.albumTitle = "First Album";
+    image.albumPerformer = "The Band";
+    const QString cue = image.write(folder("a"), "disc");
+    ASSERT_FALSE(cue.isEmpty());
+
+    EXPECT_EQ(drive.status(cue), CdDrive::Status::Disc);
+    const CdDisc disc = drive.read(cue);
+    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+    ASSERT_EQ(disc.tracks.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(disc.tracks[i].number, i + 1);
+        EXPECT_EQ(disc.tracks[i].start, image.offsets()[i]) << "the lead-in counts";
+        EXPECT_EQ(disc.tracks[i].sectors, image.sectors[i]);
+        EXPECT_TRUE(disc.tracks[i].audio);
+    }
+    EXPECT_EQ(disc.leadOut, image.leadOut());
+    EXPECT_EQ(disc.lengthSectors(), 905);
+    EXPECT_EQ(disc.tracks[0].title, QStringLiteral("Opening"));
+    EXPECT_EQ(disc.tracks[1].title, QString());
+    EXPECT_EQ(disc.tracks[2].title, QStringLiteral("Caf\u00e9 Song"));
+    EXPECT_EQ(disc.title, QStringLiteral("First Album"));
+    EXPECT_EQ(disc.performer, QStringLiteral("The Band"));
+    EXPECT_EQ(QFileInfo(disc.playSource).canonicalFilePath(), QFileInfo(cue).canonicalFilePath());
+    EXPECT_FALSE(drive.eject(cue)) << "an image has no tray";
+}
+
+// Every track reads back as a WAV file holding exactly the image's bytes,
+// from any byte on and in pieces of any size.
+TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
+{
+    DiscImage image;
+    image.sectors = {30, 41, 12};
+    const QString cue = image.write(folder("b"), "disc");
+    const QByteArray bin = image.binBytes();
+    const CdDisc disc = drive.read(cue);
+    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+
+    qint64 at = 0;
+    for (int t = 1; t <= 3; ++t) {
+        SCOPED_TRACE(t);
+        std::unique_ptr<CdTrackReader> reader = CdTrackReader::open(disc.playSource, t);
+        ASSERT_TRUE(reader);
+        const qint64 bytes = qint64(image.sectors[t - 1]) * 2352;
+        ASSERT_EQ(reader->size(), 44 + bytes);
+        const QByteArray track = bin.mid(at, bytes);
+        at += bytes;
+
+        const QByteArray whole = readAll(*reader, 0, 1 << 16);
+        ASSERT_EQ(whole.size(), 44 + bytes);
+        EXPECT_EQ(whole.left(4), QByteArray("RIFF"));
+        EXPECT_EQ(whole.mid(8, 8), QByteArray("WAVEfmt "));
+        const auto le32 = [&whole](int at) {
+            return quint32(quint8(whole[at])) | quint32(quint8(whole[at + 1])) << 8 |
+                   quint32(quint8(whole[at + 2])) << 16 | quint32(quint8(whole[at + 3])) << 24;
+        };
+        EXPECT_EQ(le32(24), 44100u) << "sample rate";
+        EXPECT_EQ(le32(40), quint32(bytes)) << "data size";
+        EXPECT_TRUE(whole.mid(44) == track);
+
+        for (const auto &[from, piece] : {std::pair<qint64, qint64>{10, 7},
+                                          {44 + 2351, 3},
+                                          {44 + 2352 * 5 + 100, 5000},
+                                          {44 + bytes - 1, 100}}) {
+            SCOPED_TRACE(from);
+            EXPECT_TRUE(readAll(*reader, from, piece) == whole.mid(from));
+        }
+        EXPECT_TRUE(reader->seek(reader->size()));
+        char c;
+        EXPECT_EQ(reader->read(&c, 1), 0);
+        EXPECT_FALSE(reader->seek(reader->size() + 1));
+        EXPECT_FALSE(reader->seek(-1));
+    }
+    EXPECT_FALSE(CdTrackReader::open(disc.playSource, 0));
+    EXPECT_FALSE(CdTrackReader::open(disc.playSource, 4));
+    EXPECT_FALSE(CdTrackReader::open(folder("none.cue"), 1));
+}
+
+// The image named in the sheet is read, whatever its own name: libcdio alone
+// would read "disc.bin".
+TEST_F(CdImages, AnImageNamedOtherwiseThanItsSheetIsReadThroughAView)
+{
+    DiscImage image;
+    image.sectors = {20, 30};
+    image.binName = "Some Other Name.BIN";
+    const QString cue = image.write(folder("c"), "disc");
+    // A decoy where libcdio would look.
+    QFile decoy(folder("c/disc.bin"));
+    ASSERT_TRUE(decoy.open(QIODevice::WriteOnly));
+    decoy.write(QByteArray(50 * 2352, '\x55'));
+    decoy.close();
+
+    const CdDisc disc = drive.read(cue);
+    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
+    EXPECT_NE(disc.playSource, cue);
+    std::unique_ptr<CdTrackReader> reader = CdTrackReader::open(disc.playSource, 2);
+    ASSERT_TRUE(reader);
+    EXPECT_TRUE(readAll(*reader, 44, 4096) == image.binBytes().mid(20 * 2352));
+
+    // Names written on Windows: backslashes and another letter case.
+    QFile sheet(cue);
+    ASSERT_TRUE(sheet.open(QIODevice::WriteOnly));
+    sheet.write(image.cueText("C:\\Rips\\some other name.bin"));
+    sheet.close();
+    EXPECT_TRUE(drive.read(cue).ok());
+}
+
+TEST_F(CdImages, BrokenImagesSayWhatIsWrong)
+{
+    DiscImage good;
+    good.sectors = {20, 30};
+    const QString base = folder("d");
+    QDir().mkpath(base);
+    const auto write = [&](const QString &name, const QByteArray &bytes) {
+        QFile f(base + '/' + name);
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return f.fileName();
+    };
+    write("short.bin", good.binBytes().left(21 * 2352 - 5));
+    write("whole.bin", good.binBytes());
+    QByteArray hundred = "FILE whole.bin BINARY\n";
+    for (int t = 1; t <= 100; ++t)
+        hundred += "TRACK " + QByteArray::number(t) +
+                   " AUDIO\nINDEX 01 00:00:" + QByteArray::number(t % 75).rightJustified(2, '0') +
+                   "\n";
+    const QString fifo = base + "/pipe.cue";
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    QDir().mkpath(base + "/folder.cue");
+
+    const struct
+    {
+        QString cue;
+        const char *problem;
+    } cases[] = {
+        {write("missing.cue", good.cueText("nowhere.bin")),
+         "The image file nowhere.bin was not found."},
+        {write("short.cue", good.cueText("short.bin")),
+         "The image file short.bin ends before track 2 begins: it is cut short."},
+        {write("none.cue", "FILE whole.bin BINARY\n"), "The cue sheet holds no track."},
+        {write("hundred.cue", hundred), "The cue sheet holds 100 tracks; a CD holds 99 at most."},
+        {write("garbage.cue", QByteArray(3000, '\xfe')), "The cue sheet names no image file."},
+        {write("empty.cue", ""), "The cue sheet names no image file."},
+        {fifo, "The cue sheet cannot be read: it is not a regular file."},
+        {base + "/folder.cue", "The cue sheet cannot be read: it is not a regular file."},
+        {base + "/gone.cue", "The cue sheet cannot be read: it is missing."},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.cue.toStdString());
+        const CdDisc disc = drive.read(c.cue);
+        EXPECT_FALSE(disc.ok());
+        EXPECT_EQ(disc.problem, QString::fromUtf8(c.problem));
+        EXPECT_TRUE(disc.tracks.isEmpty());
+    }
+    EXPECT_EQ(drive.status(base + "/gone.cue"), CdDrive::Status::NoDisc);
+}
+
+TEST_F(CdImages, WhatIsNoDriveIsToldApart)
+{
+    EXPECT_EQ(drive.status(QString()), CdDrive::Status::NoDrive);
+    EXPECT_EQ(drive.status(QStringLiteral("/nonexistent/cdrom")), CdDrive::Status::NoDrive);
+    EXPECT_EQ(drive.status(QStringLiteral("/dev/null")), CdDrive::Status::NoDrive)
+        << "a device, but no block device";
+    EXPECT_EQ(drive.read(QStringLiteral("/nonexistent/cdrom")).problem,
+              QStringLiteral("There is no CD drive at /nonexistent/cdrom."));
+    EXPECT_FALSE(drive.eject(QStringLiteral("/nonexistent/cdrom")));
+    EXPECT_TRUE(drive.discStamp(QStringLiteral("/dev/null")).isEmpty());
+}
+
+// Writing another disc over the image is what swapping discs is to a drive.
+TEST_F(CdImages, TheStampChangesWithTheImage)
+{
+    DiscImage image;
+    image.sectors = {20, 30};
+    const QString cue = image.write(folder("e"), "disc");
+    ASSERT_TRUE(drive.read(cue).ok());
+    const QByteArray first = drive.discStamp(cue);
+    EXPECT_FALSE(first.isEmpty());
+    EXPECT_EQ(drive.discStamp(cue), first);
+    image.sectors = {20, 31};
+    image.write(folder("e"), "disc");
+    EXPECT_NE(drive.discStamp(cue), first);
+}
