@@ -29,7 +29,9 @@ enum ReplyKind : uint64_t {
     DurationReply = 4,
     VideoReply = 5,
     PositionReply = 6,
-    StreamObserver = 7
+    StreamObserver = 7,
+    TracksReply = 8,
+    PreloadHook = 9
 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
@@ -57,16 +59,38 @@ int mciError(int mpvError)
     }
 }
 
-int64_t intIn(const mpv_node &map, const char *key)
+const mpv_node *valueIn(const mpv_node &map, const char *key, mpv_format format)
 {
     if (map.format != MPV_FORMAT_NODE_MAP || !map.u.list)
-        return -1;
+        return nullptr;
     const mpv_node_list &list = *map.u.list;
     for (int i = 0; i < list.num; ++i) {
-        if (std::strcmp(list.keys[i], key) == 0 && list.values[i].format == MPV_FORMAT_INT64)
-            return list.values[i].u.int64;
+        if (std::strcmp(list.keys[i], key) == 0 && list.values[i].format == format)
+            return &list.values[i];
     }
-    return -1;
+    return nullptr;
+}
+
+int64_t intIn(const mpv_node &map, const char *key)
+{
+    const mpv_node *value = valueIn(map, key, MPV_FORMAT_INT64);
+    return value ? value->u.int64 : -1;
+}
+
+// Pictures to show: a video track that is more than a cover (covers are
+// never shown, audio-display=no).
+bool hasMovingPictures(const mpv_node &trackList)
+{
+    if (trackList.format != MPV_FORMAT_NODE_ARRAY || !trackList.u.list)
+        return false;
+    const mpv_node_list &tracks = *trackList.u.list;
+    for (int i = 0; i < tracks.num; ++i) {
+        const mpv_node *type = valueIn(tracks.values[i], "type", MPV_FORMAT_STRING);
+        const mpv_node *cover = valueIn(tracks.values[i], "albumart", MPV_FORMAT_FLAG);
+        if (type && std::strcmp(type->u.string, "video") == 0 && !(cover && cover->u.flag))
+            return true;
+    }
+    return false;
 }
 
 // How much quieter the softer channel is than the louder one, as the
@@ -105,9 +129,15 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
     }
     // No user configuration, no scripts or key bindings of a standalone
     // player, and audio that keeps its clock even without a sound server.
-    // gapless-audio=no: otherwise the end comes ~0.4 s early.
+    // gapless-audio=no: otherwise the end comes ~0.4 s early. Each built-in
+    // script runs in a Lua state of its own, some 2.5 MiB apiece, for
+    // overlays and a console nobody here can see.
     const char *const fixed[][2] = {
         {"config", "no"},
+        {"load-scripts", "no"},
+        {"load-stats-overlay", "no"},
+        {"load-osd-console", "no"},
+        {"load-auto-profiles", "no"},
         {"ytdl", "no"},
         {"audio-fallback-to-null", "yes"},
         {"gapless-audio", "no"},
@@ -138,12 +168,10 @@ MpvDevice::MpvDevice(const QByteArrayList &options)
         m_mpv = nullptr;
         return;
     }
-    m_renderer = std::make_unique<MpvRenderer>(m_mpv);
-    if (!m_renderer->valid()) {
-        qWarning("MpvDevice: mpv cannot draw pictures here; videos play their sound only");
-        m_renderer.reset();
-        mpv_set_property_string(m_mpv, "vo", "null");
-    }
+    // The picture output is made when the first file with pictures has
+    // been read and before mpv sets up its outputs: sound alone never pays
+    // for it.
+    mpv_hook_add(m_mpv, replyId(PreloadHook, 0), "on_preloaded", 0);
     mpv_observe_property(m_mpv, 0, "duration", MPV_FORMAT_DOUBLE);
     mpv_observe_property(m_mpv, 0, "eof-reached", MPV_FORMAT_FLAG);
     mpv_set_property_string(m_mpv, "pause", "yes");
@@ -379,6 +407,34 @@ void MpvDevice::setBalanceFilter(double balance)
                            &value);
 }
 
+// Runs while mpv waits between reading a file and choosing its tracks; mpv
+// goes on when the hook is continued, so every path here continues it.
+void MpvDevice::preloaded(uint64_t hook)
+{
+    if (m_renderer || m_cannotDraw) {
+        mpv_hook_continue(m_mpv, hook);
+        return;
+    }
+    m_hook = hook;
+    if (mpv_get_property_async(m_mpv, replyId(TracksReply, 0), "track-list", MPV_FORMAT_NODE) < 0)
+        tracksKnown(false);
+}
+
+void MpvDevice::tracksKnown(bool pictures)
+{
+    if (pictures && !m_renderer && !m_cannotDraw) {
+        m_renderer = std::make_unique<MpvRenderer>(m_mpv);
+        if (!m_renderer->valid()) {
+            qWarning("MpvDevice: mpv cannot draw pictures here; videos play their sound only");
+            m_renderer.reset();
+            m_cannotDraw = true;
+            // No output exists yet, so this replaces none.
+            mpv_set_property_string(m_mpv, "vo", "null");
+        }
+    }
+    mpv_hook_continue(m_mpv, m_hook);
+}
+
 void MpvDevice::drainEvents()
 {
     m_drainPosted = false;
@@ -406,6 +462,9 @@ void MpvDevice::handleEvent(const mpv_event &event)
                                    MPV_FORMAT_DOUBLE);
     };
     switch (event.event_id) {
+    case MPV_EVENT_HOOK:
+        preloaded(static_cast<mpv_event_hook *>(event.data)->id);
+        return;
     case MPV_EVENT_COMMAND_REPLY:
         if (generation != m_generation)
             return;
@@ -428,6 +487,13 @@ void MpvDevice::handleEvent(const mpv_event &event)
         }
         return;
     case MPV_EVENT_GET_PROPERTY_REPLY: {
+        if (kind == TracksReply) {
+            const auto *property = static_cast<mpv_event_property *>(event.data);
+            tracksKnown(event.error >= 0 && property && property->format == MPV_FORMAT_NODE &&
+                        property->data &&
+                        hasMovingPictures(*static_cast<mpv_node *>(property->data)));
+            return;
+        }
         if (kind == PositionReply)
             m_positionAsked = false;
         if (generation != m_generation)

@@ -48,6 +48,8 @@ public:
 private:
     enum class State { Closed, Loading, Open };
 
+    void preloaded(uint64_t hook);
+    void tracksKnown(bool pictures);
     void drainEvents();
     void handleEvent(const mpv_event &event);
     void propertyChanged(const mpv_event_property &property);
@@ -97,8 +99,12 @@ private:
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
 
-    std::unique_ptr<MpvRenderer> m_renderer; // none: sound only
-    QSize m_videoSize;                       // of the file being opened or open
+    // Made for the first file with pictures and kept: mpv must never have
+    // its output replaced while a file plays.
+    std::unique_ptr<MpvRenderer> m_renderer;
+    bool m_cannotDraw = false;
+    uint64_t m_hook = 0; // the load mpv waits on while the tracks are read
+    QSize m_videoSize;   // of the file being opened or open
     // Once over, the pictures of a file stay over.
     enum class Pictures { None, Shown, Over } m_pictures = Pictures::None;
 
