@@ -3,7 +3,9 @@
 // track, and how long a CDDB lookup (on a server of our own, on this
 // machine) keeps the event loop from the user.
 #include "bench/benchsupport.h"
+#include "bench/eventloop.h"
 #include "bench/limit.h"
+#include "bench/procstat.h"
 #include "cd/cddbclient.h"
 #include "cd/cdtable.h"
 #include "platform/httpclient.h"
@@ -57,27 +59,6 @@ MediaDeviceFactory &factory()
 {
     static MediaDeviceFactory f;
     return f;
-}
-
-void pump()
-{
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-bool waitFor(const std::function<bool()> &done, int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (!done() && t.elapsed() < ms)
-        pump();
-    return done();
-}
-
-double threadCpuMs()
-{
-    timespec ts{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) * 1e3 + double(ts.tv_nsec) / 1e6;
 }
 
 } // namespace

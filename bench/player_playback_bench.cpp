@@ -3,6 +3,7 @@
 // the silence between two items, and CPU time and memory of the real program
 // playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
 #include "bench/benchsupport.h"
+#include "bench/eventloop.h"
 #include "bench/limit.h"
 #include "bench/procstat.h"
 #include "platform/mediadevice.h"
@@ -107,40 +108,6 @@ struct Rig
     }
 };
 
-void pump()
-{
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-bool waitFor(const std::function<bool()> &done, int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (!done() && t.elapsed() < ms)
-        pump();
-    return done();
-}
-
-double threadCpuSeconds()
-{
-    timespec ts{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
-}
-
-// utime + stime of a process, in seconds.
-double processCpuSeconds(qint64 pid)
-{
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray line = stat.readAll();
-    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13)
-        return -1;
-    return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
-}
-
 bool ready(benchmark::State &state, const QString &file)
 {
     if (file.isEmpty()) {
@@ -207,9 +174,9 @@ static void BM_PlaybackTick(benchmark::State &state)
         QElapsedTimer between;
         between.start();
         waitFor([&] { return between.elapsed() >= 20; }, 20);
-        const double start = threadCpuSeconds();
+        const double start = threadCpuMs() / 1e3;
         rig.engine.Timer1_Timer();
-        const double seconds = threadCpuSeconds() - start;
+        const double seconds = threadCpuMs() / 1e3 - start;
         state.SetIterationTime(seconds);
     }
     benchmark::DoNotOptimize(rig.skin.groups);

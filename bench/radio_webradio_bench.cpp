@@ -4,7 +4,9 @@
 // on the same address, and the longest the user interface stalls while a
 // station connects, buffers through a stall and plays on.
 #include "bench/benchsupport.h"
+#include "bench/eventloop.h"
 #include "bench/limit.h"
+#include "bench/procstat.h"
 #include "platform/httpfetch.h"
 #include "platform/mediadevicefactory.h"
 #include "platform/wavevolume.h"
@@ -39,42 +41,6 @@ MediaDeviceFactory &factory()
 {
     static MediaDeviceFactory f;
     return f;
-}
-
-void pump()
-{
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-bool waitFor(const std::function<bool()> &done, int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (!done() && t.elapsed() < ms) {
-        pump();
-        QThread::usleep(200);
-    }
-    return done();
-}
-
-double threadCpuMs()
-{
-    timespec ts{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) * 1e3 + double(ts.tv_nsec) / 1e6;
-}
-
-// utime + stime of a process, in seconds.
-double processCpuSeconds(qint64 pid)
-{
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray line = stat.readAll();
-    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13)
-        return -1;
-    return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
 // CPU time of a program over `seconds` of playing, after `settle` seconds of
