@@ -31,6 +31,12 @@ bool inRange(int slot)
     return slot >= 0 && slot < kSlots;
 }
 
+// Empty for the slots that name no mode (Favorite, Other 1, Other 2).
+QString shippedSkin(int slot)
+{
+    return inRange(slot) ? QLatin1String(kTable[slot].shipped) : QString();
+}
+
 } // namespace
 
 QString slotName(int slot)
@@ -38,19 +44,19 @@ QString slotName(int slot)
     return inRange(slot) ? QLatin1String(kTable[slot].name) : QString();
 }
 
-QString shippedSkin(int slot)
+QString chosenFile(int slot, const Slots &favourites, const QString &skinFolder)
 {
-    return inRange(slot) ? QLatin1String(kTable[slot].shipped) : QString();
+    const QString chosen = inRange(slot) ? favourites[size_t(slot)].trimmed() : QString();
+    if (chosen.isEmpty())
+        return {};
+    return QFileInfo(chosen).isRelative() ? QDir(skinFolder).filePath(chosen) : chosen;
 }
 
 QString skinFile(int slot, const Slots &favourites, const QString &skinFolder,
                  const QString &shippedFolder)
 {
-    if (!inRange(slot))
-        return {};
-    const QString chosen = favourites[size_t(slot)].trimmed();
-    if (!chosen.isEmpty())
-        return QFileInfo(chosen).isRelative() ? QDir(skinFolder).filePath(chosen) : chosen;
+    if (const QString chosen = chosenFile(slot, favourites, skinFolder); !chosen.isEmpty())
+        return chosen;
     const QString shipped = shippedSkin(slot);
     if (shipped.isEmpty())
         return {};

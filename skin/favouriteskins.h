@@ -13,13 +13,14 @@ using Slots = std::array<QString, kSlots>;
 
 // "Favorite", "Player", "Calculator", ... "Other 2"; empty outside 0 to 9.
 QString slotName(int slot);
-// The shipped skin of the slot's mode ("calculator.skin"); empty for the
-// slots that name no mode (Favorite, Other 1, Other 2).
-QString shippedSkin(int slot);
 
-// The skin file a slot switches to: the file it holds (a bare name is found
-// in skinFolder), else the shipped skin of its mode in shippedFolder when
-// that exists. Empty when the slot has nothing to load.
+// The file the slot holds, a bare name found in skinFolder; empty when the
+// slot holds none.
+QString chosenFile(int slot, const Slots &favourites, const QString &skinFolder);
+
+// The skin file a slot switches to: chosenFile(), else the shipped skin of
+// its mode in shippedFolder when that exists. Empty when the slot has
+// nothing to load.
 QString skinFile(int slot, const Slots &favourites, const QString &skinFolder,
                  const QString &shippedFolder);
 

@@ -9,7 +9,6 @@
 #include "platform/rawnames.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -128,14 +127,13 @@ void frmSkinBrowse::setTypeFilter(const QString &type)
 
 void frmSkinBrowse::ReadSkinDir()
 {
-    QSet<QString> favourites;
-    for (const QString &slot : m_options.FavSkin) {
-        if (!slot.trimmed().isEmpty())
-            favourites.insert(skinPathKey(QFileInfo(slot.trimmed()).isRelative()
-                                              ? QDir(skinFolder()).filePath(slot.trimmed())
-                                              : slot.trimmed()));
-    }
     const QString folder = skinFolder();
+    QSet<QString> favourites;
+    for (int slot = 0; slot < FavouriteSkins::kSlots; ++slot) {
+        if (const QString file = FavouriteSkins::chosenFile(slot, m_options.FavSkin, folder);
+            !file.isEmpty())
+            favourites.insert(skinPathKey(file));
+    }
     const QList<SkinDirEntry> entries = ::ReadSkinDir(folder, typeFilter(), favourites);
     const QSignalBlocker quiet(m_list);
     m_list->clear();
