@@ -2,8 +2,10 @@
 
 #include <QAccessible>
 
-SkinDigitCell::SkinDigitCell(int group, Reader reader, QWidget *parent)
-    : SkinAreaWidget(-1, parent), m_group(group), m_reader(std::move(reader))
+#include <utility>
+
+SkinDigitCell::SkinDigitCell(Reader reader, QWidget *parent)
+    : SkinAreaWidget(-1, parent), m_reader(std::move(reader))
 {
 }
 

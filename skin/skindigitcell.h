@@ -13,15 +13,13 @@ class SkinDigitCell : public SkinAreaWidget
 public:
     using Reader = std::function<QString()>;
 
-    SkinDigitCell(int group, Reader reader, QWidget *parent);
+    SkinDigitCell(Reader reader, QWidget *parent);
 
-    int group() const { return m_group; }
     QString shownText() const { return m_reader ? m_reader() : QString(); }
     // The group was drawn: a screen reader, if one listens, hears the change.
     void drawn();
 
 private:
-    int m_group;
     Reader m_reader;
     QString m_announced;
 };

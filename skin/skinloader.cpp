@@ -239,8 +239,8 @@ void SkinLoader::placeDigitCells()
     for (const SkinDigitGroup &d : m_skin.digitGroups) {
         QPointer<SkinDigitCell> &cell = m_cells[size_t(d.number)];
         if (!cell)
-            cell = new SkinDigitCell(
-                d.number, [this, group = d.number] { return shownDigits(group); }, &m_window);
+            cell = new SkinDigitCell([this, group = d.number] { return shownDigits(group); },
+                                     &m_window);
         cell->place(scaledRect(cellRect(m_display.group(d.number)), m_scale), d.toolTip, false);
         placeOnTop(*cell);
     }

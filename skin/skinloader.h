@@ -92,8 +92,6 @@ public:
     void setTimeFmt(bool twentyFourHour) { m_display.setTimeFmt(twentyFourHour ? 1 : 0); }
     // Hiding a group shows the skin's picture in its place again.
     void setGroupVisible(int group, bool visible);
-    // What the group shows, as a screen reader reads it.
-    QString shownDigits(int group) const;
     SkinDigitCell *digitCell(int group) const; // null when no skin placed it
     const SegmentDisplay &display() const { return m_display; }
 
@@ -132,6 +130,8 @@ private:
     void placeOthers();
     void hideAll();
     void repaintPicture(const QRect &rect);
+    // What the group shows, as a screen reader reads it.
+    QString shownDigits(int group) const;
 
     QWidget &m_window;
     Dialogs &m_dialogs;
