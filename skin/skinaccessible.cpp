@@ -210,3 +210,15 @@ void installSkinAccessibility()
     }();
     (void)installed;
 }
+
+void announceTextChange(QWidget *element, const QString &before, const QString &now)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleTextUpdateEvent changed(element, 0, before, now);
+    QAccessible::updateAccessibility(&changed);
+    if (element->toolTip().isEmpty()) {
+        QAccessibleEvent renamed(element, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
+    }
+}

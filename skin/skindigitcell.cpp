@@ -1,5 +1,7 @@
 #include "skindigitcell.h"
 
+#include "skinaccessible.h"
+
 #include <QAccessible>
 
 #include <utility>
@@ -18,11 +20,5 @@ void SkinDigitCell::drawn()
     const QString now = shownText();
     if (now == m_announced)
         return;
-    const QString before = std::exchange(m_announced, now);
-    QAccessibleTextUpdateEvent changed(this, 0, before, now);
-    QAccessible::updateAccessibility(&changed);
-    if (toolTip().isEmpty()) {
-        QAccessibleEvent renamed(this, QAccessible::NameChanged);
-        QAccessible::updateAccessibility(&renamed);
-    }
+    announceTextChange(this, std::exchange(m_announced, now), now);
 }

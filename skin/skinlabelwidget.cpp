@@ -1,8 +1,8 @@
 #include "skinlabelwidget.h"
 
 #include "elementstyle.h"
+#include "skinaccessible.h"
 
-#include <QAccessible>
 #include <QPainter>
 
 #include <utility>
@@ -30,15 +30,7 @@ void SkinLabelWidget::setText(const QString &text)
         return;
     const QString before = std::exchange(m_text, text);
     update();
-    // Screen readers hear of it; without one, this is one test of a flag.
-    if (QAccessible::isActive()) {
-        QAccessibleTextUpdateEvent changed(this, 0, before, text);
-        QAccessible::updateAccessibility(&changed);
-        if (toolTip().isEmpty()) {
-            QAccessibleEvent renamed(this, QAccessible::NameChanged);
-            QAccessible::updateAccessibility(&renamed);
-        }
-    }
+    announceTextChange(this, before, text);
 }
 
 void SkinLabelWidget::setAlignment(Qt::Alignment alignment)
