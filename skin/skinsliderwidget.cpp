@@ -1,9 +1,8 @@
 #include "skinsliderwidget.h"
 
-#include <QAccessible>
-
 #include "elementstyle.h"
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 
