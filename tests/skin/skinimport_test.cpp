@@ -2,12 +2,11 @@
 
 #include "skin/skinreader.h"
 
-#include "support/printers.h"
+#include "support/temphome.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
@@ -16,14 +15,6 @@ QByteArray readAll(const QString &path)
 {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-QString write(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-    return path;
 }
 
 } // namespace
@@ -51,14 +42,14 @@ TEST(SkinImport, ConvertChangesOnlyTheSignature)
 
 TEST(SkinImport, WritesTheCopyBesideTheOriginalAndNeverOverwrites)
 {
-    QTemporaryDir dir;
+    TempHome dir;
     const QByteArray older = "\"Ne-Orb Skin\",\"Old\"\r\n1,0\r\n\"Main\",\"m.png\"\r\n";
-    const QString original = write(dir.filePath(QStringLiteral("Old Skin.skin")), older);
+    const QString original = dir.write(QStringLiteral("Old Skin.skin"), older);
     EXPECT_TRUE(SkinImport::isOlderFormat(original));
 
     const SkinImport::Result first = SkinImport::importSkin(original);
     EXPECT_TRUE(first.message.isEmpty());
-    EXPECT_EQ(first.file, dir.filePath(QStringLiteral("Old Skin-velto.skin")));
+    EXPECT_EQ(first.file, dir.file(QStringLiteral("Old Skin-velto.skin")));
     EXPECT_EQ(readAll(original), older) << "the original is kept as it was";
     EXPECT_FALSE(SkinImport::isOlderFormat(first.file));
     QFile copy(first.file);
@@ -69,21 +60,20 @@ TEST(SkinImport, WritesTheCopyBesideTheOriginalAndNeverOverwrites)
 
     // Importing again uses the same copy; a different file of that name is kept.
     EXPECT_EQ(SkinImport::importSkin(original).file, first.file);
-    write(first.file, "someone else's skin");
+    dir.write(QFileInfo(first.file).fileName(), "someone else's skin");
     EXPECT_EQ(SkinImport::importSkin(original).file,
-              dir.filePath(QStringLiteral("Old Skin-velto-2.skin")));
+              dir.file(QStringLiteral("Old Skin-velto-2.skin")));
     EXPECT_EQ(readAll(first.file), QByteArray("someone else's skin"));
 }
 
 TEST(SkinImport, FailuresSayWhyAndWriteNothing)
 {
-    QTemporaryDir dir;
-    const QString newer = write(dir.filePath(QStringLiteral("new.skin")), "\"Velto Skin\",\"N\"\n");
+    TempHome dir;
+    const QString newer = dir.write(QStringLiteral("new.skin"), "\"Velto Skin\",\"N\"\n");
     EXPECT_FALSE(SkinImport::isOlderFormat(newer));
     EXPECT_FALSE(SkinImport::importSkin(newer).message.isEmpty());
-    EXPECT_FALSE(
-        SkinImport::importSkin(dir.filePath(QStringLiteral("none.skin"))).message.isEmpty());
-    QDir().mkpath(dir.filePath(QStringLiteral("folder.skin")));
-    EXPECT_FALSE(SkinImport::isOlderFormat(dir.filePath(QStringLiteral("folder.skin"))));
+    EXPECT_FALSE(SkinImport::importSkin(dir.file(QStringLiteral("none.skin"))).message.isEmpty());
+    QDir().mkpath(dir.file(QStringLiteral("folder.skin")));
+    EXPECT_FALSE(SkinImport::isOlderFormat(dir.file(QStringLiteral("folder.skin"))));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"new.skin"}));
 }
