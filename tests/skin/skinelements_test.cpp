@@ -9,7 +9,6 @@
 
 #include "skinrig.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QPainter>
 #include <QSignalSpy>
@@ -380,22 +379,6 @@ TEST(SkinLabel, TextIsDrawnOnTheSkinEvenInAMissingFont)
         // Where no text is drawn the skin shows through.
         EXPECT_EQ(shot.pixel(10, 40), mainPixel(10, 40)) << font;
     }
-}
-
-// Screen readers, and the end-to-end tests, read a label's whole text.
-TEST(SkinLabel, ReadsAsStaticTextWithItsWholeText)
-{
-    Rig rig;
-    ASSERT_TRUE(rig.load(QStringLiteral("L23,10,40,30,20,255,255,0,12,\"DejaVu Sans\",\"~\"\n")));
-    rig.loader.setLabel(23, QStringLiteral("0.30000000000000004"));
-    QAccessibleInterface *accessible =
-        QAccessible::queryAccessibleInterface(rig.loader.labelWidget(23));
-    ASSERT_NE(accessible, nullptr);
-    EXPECT_EQ(accessible->role(), QAccessible::StaticText);
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("0.30000000000000004"))
-        << "not cut to the label's 30 pixels";
-    rig.loader.setLabel(23, QStringLiteral("9"));
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("9"));
 }
 
 TEST(SkinLights, FollowTheLightsViewInEverySkinRepaintingOnlyTheirSpots)

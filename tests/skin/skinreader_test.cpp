@@ -64,6 +64,7 @@ const QByteArray kLabel = "L1,0,0,10,10,0,0,0,8,\"Arial\",\"tip\"\r\n";
 
 } // namespace
 
+// How fields split is the tokenizer's; here, that records read through it.
 TEST(SkinReader, ReadsFieldsWhereverTheLineBreaksFall)
 {
     const struct
@@ -73,14 +74,7 @@ TEST(SkinReader, ReadsFieldsWhereverTheLineBreaksFall)
         QString tip;
     } cases[] = {
         {"one line", kLabel, "tip"},
-        {"quoted commas", "L1,0,0,10,10,0,0,0,8,\"Arial\",\"a, b,c\"\r\n", "a, b,c"},
         {"across lines", "L1,0,0\r\n10,10\r\n0,0,0\r\n8\r\nArial\r\n\r\ntip\r\n", "tip"},
-        {"LF only", "L1,0,0,10,10\n0,0,0,8,Arial,tip\n", "tip"},
-        {"lone CR", "L1,0,0,10,10,0,0,0,8,Arial\rtip\r", "tip"},
-        {"blanks around fields", "  L1 , 0,\t0 ,10, 10,0,0,0, 8 , Arial ,  two words  ",
-         "two words"},
-        {"text after a closing quote", "L1,0,0,10,10,0,0,0,8,\"Arial\"x,\"tip\" y\r\n", "tip"},
-        {"quotes inside plain text", "L1,0,0,10,10,0,0,0,8,Arial,say \"hi\"\r\n", "say \"hi\""},
         {"empty number fields", "L1,,,10,10,,,,8,Arial,tip", "tip"},
         {"Windows-1252", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xe9 \x80\r\n", u"Café €"_qs},
         {"UTF-8", "L1,0,0,10,10,0,0,0,8,Arial,Caf\xc3\xa9\r\n", u"Café"_qs},
