@@ -175,8 +175,10 @@ void frmSkinBrowse::SetSDir()
 
 void frmSkinBrowse::cToggInfo()
 {
-    m_info->setVisible(!m_info->isVisible());
-    m_infoButton->setChecked(m_info->isVisible());
+    // Its own state, not whether the window is on screen: hidden, every
+    // widget reads as invisible.
+    m_info->setVisible(m_info->isHidden());
+    m_infoButton->setChecked(!m_info->isHidden());
 }
 
 void frmSkinBrowse::List1_Click(int row)

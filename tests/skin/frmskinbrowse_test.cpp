@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
@@ -155,4 +156,15 @@ TEST_F(SkinBrowser, TheSelectedSkinBecomesAFavouriteAndIsListedAsOne)
 
     browser->setTypeFilter(QStringLiteral("Favorite"));
     EXPECT_EQ(entries(), QStringList({"KARAOKE > Velto Slate Karaoke"}));
+}
+
+TEST_F(SkinBrowser, TheInfoButtonShowsAndHidesTheCommentShownOrNot)
+{
+    auto *info = browser->findChild<QPushButton *>(QStringLiteral("cToggInfo"));
+    QWidget *comment = browser->findChild<QLabel *>(QStringLiteral("Comment"));
+    info->click(); // before the window is shown
+    browser->show();
+    EXPECT_EQ(std::pair(comment->isVisible(), info->isChecked()), std::pair(false, false));
+    info->click();
+    EXPECT_EQ(std::pair(comment->isVisible(), info->isChecked()), std::pair(true, true));
 }
