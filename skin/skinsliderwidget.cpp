@@ -63,8 +63,11 @@ void SkinSliderWidget::setValue(double value)
     if (value == m_value)
         return;
     const QRect before = knobRect();
+    const int heard = qRound(m_value * 100.0);
     m_value = value;
-    if (QAccessible::isActive()) {
+    // A reader hears whole percent; playback moves the position in far
+    // smaller steps, ten times a second.
+    if (QAccessible::isActive() && qRound(value * 100.0) != heard) {
         QAccessibleValueChangeEvent event(this, value * 100.0);
         QAccessible::updateAccessibility(&event);
     }
