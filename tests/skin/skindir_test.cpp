@@ -55,15 +55,6 @@ TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
     }
 }
 
-TEST(SkinDir, FavouritesAreListedUnderFavoriteWhateverTheirType)
-{
-    const SkinDirHeader calc = parseSkinDirHeader("\"Velto Skin/CALCULATOR\",\"Calc\"");
-    EXPECT_TRUE(skinListed(calc, QStringLiteral("FAVORITE"), true));
-    EXPECT_FALSE(skinListed(calc, QStringLiteral("PLAYER"), true));
-    const SkinDirHeader invalid = parseSkinDirHeader("\"Nope\",\"x\"");
-    EXPECT_FALSE(skinListed(invalid, QStringLiteral("FAVORITE"), true));
-}
-
 TEST(SkinDir, HeaderGivesSignatureTypeAndDisplayName)
 {
     const struct
@@ -131,8 +122,13 @@ TEST(SkinDir, ReadsTheFolderInNameOrderAndSkipsWhatIsNoSkinFile)
     ASSERT_EQ(players.size(), 4);
     EXPECT_EQ(players[0].file, f + "/A.SKIN");
     EXPECT_TRUE(ReadSkinDir(f, QStringLiteral("FAVORITE")).isEmpty());
-    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("FAVORITE"), {skinPathKey(f + "/./c.skin")})),
+    // A favourite of another type is listed; one that is no skin is not.
+    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("FAVORITE"),
+                                {skinPathKey(f + "/./c.skin"), skinPathKey(f + "/d.skin")})),
               QStringList({"C > Sea"}));
+    EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("CALCULATOR"), {skinPathKey(f + "/b.skin")})),
+              QStringList({"A > Ay"}))
+        << "being a favourite adds a skin to no other type";
     EXPECT_TRUE(ReadSkinDir(f + "/no-such-folder", QStringLiteral("ALL")).isEmpty());
 }
 

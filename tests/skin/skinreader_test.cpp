@@ -1,6 +1,7 @@
 #include "skin/skinreader.h"
 
 #include "support/printers.h"
+#include "support/temphome.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -155,17 +156,14 @@ TEST(SkinReader, BitmapSectionFindsFilesWhateverTheirCase)
 
 TEST(SkinReader, FileThatCannotBeOpenedIsNotFound)
 {
-    QTemporaryDir dir;
-    const SkinDescription missing = readSkinFile(dir.filePath("none.skin"));
+    TempHome dir;
+    const SkinDescription missing = readSkinFile(dir.file("none.skin"));
     EXPECT_FALSE(missing.accepted);
     EXPECT_EQ(missing.messages, QStringList{"Skin not found!"});
     EXPECT_FALSE(readSkinFile(dir.path()).accepted) << "a folder is no skin";
 
-    QFile file(dir.filePath("Blue.Skin"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("Velto Skin,Blue\r\n1,0\r\n*,\r\n0,0,0,0,0,0,0,0\r\n");
-    file.close();
-    const SkinDescription found = readSkinFile(dir.filePath("blue.skin"));
+    dir.write("Blue.Skin", "Velto Skin,Blue\r\n1,0\r\n*,\r\n0,0,0,0,0,0,0,0\r\n");
+    const SkinDescription found = readSkinFile(dir.file("blue.skin"));
     EXPECT_TRUE(found.accepted);
     EXPECT_EQ(found.messages, QStringList{"Main bitmap not found: "});
 }
