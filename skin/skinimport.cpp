@@ -16,7 +16,6 @@ namespace SkinImport {
 
 namespace {
 
-constexpr qint64 kMaxSkinBytes = 16 * 1024 * 1024;
 const QByteArray kOlder = "Ne-Orb Skin";
 constexpr int kMaxCopies = 100;
 
@@ -56,7 +55,7 @@ QString copyName(const QFileInfo &original, int n)
 bool isOlderFormat(const QString &skinFile)
 {
     QFile file;
-    if (openRegularFile(file, skinFile, QIODevice::ReadOnly, kMaxSkinBytes) != FileFault::None)
+    if (openRegularFile(file, skinFile, QIODevice::ReadOnly, kMaxSkinFileBytes) != FileFault::None)
         return false;
     return readSkinHeader(file).signature == QLatin1String(kOlder);
 }
@@ -80,7 +79,7 @@ QByteArray convert(const QByteArray &olderSkin)
 Result importSkin(const QString &skinFile)
 {
     Result result;
-    const FileBytes in = readRegularFile(skinFile, kMaxSkinBytes);
+    const FileBytes in = readRegularFile(skinFile, kMaxSkinFileBytes);
     if (in.fault != FileFault::None) {
         result.message = QStringLiteral("Unable to import the skin: it cannot be read.");
         return result;
@@ -95,7 +94,7 @@ Result importSkin(const QString &skinFile)
     for (int n = 1; n <= kMaxCopies; ++n) {
         const QString target = copyName(original, n);
         if (QFileInfo::exists(target) || QFileInfo(target).isSymLink()) {
-            const FileBytes there = readRegularFile(target, kMaxSkinBytes);
+            const FileBytes there = readRegularFile(target, kMaxSkinFileBytes);
             if (there.fault == FileFault::None && there.bytes == converted) {
                 result.file = target;
                 return result;

@@ -608,8 +608,7 @@ SkinDescription readSkinFile(const QString &path)
         const QFileInfo info(path);
         found = findFileNoCase(info.path(), info.fileName());
     }
-    // A skin is a few kilobytes of text; megabytes of it are no skin.
-    const FileBytes in = readRegularFile(found, 16 * 1024 * 1024);
+    const FileBytes in = readRegularFile(found, kMaxSkinFileBytes);
     if (in.fault != FileFault::None) {
         SkinDescription d;
         d.messages << (in.fault == FileFault::TooBig ? QStringLiteral("Invalid Skin!")

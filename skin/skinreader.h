@@ -6,6 +6,10 @@
 
 class QIODevice;
 
+// A skin is a few kilobytes of text; a file of megabytes is no skin, and is
+// neither read nor imported.
+constexpr qint64 kMaxSkinFileBytes = 16 * 1024 * 1024;
+
 // Reads a skin from its bytes. Bitmap names are looked up below skinFolder
 // (letter case ignored); nothing else touches the disk, and nothing is shown:
 // the messages the user must see come back in the description. Total: any
