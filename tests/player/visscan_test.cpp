@@ -7,18 +7,10 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
-
-void touch(const QString &path)
-{
-    QDir().mkpath(path.section('/', 0, -2));
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << path.toStdString();
-}
 
 QStringList entries(const VisScan &scan)
 {
@@ -37,17 +29,17 @@ bool finish(VisScan &scan, QSignalSpy &finished)
 
 TEST(VisScan, ListsDirFoldersFirstThenThePlaylistsOfTheTreeBreadthFirst)
 {
-    QTemporaryDir dir;
-    const QString r = dir.path() + '/';
+    TempHome home;
+    const QString r = home.path() + '/';
     for (const char *name : {"b.m3u", "a.PLS", "notes.txt", "c.m3u8", "Rock.DIR/rock.m3u",
                              "jazz.dir/x.pls", "sub/deeper/deep.m3u", "sub/s.M3U", "plain/p.wav"})
-        touch(r + name);
+        home.write(QString::fromLatin1(name), "");
     QFile::link(r, r + "sub/loop"); // back up the tree
     QDir().mkpath(r + "Empty.Dir");
 
     VisScan scan;
     QSignalSpy finished(&scan, &VisScan::finished);
-    ASSERT_TRUE(scan.scan(dir.path()));
+    ASSERT_TRUE(scan.scan(home.path()));
     ASSERT_TRUE(finish(scan, finished));
     EXPECT_EQ(entries(scan),
               QStringList({"[Empty.Dir]", "[jazz.dir]", "[Rock.DIR]", r + "a.PLS", r + "b.m3u",
@@ -69,22 +61,17 @@ TEST(VisScan, AMissingFolderListsNothing)
     EXPECT_FALSE(scan.scan(QString()));
 }
 
-// A tree far too large to walk in one turn of the event loop: three lists,
-// then the system's shared data.
-QString longTree(const QTemporaryDir &dir)
-{
-    for (const char *name : {"a.m3u", "b.m3u", "c.pls"})
-        touch(dir.path() + '/' + name);
-    QFile::link(QStringLiteral("/usr/share"), dir.path() + QStringLiteral("/shared"));
-    return dir.path();
-}
-
 TEST(VisScan, StopEndsTheScanWithWhatItFoundAndANewScanStartsOver)
 {
-    QTemporaryDir dir;
+    // Three lists, then a tree far too large to walk in one turn of the event
+    // loop: the system's shared data.
+    TempHome home;
+    for (const char *name : {"a.m3u", "b.m3u", "c.pls"})
+        home.write(QString::fromLatin1(name), "");
+    QFile::link(QStringLiteral("/usr/share"), home.file(QStringLiteral("shared")));
     VisScan scan;
     QSignalSpy finished(&scan, &VisScan::finished);
-    ASSERT_TRUE(scan.scan(longTree(dir)));
+    ASSERT_TRUE(scan.scan(home.path()));
     EXPECT_TRUE(scan.isRunning()) << "the window stays live while it scans";
     ASSERT_TRUE(QTest::qWaitFor([&] { return scan.count() >= 3; }));
     ASSERT_TRUE(scan.isRunning()) << "/usr/share is walked in more than one turn";
@@ -98,8 +85,8 @@ TEST(VisScan, StopEndsTheScanWithWhatItFoundAndANewScanStartsOver)
         QCoreApplication::processEvents();
     EXPECT_EQ(scan.count(), found) << "nothing comes after the stop";
 
-    touch(dir.path() + "/other/one.pls");
-    ASSERT_TRUE(scan.scan(dir.path() + "/other"));
+    const QString other = home.write(QStringLiteral("other/one.pls"), "");
+    ASSERT_TRUE(scan.scan(home.file(QStringLiteral("other"))));
     ASSERT_TRUE(finish(scan, finished));
-    EXPECT_EQ(entries(scan), QStringList({dir.path() + "/other/one.pls"}));
+    EXPECT_EQ(entries(scan), QStringList{other});
 }
