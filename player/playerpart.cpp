@@ -245,7 +245,7 @@ void PlayerPart::openHanded(const QStringList &paths, bool play)
         if (first == 0)
             return;
         if (play)
-            return m_engine.PlSelAct(first - 1);
+            return startWhenLoaded([this, first] { m_engine.PlSelAct(first - 1); });
         if (m_playlistState.CurTrack == 0)
             m_playlistState.CurTrack = first;
     });
@@ -333,7 +333,7 @@ void PlayerPart::ShowVisSelect()
             if (index < 0 || index >= m_playlistState.PlPath.size())
                 return;
             m_playlistState.CurTrack = index + 1;
-            m_engine.PlayIt();
+            startWhenLoaded([this] { m_engine.PlayIt(); });
         });
         m_visLoader->show();
         m_visLoader->Form_Load();
