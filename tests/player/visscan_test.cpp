@@ -3,11 +3,9 @@
 #include "support/printers.h"
 #include "support/temphome.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -49,44 +47,4 @@ TEST(VisScan, ListsDirFoldersFirstThenThePlaylistsOfTheTreeBreadthFirst)
     EXPECT_EQ(scan.name(4), QStringLiteral("b"));
     ASSERT_EQ(finished.count(), 1);
     EXPECT_FALSE(finished[0][0].toBool()) << "not stopped";
-}
-
-TEST(VisScan, AMissingFolderListsNothing)
-{
-    VisScan scan;
-    QSignalSpy finished(&scan, &VisScan::finished);
-    EXPECT_FALSE(scan.scan(QStringLiteral("/no/such/folder")));
-    EXPECT_EQ(scan.count(), 0);
-    EXPECT_EQ(finished.count(), 1);
-    EXPECT_FALSE(scan.scan(QString()));
-}
-
-TEST(VisScan, StopEndsTheScanWithWhatItFoundAndANewScanStartsOver)
-{
-    // Three lists, then a tree far too large to walk in one turn of the event
-    // loop: the system's shared data.
-    TempHome home;
-    for (const char *name : {"a.m3u", "b.m3u", "c.pls"})
-        home.write(QString::fromLatin1(name), "");
-    QFile::link(QStringLiteral("/usr/share"), home.file(QStringLiteral("shared")));
-    VisScan scan;
-    QSignalSpy finished(&scan, &VisScan::finished);
-    ASSERT_TRUE(scan.scan(home.path()));
-    EXPECT_TRUE(scan.isRunning()) << "the window stays live while it scans";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return scan.count() >= 3; }));
-    ASSERT_TRUE(scan.isRunning()) << "/usr/share is walked in more than one turn";
-    scan.stop();
-    EXPECT_FALSE(scan.isRunning());
-    ASSERT_EQ(finished.count(), 1);
-    EXPECT_TRUE(finished[0][0].toBool());
-    const int found = scan.count();
-    EXPECT_GE(found, 3);
-    for (int i = 0; i < 5; ++i)
-        QCoreApplication::processEvents();
-    EXPECT_EQ(scan.count(), found) << "nothing comes after the stop";
-
-    const QString other = home.write(QStringLiteral("other/one.pls"), "");
-    ASSERT_TRUE(scan.scan(home.file(QStringLiteral("other"))));
-    ASSERT_TRUE(finish(scan, finished));
-    EXPECT_EQ(entries(scan), QStringList{other});
 }
