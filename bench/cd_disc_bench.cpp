@@ -8,7 +8,7 @@
 #include "bench/procstat.h"
 #include "cd/cddbclient.h"
 #include "cd/cdtable.h"
-#include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "platform/mediadevice.h"
 #include "platform/mediadevicefactory.h"
@@ -158,7 +158,7 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
     });
     const QString cmd = QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=";
     const QString email = QStringLiteral("bench@example.org");
-    QtHttpClient http;
+    QtHttpFetch http;
     CddbClient client(http, {cmd, email});
     CddbClient::Disc disc;
     disc.id = table.CDDBId;
