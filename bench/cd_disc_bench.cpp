@@ -174,29 +174,17 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
         bool read = false;
         const QMetaObject::Connection done =
             QObject::connect(&client, &CddbClient::entryRead, [&] { read = true; });
-        QElapsedTimer sinceTick;
-        double gap = 0, cpuGap = 0, cpuAtTick = threadCpuMs();
-        QTimer ticker;
-        ticker.setInterval(0); // every pass of the event loop
-        QObject::connect(&ticker, &QTimer::timeout, [&] {
-            gap = std::max(gap, double(sinceTick.nsecsElapsed()) / 1e6);
-            sinceTick.restart();
-            const double cpu = threadCpuMs();
-            cpuGap = std::max(cpuGap, cpu - cpuAtTick);
-            cpuAtTick = cpu;
-        });
         QElapsedTimer t;
         t.start();
-        sinceTick.start();
-        ticker.start();
+        const LoopGaps gaps;
         client.CDDBQuery(disc);
         if (!waitFor([&] { return read; }, 5000)) {
             state.SkipWithError("the entry was not read within 5 s");
             return;
         }
         QObject::disconnect(done);
-        longest.push_back(std::max(gap, double(sinceTick.nsecsElapsed()) / 1e6));
-        cpuLongest = std::max({cpuLongest, cpuGap, threadCpuMs() - cpuAtTick});
+        longest.push_back(gaps.longestMs());
+        cpuLongest = std::max(cpuLongest, gaps.longestCpuMs());
         state.SetIterationTime(double(t.nsecsElapsed()) / 1e9);
     }
     std::sort(longest.begin(), longest.end());

@@ -174,20 +174,8 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
     double worst = 0, worstBusy = 0;
     for (auto _ : state) {
         QElapsedTimer clock;
-        qint64 last = 0;
-        double lastCpu = threadCpuMs();
-        QTimer probe;
-        probe.setInterval(1);
-        QObject::connect(&probe, &QTimer::timeout, [&] {
-            const qint64 now = clock.nsecsElapsed();
-            const double cpu = threadCpuMs();
-            worst = std::max(worst, double(now - last) / 1e6);
-            worstBusy = std::max(worstBusy, cpu - lastCpu);
-            last = now;
-            lastCpu = cpu;
-        });
         clock.start();
-        probe.start();
+        LoopGaps gaps(1);
         radio.playAddress(station.url(QStringLiteral("/listen.pls")));
         bool played = false, stalled = false;
         const bool done = waitFor(
@@ -199,7 +187,8 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
                 return stalled && playing;
             },
             20000);
-        probe.stop();
+        worst = std::max(worst, gaps.longestMs());
+        worstBusy = std::max(worstBusy, gaps.longestCpuMs());
         state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         radio.WRStop();
         if (!done) {
