@@ -441,9 +441,7 @@ void Velto::applyPrefs(const frmPrefs &prefs)
 
 void Velto::switchOn(int preset)
 {
-    m_window.showNormal();
-    m_window.raise();
-    m_window.activateWindow();
+    bringForward(m_window);
     // Preset n: the FM preset numbered n when the tuner is in use and has
     // one, else the n-th web radio station; 0, or a preset nobody has, plays
     // the playlist, which is better than a silent alarm.
