@@ -28,6 +28,7 @@ namespace {
 
 // The favourite skin slots of the popup menu that name each radio mode's skin.
 constexpr int kFmTunerFavourite = 5;
+constexpr int kBrowserFavourite = 6;
 constexpr int kWebRadioFavourite = 7;
 
 // What the web radio makes of a name given from outside: a web address is
@@ -218,7 +219,7 @@ void Velto::connectParts()
             Qt::QueuedConnection);
     // Home, Search and the other browser commands from the menu of another
     // mode switch to the browser first.
-    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
+    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(kBrowserFavourite); });
 
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)
