@@ -246,13 +246,8 @@ void Velto::Load(const QStringList &names, const QString &workingFolder, bool pl
     m_lights.refresh();
 }
 
-void Velto::Unload(bool interactive)
-{
-    shutDown(interactive);
-}
-
 // The media files' playlist is the one saved, even when a disc is playing.
-void Velto::shutDown(bool interactive)
+void Velto::Unload(bool interactive)
 {
     if (!m_lifecycle.unloaded())
         m_cd.leaveCdMode();
@@ -535,7 +530,7 @@ bool Velto::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     }
-    shutDown(true);
+    Unload(true);
     event->accept();
     return false;
 }

@@ -137,7 +137,6 @@ private:
     void applyPrefs(const frmPrefs &prefs);
     void switchOn(int preset);
     void switchOff();
-    void shutDown(bool interactive);
     // Shows the skin of a radio mode unless one of its skins is shown already.
     void enterMode(const SkinPart &part, int favouriteSlot);
     void playRadio(const QStringList &streams, bool playlist);
