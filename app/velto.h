@@ -83,21 +83,13 @@ public:
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
-    Stopwatches &stopwatches() { return m_stopwatches; }
     FmTuner &fmTuner() { return m_fmTuner; }
     WebRadio &webRadio() { return m_webRadio; }
-    WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
-    frmPrefs *prefs() const { return m_prefs; }
     frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
-    const Dispatcher &dispatcher() const { return m_dispatcher; }
-    const SkinPart &windowCommands() const { return m_windowCommands; }
-    const SkinPart &mixer() const { return m_mixer; }
     CdPart &cd() { return m_cd; }
-    Calculator &calculator() { return m_calculator; }
-    const SkinPart &notepad() const { return m_notepad; }
     const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
