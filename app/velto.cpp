@@ -24,32 +24,14 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <utility>
+
 namespace {
 
 // The favourite skin slots of the popup menu that name each radio mode's skin.
 constexpr int kFmTunerFavourite = 5;
 constexpr int kBrowserFavourite = 6;
 constexpr int kWebRadioFavourite = 7;
-
-// What the web radio makes of a name given from outside: a web address is
-// one stream; a station's own playlist (streams only) its streams, with
-// playlist set. Anything else, a playlist with files among its entries
-// included, is the player's: no streams.
-QStringList radioStreams(const QString &path, bool &playlist)
-{
-    playlist = false;
-    if (isNetworkAddress(path))
-        return {path};
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
-        return {};
-    const FileBytes bytes = readRegularFile(path, 64 * 1024);
-    if (bytes.fault != FileFault::None)
-        return {};
-    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
-    playlist = !streams.isEmpty();
-    return streams;
-}
 
 } // namespace
 
@@ -143,10 +125,8 @@ void Velto::connectParts()
     // loaded or nearly so.
     connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
         m_player.windowShown();
-        if (!m_radioStart.isEmpty())
-            playRadio(m_radioStart, m_radioStartIsPlaylist);
-        m_radioStart.clear();
-        m_radioStartIsPlaylist = false;
+        if (!m_radioStart.streams.isEmpty())
+            playRadio(std::exchange(m_radioStart, {}));
     });
     connect(&w, &frmNeOrb::pointerEntered, this, [this] { m_mediaDevices.preload(); });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
@@ -478,45 +458,56 @@ void Velto::enterMode(const SkinPart &part, int favouriteSlot)
         loadSkin(file);
 }
 
+Velto::Stations Velto::radioStreams(const QString &path)
+{
+    if (isNetworkAddress(path))
+        return {{path}, false};
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
+        return {};
+    const FileBytes bytes = readRegularFile(path, 64 * 1024);
+    if (bytes.fault != FileFault::None)
+        return {};
+    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
+    return {streams, !streams.isEmpty()};
+}
+
 void Velto::addOpened(const QString &path)
 {
-    bool playlist = false;
-    const QStringList streams = radioStreams(path, playlist);
-    if (streams.isEmpty()) {
+    Stations stations = radioStreams(path);
+    if (stations.streams.isEmpty()) {
         m_player.addOpened(path);
         return;
     }
     // The first station named wins; it plays once the window is up.
-    if (m_radioStart.isEmpty()) {
-        m_radioStart = streams;
-        m_radioStartIsPlaylist = playlist;
+    if (m_radioStart.streams.isEmpty()) {
+        m_radioStart = std::move(stations);
         enterMode(m_webRadio, kWebRadioFavourite);
     }
 }
 
 bool Velto::openRadio(const QString &path)
 {
-    bool playlist = false;
-    const QStringList streams = radioStreams(path, playlist);
-    if (streams.isEmpty())
+    const Stations stations = radioStreams(path);
+    if (stations.streams.isEmpty())
         return false;
     enterMode(m_webRadio, kWebRadioFavourite);
-    playRadio(streams, playlist);
+    playRadio(stations);
     return true;
 }
 
-void Velto::playRadio(const QStringList &streams, bool playlist)
+void Velto::playRadio(const Stations &stations)
 {
-    if (playlist)
-        m_webRadio.playStreams(streams, QString());
+    if (stations.playlist)
+        m_webRadio.playStreams(stations.streams, QString());
     else
-        m_webRadio.playAddress(streams.first());
+        m_webRadio.playAddress(stations.streams.first());
 }
 
 void Velto::playWhenScanned()
 {
     // What the command line gave the radio plays; the playlist waits.
-    if (m_radioStart.isEmpty())
+    if (m_radioStart.streams.isEmpty())
         m_player.playWhenScanned();
 }
 

@@ -131,7 +131,18 @@ private:
     void switchOff();
     // Shows the skin of a radio mode unless one of its skins is shown already.
     void enterMode(const SkinPart &part, int favouriteSlot);
-    void playRadio(const QStringList &streams, bool playlist);
+    // Streams for the web radio; playlist: they come from a station's own
+    // playlist rather than a bare address.
+    struct Stations
+    {
+        QStringList streams;
+        bool playlist = false;
+    };
+    // A web address is one stream; a station's own playlist (streams only)
+    // its streams. Anything else, a playlist with files among its entries
+    // included, is the player's: no streams.
+    static Stations radioStreams(const QString &path);
+    void playRadio(const Stations &stations);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -154,8 +165,7 @@ private:
     WebRadio m_webRadio;
     // What the command line handed to the web radio: it plays once the
     // window is on screen.
-    QStringList m_radioStart;
-    bool m_radioStartIsPlaylist = false;
+    Stations m_radioStart;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     CdPart m_cd;
