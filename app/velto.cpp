@@ -336,12 +336,17 @@ QString Velto::skinFolder() const
                                          : m_settings.SkinPath;
 }
 
+QString Velto::favouriteSkin(int slot) const
+{
+    return FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
+                                    m_folder.file(QStringLiteral("skins")));
+}
+
 // A slot with no skin and no mode of its own opens the browser, where the
 // user can give it one.
 void Velto::SelFSkin(int slot)
 {
-    const QString file = FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
-                                                  m_folder.file(QStringLiteral("skins")));
+    const QString file = favouriteSkin(slot);
     if (file.isEmpty())
         ShowSkinBrowser(QStringLiteral("Favorite"));
     else
@@ -452,9 +457,7 @@ void Velto::enterMode(const SkinPart &part, int favouriteSlot)
 {
     if (m_dispatcher.inMode(part))
         return;
-    const QString file = FavouriteSkins::skinFile(favouriteSlot, m_settings.FavSkin, skinFolder(),
-                                                  m_folder.file(QStringLiteral("skins")));
-    if (!file.isEmpty())
+    if (const QString file = favouriteSkin(favouriteSlot); !file.isEmpty())
         loadSkin(file);
 }
 

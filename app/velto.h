@@ -121,6 +121,8 @@ private:
     void ShowSkinBrowser(const QString &typeFilter = {});
     // The folder of the skins: "SkinPath", else the program's skins.
     QString skinFolder() const;
+    // The skin a favourite slot of the popup menu names; empty for none.
+    QString favouriteSkin(int slot) const;
     // Loads a skin; the file shown afterwards, empty when it was refused.
     QString loadSkin(const QString &file);
     // A skin the user picked: one of the older format is offered for import.
