@@ -1,6 +1,5 @@
 #include "app/frmneorb.h"
 #include "player/frmqfind.h"
-#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/recordingplayer.h"

@@ -4,7 +4,6 @@
 #include "support/shippedwindow.h"
 #include "support/testmedia.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
