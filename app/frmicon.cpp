@@ -2,6 +2,7 @@
 
 #include "appicon.h"
 #include "popupmenu.h"
+#include "windowflags.h"
 
 #include <QPixmap>
 #include <QWidget>
@@ -59,11 +60,7 @@ bool closeHidesToTray(qint16 ExitMode, bool iconShown)
 
 void frmIcon::RestoreWindow()
 {
-    if (m_window.isMinimized())
-        m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
-    m_window.show();
-    m_window.raise();
-    m_window.activateWindow();
+    bringForward(m_window);
 }
 
 void frmIcon::activated(QSystemTrayIcon::ActivationReason reason)

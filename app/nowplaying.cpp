@@ -47,6 +47,9 @@ NowPlaying nowPlaying(PlayerPart &player, const PlaylistState &playlist)
     return now;
 }
 
+namespace {
+
+// "Playing", "Paused" or "Stopped".
 QString stateName(NowPlaying::State state)
 {
     switch (state) {
@@ -60,6 +63,7 @@ QString stateName(NowPlaying::State state)
     return QStringLiteral("Stopped");
 }
 
+// "m:ss", or "h:mm:ss" from an hour on.
 QString clockTime(qint64 ms)
 {
     const qint64 seconds = qMax<qint64>(ms, 0) / 1000;
@@ -71,6 +75,8 @@ QString clockTime(qint64 ms)
             .arg(seconds % 60, 2, 10, zero);
     return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, zero);
 }
+
+} // namespace
 
 QString statusText(const NowPlaying &now)
 {

@@ -25,9 +25,5 @@ struct NowPlaying
 
 NowPlaying nowPlaying(PlayerPart &player, const PlaylistState &playlist);
 
-// "Playing", "Paused" or "Stopped".
-QString stateName(NowPlaying::State state);
-// "m:ss", or "h:mm:ss" from an hour on.
-QString clockTime(qint64 ms);
 // Three lines: the state, "artist - title" (or the title), "position / length".
 QString statusText(const NowPlaying &now);

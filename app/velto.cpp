@@ -24,31 +24,14 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <utility>
+
 namespace {
 
 // The favourite skin slots of the popup menu that name each radio mode's skin.
 constexpr int kFmTunerFavourite = 5;
+constexpr int kBrowserFavourite = 6;
 constexpr int kWebRadioFavourite = 7;
-
-// What the web radio makes of a name given from outside: a web address is
-// one stream; a station's own playlist (streams only) its streams, with
-// playlist set. Anything else, a playlist with files among its entries
-// included, is the player's: no streams.
-QStringList radioStreams(const QString &path, bool &playlist)
-{
-    playlist = false;
-    if (isNetworkAddress(path))
-        return {path};
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
-        return {};
-    const FileBytes bytes = readRegularFile(path, 64 * 1024);
-    if (bytes.fault != FileFault::None)
-        return {};
-    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
-    playlist = !streams.isEmpty();
-    return streams;
-}
 
 } // namespace
 
@@ -142,10 +125,8 @@ void Velto::connectParts()
     // loaded or nearly so.
     connect(&w, &frmNeOrb::firstFramePainted, this, [this] {
         m_player.windowShown();
-        if (!m_radioStart.isEmpty())
-            playRadio(m_radioStart, m_radioStartIsPlaylist);
-        m_radioStart.clear();
-        m_radioStartIsPlaylist = false;
+        if (!m_radioStart.streams.isEmpty())
+            playRadio(std::exchange(m_radioStart, {}));
     });
     connect(&w, &frmNeOrb::pointerEntered, this, [this] { m_mediaDevices.preload(); });
     connect(&w.skin(), &SkinLoader::sliderChanged, this, [this](int number, double value) {
@@ -218,7 +199,7 @@ void Velto::connectParts()
             Qt::QueuedConnection);
     // Home, Search and the other browser commands from the menu of another
     // mode switch to the browser first.
-    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(6); });
+    connect(&m_browser, &WebBrowser::modeWanted, this, [this] { SelFSkin(kBrowserFavourite); });
 
     connect(&m_clockTick, &ClockTick::beat, this, [this](const QDateTime &now) {
         for (SkinPart *part : m_parts)
@@ -245,13 +226,8 @@ void Velto::Load(const QStringList &names, const QString &workingFolder, bool pl
     m_lights.refresh();
 }
 
-void Velto::Unload(bool interactive)
-{
-    shutDown(interactive);
-}
-
 // The media files' playlist is the one saved, even when a disc is playing.
-void Velto::shutDown(bool interactive)
+void Velto::Unload(bool interactive)
 {
     if (!m_lifecycle.unloaded())
         m_cd.leaveCdMode();
@@ -360,12 +336,17 @@ QString Velto::skinFolder() const
                                          : m_settings.SkinPath;
 }
 
+QString Velto::favouriteSkin(int slot) const
+{
+    return FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
+                                    m_folder.file(QStringLiteral("skins")));
+}
+
 // A slot with no skin and no mode of its own opens the browser, where the
 // user can give it one.
 void Velto::SelFSkin(int slot)
 {
-    const QString file = FavouriteSkins::skinFile(slot, m_settings.FavSkin, skinFolder(),
-                                                  m_folder.file(QStringLiteral("skins")));
+    const QString file = favouriteSkin(slot);
     if (file.isEmpty())
         ShowSkinBrowser(QStringLiteral("Favorite"));
     else
@@ -441,9 +422,7 @@ void Velto::applyPrefs(const frmPrefs &prefs)
 
 void Velto::switchOn(int preset)
 {
-    m_window.showNormal();
-    m_window.raise();
-    m_window.activateWindow();
+    bringForward(m_window);
     // Preset n: the FM preset numbered n when the tuner is in use and has
     // one, else the n-th web radio station; 0, or a preset nobody has, plays
     // the playlist, which is better than a silent alarm.
@@ -478,51 +457,60 @@ void Velto::enterMode(const SkinPart &part, int favouriteSlot)
 {
     if (m_dispatcher.inMode(part))
         return;
-    const QString file = FavouriteSkins::skinFile(favouriteSlot, m_settings.FavSkin, skinFolder(),
-                                                  m_folder.file(QStringLiteral("skins")));
-    if (!file.isEmpty())
+    if (const QString file = favouriteSkin(favouriteSlot); !file.isEmpty())
         loadSkin(file);
+}
+
+Velto::Stations Velto::radioStreams(const QString &path)
+{
+    if (isNetworkAddress(path))
+        return {{path}, false};
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != QLatin1String("pls") && suffix != QLatin1String("m3u"))
+        return {};
+    const FileBytes bytes = readRegularFile(path, 64 * 1024);
+    if (bytes.fault != FileFault::None)
+        return {};
+    const QStringList streams = stationPlaylist(bytes.bytes, QUrl::fromLocalFile(path));
+    return {streams, !streams.isEmpty()};
 }
 
 void Velto::addOpened(const QString &path)
 {
-    bool playlist = false;
-    const QStringList streams = radioStreams(path, playlist);
-    if (streams.isEmpty()) {
+    Stations stations = radioStreams(path);
+    if (stations.streams.isEmpty()) {
         m_player.addOpened(path);
         return;
     }
     // The first station named wins; it plays once the window is up.
-    if (m_radioStart.isEmpty()) {
-        m_radioStart = streams;
-        m_radioStartIsPlaylist = playlist;
+    if (m_radioStart.streams.isEmpty()) {
+        m_radioStart = std::move(stations);
         enterMode(m_webRadio, kWebRadioFavourite);
     }
 }
 
 bool Velto::openRadio(const QString &path)
 {
-    bool playlist = false;
-    const QStringList streams = radioStreams(path, playlist);
-    if (streams.isEmpty())
+    const Stations stations = radioStreams(path);
+    if (stations.streams.isEmpty())
         return false;
     enterMode(m_webRadio, kWebRadioFavourite);
-    playRadio(streams, playlist);
+    playRadio(stations);
     return true;
 }
 
-void Velto::playRadio(const QStringList &streams, bool playlist)
+void Velto::playRadio(const Stations &stations)
 {
-    if (playlist)
-        m_webRadio.playStreams(streams, QString());
+    if (stations.playlist)
+        m_webRadio.playStreams(stations.streams, QString());
     else
-        m_webRadio.playAddress(streams.first());
+        m_webRadio.playAddress(stations.streams.first());
 }
 
 void Velto::playWhenScanned()
 {
     // What the command line gave the radio plays; the playlist waits.
-    if (m_radioStart.isEmpty())
+    if (m_radioStart.streams.isEmpty())
         m_player.playWhenScanned();
 }
 
@@ -536,7 +524,7 @@ bool Velto::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     }
-    shutDown(true);
+    Unload(true);
     event->accept();
     return false;
 }

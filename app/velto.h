@@ -82,21 +82,13 @@ public:
     Settings &settings() { return m_settings; }
     PlaylistState &playlist() { return m_playlist; }
     PlayerPart &player() { return m_player; }
-    Stopwatches &stopwatches() { return m_stopwatches; }
     FmTuner &fmTuner() { return m_fmTuner; }
     WebRadio &webRadio() { return m_webRadio; }
-    WebBrowser &browser() { return m_browser; }
     ClockTick &clockTick() { return m_clockTick; }
     frmIcon &tray() { return m_tray; }
     PopupMenu &menu() { return m_popup; }
-    frmPrefs *prefs() const { return m_prefs; }
     frmSkinBrowse *skinBrowser() const { return m_skinBrowser.get(); }
-    const Dispatcher &dispatcher() const { return m_dispatcher; }
-    const SkinPart &windowCommands() const { return m_windowCommands; }
-    const SkinPart &mixer() const { return m_mixer; }
     CdPart &cd() { return m_cd; }
-    Calculator &calculator() { return m_calculator; }
-    const SkinPart &notepad() const { return m_notepad; }
     const MediaDeviceFactory &mediaDevices() const { return m_mediaDevices; }
 
 protected:
@@ -128,6 +120,8 @@ private:
     void ShowSkinBrowser(const QString &typeFilter = {});
     // The folder of the skins: "SkinPath", else the program's skins.
     QString skinFolder() const;
+    // The skin a favourite slot of the popup menu names; empty for none.
+    QString favouriteSkin(int slot) const;
     // Loads a skin; the file shown afterwards, empty when it was refused.
     QString loadSkin(const QString &file);
     // A skin the user picked: one of the older format is offered for import.
@@ -136,10 +130,20 @@ private:
     void applyPrefs(const frmPrefs &prefs);
     void switchOn(int preset);
     void switchOff();
-    void shutDown(bool interactive);
     // Shows the skin of a radio mode unless one of its skins is shown already.
     void enterMode(const SkinPart &part, int favouriteSlot);
-    void playRadio(const QStringList &streams, bool playlist);
+    // Streams for the web radio; playlist: they come from a station's own
+    // playlist rather than a bare address.
+    struct Stations
+    {
+        QStringList streams;
+        bool playlist = false;
+    };
+    // A web address is one stream; a station's own playlist (streams only)
+    // its streams. Anything else, a playlist with files among its entries
+    // included, is the player's: no streams.
+    static Stations radioStreams(const QString &path);
+    void playRadio(const Stations &stations);
 
     Platform m_platform;
     ProgramFolder m_folder;
@@ -162,8 +166,7 @@ private:
     WebRadio m_webRadio;
     // What the command line handed to the web radio: it plays once the
     // window is on screen.
-    QStringList m_radioStart;
-    bool m_radioStartIsPlaylist = false;
+    Stations m_radioStart;
     Stopwatches m_stopwatches;
     Mixer m_mixer;
     CdPart m_cd;

@@ -8,5 +8,6 @@ class QWidget;
 void SetOnTop(QWidget &window, bool onTop);
 
 // Shows the window in front, from the tray or minimised too: a second start
-// of the program or the desktop's media controls asked for it.
+// of the program, the desktop's media controls, the tray icon or an alarm asked
+// for it.
 void bringForward(QWidget &window);

@@ -19,7 +19,6 @@ public:
     qint64 Lyrics_DblClick(int row);
 
     bool LyricsLoaded() const { return m_lyrics.LyricsLoaded; }
-    int LyricLine() const { return m_line; }
 
 private:
     void select(int row);

@@ -3,7 +3,6 @@
 #include "skin/skinlistarea.h"
 
 #include "support/discimage.h"
-#include "support/loopbackserver.h"
 #include "support/shippedwindow.h"
 
 #include <QFile>
@@ -13,20 +12,15 @@
 namespace {
 
 // The real program on the shipped player skin with a disc image of three
-// tracks, silent, and a CDDB server of the test's own.
+// tracks, silent. Naming the tracks from a server is the CD part's and the
+// end-to-end test's.
 class CdMode : public ::testing::Test, protected ShippedWindow
 {
 protected:
     CdMode()
-        : server([this](const std::string &target) {
-              const bool read = target.find("cddb+read") != std::string::npos;
-              return LoopbackServer::Response{200, read ? readReply : queryReply, false};
-          })
     {
         qputenv("VELTO_AUDIO", "null");
         disc.sectors = {150, 225, 300};
-        store.values["config/cddbcmd"] =
-            QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=";
         store.values["config/usecddb"] = "0";
         // Whatever drive the machine has, the tests play their own images.
         store.values["config/cddrive"] = home.file(QStringLiteral("no-drive"));
@@ -35,17 +29,6 @@ protected:
     ~CdMode() override { qunsetenv("VELTO_AUDIO"); }
 
     QString image() { return disc.write(home.file(QStringLiteral("discs")), "disc"); }
-    // As start(), with names on the command line.
-    void startWith(const QStringList &names, bool playNow)
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
-                                        folder);
-        window = &velto->window();
-        velto->Load(names, home.path(), playNow);
-    }
     QStringList shownNames()
     {
         QStringList names;
@@ -61,8 +44,6 @@ protected:
     }
 
     DiscImage disc;
-    std::string queryReply = "202 No match\r\n", readReply;
-    LoopbackServer server;
     QString music;
 };
 
@@ -70,7 +51,7 @@ protected:
 
 TEST_F(CdMode, ACueOnTheCommandLinePlaysTheDiscAndCommand37GoesBackToTheFiles)
 {
-    startWith({music, image()}, true);
+    start({music, image()}, true);
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
     EXPECT_TRUE(velto->cd().cdMode());
     EXPECT_EQ(shownNames(), (QStringList{"01 - Track  1  (00:02)", "02 - Track  2  (00:03)",
@@ -116,34 +97,4 @@ TEST_F(CdMode, TheFilesPlaylistIsTheOneSaved)
     const QByteArray list = saved.readAll();
     EXPECT_TRUE(list.contains("song.wav")) << list.constData();
     EXPECT_FALSE(list.contains("cdtrack")) << list.constData();
-}
-
-TEST_F(CdMode, NamesFromCddbReachTheListAndTheTitleOfTheTrackPlaying)
-{
-    store.values["config/usecddb"] = "1";
-    queryReply = "200 misc " + disc.cddbId().toStdString() + " Trio / Tones\r\n";
-    readReply = "210 misc follows\r\nDTITLE=Trio / Tones\r\nTTITLE0=Low\r\nTTITLE1=Middle\r\n"
-                "TTITLE2=High\r\n.\r\n";
-    start();
-    velto->player().addOpened(image());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->cd().titlesLoaded(); }));
-    EXPECT_EQ(shownNames(),
-              (QStringList{"01 - Low  (00:02)", "02 - Middle  (00:03)", "03 - High  (00:04)"}));
-    EXPECT_EQ(window->skin().label(2), QStringLiteral("Trio - Tones"));
-    velto->DoIt(15); // next: track 2
-    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->player().state().PlayPos > 0; }, 15000));
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("02 - Middle  (00:03)"));
-    EXPECT_EQ(server.requests().size(), 2u);
-}
-
-TEST_F(CdMode, EjectTakesTheDiscOutOfTheList)
-{
-    start();
-    velto->player().addOpened(image());
-    ASSERT_EQ(shownNames().size(), 3);
-    velto->DoIt(13);
-    EXPECT_TRUE(shownNames().isEmpty());
-    EXPECT_TRUE(velto->cd().cdMode());
-    EXPECT_EQ(window->skin().label(15), QStringLiteral("No Disc"));
-    EXPECT_EQ(dialogs.messages.size(), 0) << "a drive at /dev/cdrom or not, eject says nothing";
 }

@@ -121,45 +121,6 @@ TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindo
     menu->hide();
 }
 
-// The command table as users and skins rely on it: which part runs each
-// number, written out here apart from the code that routes them.
-TEST_F(MainWindow, EveryCommandNumberGoesToThePartThatOwnsIt)
-{
-    const SkinPart *window = &velto->windowCommands(), *player = &velto->player(),
-                   *mixer = &velto->mixer(), *stopwatches = &velto->stopwatches(),
-                   *cd = &velto->cd(), *fmTuner = &velto->fmTuner(), *webRadio = &velto->webRadio(),
-                   *calculator = &velto->calculator(), *notepad = &velto->notepad(),
-                   *browser = &velto->browser();
-    const auto owner = [&](int cmd) -> const SkinPart * {
-        const auto in = [cmd](int low, int high) { return cmd >= low && cmd <= high; };
-        if (in(1, 2) || in(5, 6) || cmd == 38 || cmd == 151 || in(1001, 1020))
-            return window;
-        if (in(3, 4) || in(7, 12) || in(14, 28) || in(30, 36) || cmd == 39 || cmd == 150)
-            return player;
-        if (cmd == 29)
-            return mixer;
-        if (in(70, 75))
-            return stopwatches;
-        if (cmd == 13 || cmd == 37)
-            return cd;
-        if (in(80, 100))
-            return fmTuner;
-        if (in(130, 148))
-            return webRadio;
-        if (in(40, 69))
-            return calculator;
-        if (in(76, 79))
-            return notepad;
-        if (in(101, 106) || in(110, 119))
-            return browser;
-        return nullptr; // 107-109, 120-129, 149 and everything past the table
-    };
-    for (int cmd = -32768; cmd <= 32767; ++cmd)
-        ASSERT_EQ(velto->dispatcher().target(qint16(cmd)), owner(cmd)) << "command " << cmd;
-    velto->DoIt(1005); // a clock skin
-    EXPECT_EQ(velto->dispatcher().target(4), stopwatches) << "the split";
-}
-
 // Return, Backspace, Delete and Esc are the calculator's while its skin
 // shows, from whatever child has the focus; elsewhere they keep their meaning.
 TEST_F(MainWindow, CalculatorTakesReturnBackspaceDeleteAndEscape)
@@ -241,16 +202,6 @@ TEST_F(MainWindow, WhatTheCommandLineOpensBecomesTheCurrentEntry)
     velto->playlist().CurTrack = 2;
     velto->player().addOpened(a);
     EXPECT_EQ(velto->playlist().CurTrack, 2) << "an entry already current stays so";
-
-    velto->settings().ValidExt = QStringLiteral("flac");
-    home.write(QStringLiteral("music/c.flac"), "x");
-    const int before = int(velto->playlist().PlPath.size());
-    velto->player().addOpened(home.file(QStringLiteral("music")));
-    // Scanned in the background, as a folder the user adds.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() > before; }));
-    EXPECT_EQ(velto->playlist().PlPath.mid(before),
-              QStringList{home.file(QStringLiteral("music/c.flac"))})
-        << "a folder brings what the preferences accept";
 }
 
 TEST(DroppedPaths, TakesLocalFilesAndFoldersInTheirOrder)

@@ -1,6 +1,5 @@
 #include "app/frmneorb.h"
 #include "player/frmqfind.h"
-#include "skin/skinlistarea.h"
 
 #include "support/fakes.h"
 #include "support/recordingplayer.h"
@@ -125,10 +124,11 @@ TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
     EXPECT_EQ(player.played.size(), 1);
 }
 
-TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
+// The order and the scan of what is dropped are the playlist's tests; here
+// the window takes files and refuses anything else.
+TEST_F(MainWindowPlaylist, TheWindowTakesDroppedFilesAndRefusesText)
 {
-    for (int i = 0; i < 30; ++i)
-        home.write(QStringLiteral("music/album/%1_Song.mp3").arg(i + 10), "");
+    home.write(QStringLiteral("music/album/a.mp3"), "");
     const QString single = home.write(QStringLiteral("one.mp3"), "");
     QMimeData data;
     data.setUrls(
@@ -148,12 +148,8 @@ TEST_F(MainWindowPlaylist, DroppedFolderFillsTheSkinsListAndCount)
     QDragEnterEvent refused(QPoint(10, 10), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     target->event(&refused);
     EXPECT_FALSE(refused.isAccepted());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() == 31; }, 20000));
-    const SkinListArea *list = window->skin().list(1);
-    ASSERT_NE(list, nullptr);
-    EXPECT_EQ(list->count(), 31);
-    EXPECT_EQ(window->skin().label(13), QStringLiteral("31"));
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("Velto")) << "the scan's count is gone";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() == 2; }, 20000));
+    EXPECT_EQ(window->skin().label(13), QStringLiteral("2"));
 }
 
 TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylistAndQuickFind)

@@ -22,14 +22,6 @@
 
 namespace {
 
-// A FLAC file whose only picture is in a PICTURE block.
-QByteArray flacWithPicture(const QByteArray &image)
-{
-    const QByteArray block = be32(3) + be32(9) + "image/png" + be32(0) + QByteArray(16, '\0') +
-                             be32(quint32(image.size())) + image;
-    return "fLaC" + QByteArray("\x86", 1) + be32(quint32(block.size())).mid(1) + block;
-}
-
 // The real skin loader on a plain window, the shipped skins, scripted dialogs.
 struct Rig
 {
@@ -84,6 +76,10 @@ TEST(TrackInfo, KaraokeSkinShowsFrameInformationAndFollowsTheWords)
     EXPECT_EQ(rig.lightsChanged, 1);
     rig.info.Tick(2100);
     EXPECT_EQ(words->currentRow(), 1);
+    words->hide();
+    rig.info.Tick(0);
+    EXPECT_EQ(words->currentRow(), 1) << "a hidden list is not followed";
+    words->show();
 
     emit words->itemDoubleClicked(words->item(0));
     EXPECT_EQ(rig.seeks, QList<qint64>{1000});
@@ -117,19 +113,6 @@ TEST(TrackInfo, CoverReachesTheSkinAndTheAlbumWindow)
     EXPECT_EQ(rig.dialogs.calls.last().title, "Select Cover");
     EXPECT_EQ(rig.info.cover().CoverFile, red);
     EXPECT_EQ(album->picture().pixel(0, 0), 0xffff0000u);
-}
-
-TEST(TrackInfo, MediaFilesShowTheirOwnPictureWhateverTheTagCoverSetting)
-{
-    for (const qint16 useTagCover : {0, 1}) {
-        SCOPED_TRACE(useTagCover);
-        Rig rig("default.skin");
-        rig.settings.UseTagCover = useTagCover;
-        const QString flac = rig.home.write("m/a.flac", flacWithPicture(picture(0xff00ff00)));
-        rig.info.TrackStarted(flac);
-        EXPECT_EQ(rig.info.cover().CoverFile, flac);
-        EXPECT_EQ(rig.loader.list(4)->item(0)->text(), "No Lyrics");
-    }
 }
 
 TEST(TrackInfo, InformationWindowOpensForThePlayingOrSelectedEntry)
