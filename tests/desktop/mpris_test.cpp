@@ -12,6 +12,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
@@ -216,6 +217,18 @@ TEST_F(Mpris, ChangesAreAnnouncedAndTheLastEntryHasNoNext)
     playList({media.sineWav(QStringLiteral("one.wav"), 8000),
               media.sineWav(QStringLiteral("two.wav"), 8000)});
     EXPECT_EQ(client->get(QStringLiteral("CanGoNext")), QVariant(true));
+    // The desktop hears every type the menu entry opens, and only those.
+    QFile entry(QStringLiteral(VELTO_DATA_DIR "/../dist/org.velto.Velto.desktop"));
+    ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
+    const QString opened = QString::fromUtf8(entry.readAll())
+                               .section(QStringLiteral("MimeType="), 1)
+                               .section('\n', 0, 0);
+    const QDBusMessage types = client->call(
+        kProperties, QStringLiteral("Get"),
+        {QStringLiteral("org.mpris.MediaPlayer2"), QStringLiteral("SupportedMimeTypes")});
+    const QStringList offered =
+        types.arguments().value(0).value<QDBusVariant>().variant().toStringList();
+    EXPECT_EQ(offered.join(';') + ';', opened);
     client->changes.clear();
 
     client->call(kPlayer, QStringLiteral("Next"), {});
