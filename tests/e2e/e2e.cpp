@@ -208,11 +208,6 @@ std::optional<std::string> atspiMissing()
     return std::nullopt;
 }
 
-bool haveDisplay()
-{
-    return !qEnvironmentVariableIsEmpty("DISPLAY");
-}
-
 namespace {
 
 QGuiApplication &guiApp()
