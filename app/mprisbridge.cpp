@@ -8,6 +8,16 @@
 
 #include <cmath>
 
+namespace {
+
+// What the menu entry (dist/org.velto.Velto.desktop) opens, read from it at build time.
+QStringList mimeTypes()
+{
+    return QString::fromLatin1(VELTO_MIME_TYPES).split(u',', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
 MprisBridge::MprisBridge(Velto &velto)
     : m_velto(velto), m_service(*this, {QStringLiteral("Velto"),
                                         QStringLiteral("org.velto.Velto"),
@@ -21,28 +31,6 @@ MprisBridge::MprisBridge(Velto &velto)
     connect(&velto.clockTick(), &ClockTick::beat, &m_service, &MprisService::refresh);
     connect(&player.engine(), &PlaybackEngine::seeked, &m_service,
             [this](qint64 ms) { m_service.seeked(ms * 1000); });
-}
-
-QStringList MprisBridge::mimeTypes()
-{
-    // The types the menu entry (dist/org.velto.Velto.desktop) opens.
-    return {
-        QStringLiteral("audio/mpeg"),         QStringLiteral("audio/x-wav"),
-        QStringLiteral("audio/flac"),         QStringLiteral("audio/ogg"),
-        QStringLiteral("audio/x-vorbis+ogg"), QStringLiteral("audio/x-opus+ogg"),
-        QStringLiteral("audio/mp4"),          QStringLiteral("audio/aac"),
-        QStringLiteral("audio/x-aiff"),       QStringLiteral("audio/x-ms-wma"),
-        QStringLiteral("audio/x-matroska"),   QStringLiteral("audio/webm"),
-        QStringLiteral("audio/midi"),         QStringLiteral("audio/x-mod"),
-        QStringLiteral("audio/x-s3m"),        QStringLiteral("audio/x-stm"),
-        QStringLiteral("audio/x-xm"),         QStringLiteral("audio/x-it"),
-        QStringLiteral("audio/x-mpegurl"),    QStringLiteral("audio/x-scpls"),
-        QStringLiteral("video/mpeg"),         QStringLiteral("video/mp4"),
-        QStringLiteral("video/ogg"),          QStringLiteral("video/webm"),
-        QStringLiteral("video/x-matroska"),   QStringLiteral("video/x-msvideo"),
-        QStringLiteral("video/x-ms-wmv"),     QStringLiteral("video/quicktime"),
-        QStringLiteral("video/x-flic"),
-    };
 }
 
 bool MprisBridge::start()

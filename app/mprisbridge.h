@@ -15,9 +15,6 @@ class MprisBridge : public QObject, public MprisPlayer
 public:
     explicit MprisBridge(Velto &velto);
 
-    // The audio and playlist types the desktop file says Velto opens.
-    static QStringList mimeTypes();
-
     // Goes on the session bus as org.mpris.MediaPlayer2.velto; false, with a
     // reason in service().problem(), when there is no bus.
     bool start();

@@ -4,6 +4,7 @@
 
 #include <QUrl>
 
+#include <algorithm>
 #include <cmath>
 
 RootAdaptor::RootAdaptor(MprisService &service) : QDBusAbstractAdaptor(&service), m_service(service)
@@ -169,15 +170,13 @@ void PlayerAdaptor::Seek(qlonglong offset)
     if (!state.canSeek || offset == 0)
         return;
     const qint64 here = player.positionUs();
-    // Past the end is the next track; before the start is the start.
-    const qint64 target = offset > state.track.lengthUs - here ? state.track.lengthUs + 1
-                          : offset < -here                     ? 0
-                                                               : here + offset;
-    if (target > state.track.lengthUs) {
+    // Past the end is the next track; before the start is the start. Compared
+    // as distances, so no offset a client sends can overflow.
+    if (offset > state.track.lengthUs - here) {
         if (state.canGoNext)
             player.next();
     } else {
-        player.setPositionUs(target);
+        player.setPositionUs(std::max<qint64>(here + offset, 0));
     }
     m_service.refresh();
 }

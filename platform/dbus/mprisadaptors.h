@@ -8,15 +8,13 @@
 class MprisService;
 
 // org.mpris.MediaPlayer2: who the player is and what it lets the desktop do
-// with its window.
+// with its window. The optional Fullscreen pair is left out: a skin has one size.
 class RootAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2")
     Q_PROPERTY(bool CanQuit READ canQuit)
     Q_PROPERTY(bool CanRaise READ canRaise)
-    Q_PROPERTY(bool Fullscreen READ fullscreen WRITE setFullscreen)
-    Q_PROPERTY(bool CanSetFullscreen READ canSetFullscreen)
     Q_PROPERTY(bool HasTrackList READ hasTrackList)
     Q_PROPERTY(QString Identity READ identity)
     Q_PROPERTY(QString DesktopEntry READ desktopEntry)
@@ -27,9 +25,6 @@ public:
 
     bool canQuit() const { return true; }
     bool canRaise() const { return true; }
-    bool fullscreen() const { return false; }
-    void setFullscreen(bool) {}
-    bool canSetFullscreen() const { return false; }
     bool hasTrackList() const { return false; }
     QString identity() const;
     QString desktopEntry() const;

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -17,62 +16,16 @@ namespace {
 
 const QString kSkins = QStringLiteral(VELTO_DATA_DIR "/skins/");
 
-void click(QPoint at, const char *button = "1")
-{
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", button});
-}
-
-void doubleClick(QPoint at)
-{
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "--repeat",
-             "2", "--delay", "80", "1"});
-}
-
-void key(const QString &name)
-{
-    xdotool({"key", name});
-}
-
-// Field 1 to 4 of a shipped skin's record: its rectangle.
-QRect recordRect(const QString &skin, const QString &code)
-{
-    QFile file(kSkins + skin);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QRegularExpression record(QStringLiteral("(?m)^%1,(-?\\d+),(-?\\d+),(\\d+),(\\d+)")
-                                        .arg(QRegularExpression::escape(code)));
-    const auto m = record.match(QString::fromUtf8(file.readAll()));
-    return m.hasMatch() ? QRect(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt(),
-                                m.captured(4).toInt())
-                        : QRect();
-}
-
 bool copySkin(const QString &name, const QString &to)
 {
     QDir().mkpath(to);
-    QFile file(kSkins + name);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QString text = QString::fromUtf8(file.readAll());
+    const ShippedSkin skin = shippedSkin(name);
     bool ok = QFile::copy(kSkins + name, to + '/' + name);
-    // The two pictures the skin names.
-    for (auto it = QRegularExpression(QStringLiteral("\"(?:Main|Resource)\",\"([^\"]+)\""))
-                       .globalMatch(text);
-         it.hasNext();) {
-        const QString picture = it.next().captured(1);
-        ok = (QFile::exists(to + '/' + picture) ||
-              QFile::copy(kSkins + picture, to + '/' + picture)) &&
-             ok;
+    for (const char *which : {"Main", "Resource"}) {
+        const QString picture = skin.records.value(QLatin1String(which)).value(1);
+        ok = QFile::copy(kSkins + picture, to + '/' + picture) && ok;
     }
     return ok;
-}
-
-void writeIni(const VeltoProcess &velto, const QByteArray &config)
-{
-    QDir().mkpath(velto.home(QStringLiteral("config/velto")));
-    QFile ini(velto.home(QStringLiteral("config/velto/velto.ini")));
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[config]\n" + config);
 }
 
 // The visible window of velto's whose title is name.
@@ -103,20 +56,14 @@ bool near(QColor a, QColor b, int tolerance = 24)
            std::abs(a.blue() - b.blue()) <= tolerance;
 }
 
-class Browsers : public ::testing::Test
+class Browsers : public E2e
 {
 protected:
-    void SetUp() override
-    {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    }
-
     // Opens the popup menu over the main window's playlist and picks entries
     // by their keys.
     void menu(const QString &window, const QStringList &keys)
     {
-        const QRect list = recordRect(QStringLiteral("default.skin"), QStringLiteral("X1"));
+        const QRect list = shippedSkin(QStringLiteral("default.skin")).rect(QStringLiteral("X1"));
         click(windowGeometry(window).topLeft() + list.topLeft() + QPoint(20, 8));
         key(QStringLiteral("m"));
         for (const QString &k : keys)
@@ -132,7 +79,7 @@ TEST_F(Browsers, AClickInTheSkinBrowserLoadsTheSkin)
     const QString mine = velto.home(QStringLiteral("myskins"));
     ASSERT_TRUE(copySkin(QStringLiteral("default.skin"), mine));
     ASSERT_TRUE(copySkin(QStringLiteral("calculator.skin"), mine));
-    writeIni(velto, "skin=default.skin\nskinpath=" + mine.toUtf8() + "\n");
+    velto.writeSettings({{"skin", "default.skin"}, {"skinpath", mine}});
     ASSERT_TRUE(velto.start());
     const QString window = velto.waitForWindow();
     ASSERT_FALSE(window.isEmpty());
@@ -168,7 +115,7 @@ TEST_F(Browsers, TheSelectorPagesAndLoadsAPlaylist)
     QImage green(40, 40, QImage::Format_RGB32);
     green.fill(QColor(0, 200, 0));
     ASSERT_TRUE(green.save(lists + "/list17.bmp"));
-    writeIni(velto, "visplpath=" + lists.toUtf8() + "\n");
+    velto.writeSettings({{"visplpath", lists}});
     ASSERT_TRUE(velto.start());
     const QString window = velto.waitForWindow();
     ASSERT_FALSE(window.isEmpty());
@@ -199,7 +146,8 @@ TEST_F(Browsers, TheSelectorPagesAndLoadsAPlaylist)
     EXPECT_TRUE(waitUntil([&] { return pixel(box(1)) == grid; })) << "and nothing beside it";
 
     // The list's entry reaches the main playlist on the skin.
-    const QRect list = recordRect(QStringLiteral("default.skin"), QStringLiteral("X1"))
+    const QRect list = shippedSkin(QStringLiteral("default.skin"))
+                           .rect(QStringLiteral("X1"))
                            .translated(windowGeometry(window).topLeft());
     const QImage before = grabScreen().copy(list);
     doubleClick(box(0));
@@ -219,12 +167,13 @@ TEST_F(Browsers, TheBrowserModeShowsALoopbackPage)
     GTEST_SKIP() << "built without Qt WebEngine";
 #endif
     VeltoProcess velto;
-    writeIni(velto, "skin=browser.skin\nskinpath=" VELTO_DATA_DIR "/skins\n");
+    velto.writeSettings({{"skin", "browser.skin"}, {"skinpath", VELTO_DATA_DIR "/skins"}});
     ASSERT_TRUE(velto.start());
     const QString window = velto.waitForWindow(60000);
     ASSERT_FALSE(window.isEmpty());
-    const QRect field = recordRect(QStringLiteral("browser.skin"), QStringLiteral("T1"));
-    const QRect page = recordRect(QStringLiteral("browser.skin"), QStringLiteral("C3"));
+    const ShippedSkin skin = shippedSkin(QStringLiteral("browser.skin"));
+    const QRect field = skin.rect(QStringLiteral("T1"));
+    const QRect page = skin.rect(QStringLiteral("C3"));
     ASSERT_FALSE(field.isEmpty() || page.isEmpty());
     ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).width() == 640; }));
     const QPoint origin = windowGeometry(window).topLeft();

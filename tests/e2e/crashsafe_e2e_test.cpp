@@ -40,13 +40,14 @@ bool waitForLine(QProcess &p, const QByteArray &prefix, QByteArray &seen)
     }
 }
 
-class CrashSafeSaves : public ::testing::Test
+class CrashSafeSaves : public E2e
 {
 protected:
     void SetUp() override
     {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        E2e::SetUp();
+        if (IsSkipped())
+            return;
         QFile mp3(velto.home(QStringLiteral("track.mp3")));
         ASSERT_TRUE(mp3.open(QIODevice::WriteOnly));
         QByteArray audio(6000, '\x55');
@@ -80,7 +81,7 @@ protected:
 // SIGKILL at random moments while velto saves settings, the playlist, the
 // schedule and a tag over and over: every file is the old or the new version,
 // whole; a cut tag write is undone at the next start. VELTO_KILLS sets how
-// many kills (scripts/killtest runs more).
+// many kills (docs/reliability.md shows a longer run).
 TEST_F(CrashSafeSaves, EveryFileIsTheOldOrTheNewVersionAfterAKill)
 {
     const auto older = saveRounds(1);

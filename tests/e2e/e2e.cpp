@@ -10,6 +10,7 @@
 #include <QRasterWindow>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QSettings>
 #include <QThread>
 
 #include <csignal>
@@ -83,6 +84,13 @@ void VeltoProcess::setEnvironment(const QString &name, const QString &value)
     m_process.setProcessEnvironment(env);
 }
 
+void VeltoProcess::writeSettings(const QList<std::pair<QString, QString>> &values) const
+{
+    QSettings ini(home(QStringLiteral("config/velto/velto.ini")), QSettings::IniFormat);
+    for (const auto &[name, value] : values)
+        ini.setValue(QStringLiteral("config/") + name, value);
+}
+
 bool VeltoProcess::start(const QStringList &args)
 {
     m_args = args;
@@ -133,6 +141,24 @@ bool VeltoProcess::waitForExit(int timeoutMs)
     return m_process.waitForFinished(timeoutMs) && m_process.exitStatus() == QProcess::NormalExit;
 }
 
+VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args, const QString &folder)
+{
+    QProcess p;
+    p.setProcessEnvironment(env);
+    p.setWorkingDirectory(folder);
+    p.start(QStringLiteral(VELTO_BINARY), args);
+    VeltoRun run;
+    if (!p.waitForFinished(20000)) {
+        p.kill();
+        p.waitForFinished();
+        return run;
+    }
+    run.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    run.out = QString::fromLocal8Bit(p.readAllStandardOutput());
+    run.err = QString::fromLocal8Bit(p.readAllStandardError());
+    return run;
+}
+
 QString xdotool(const QStringList &args, int timeoutMs)
 {
     QProcess p;
@@ -145,9 +171,41 @@ QString xdotool(const QStringList &args, int timeoutMs)
     return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
 }
 
-bool haveDisplay()
+void click(QPoint at, const char *button)
 {
-    return !qEnvironmentVariableIsEmpty("DISPLAY");
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", button});
+}
+
+void doubleClick(QPoint at)
+{
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "--repeat",
+             "2", "--delay", "80", "1"});
+}
+
+void key(const QString &name)
+{
+    xdotool({"key", name});
+}
+
+std::optional<QString> atspiClient(const QStringList &args)
+{
+    QProcess client;
+    client.start(QStringLiteral("/usr/bin/python3"),
+                 QStringList{QStringLiteral(VELTO_ATSPI_CLIENT), QStringLiteral("velto")} + args);
+    if (!client.waitForFinished(40000) || client.exitStatus() != QProcess::NormalExit ||
+        client.exitCode() != 0)
+        return std::nullopt;
+    return QString::fromUtf8(client.readAllStandardOutput());
+}
+
+std::optional<std::string> atspiMissing()
+{
+    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+        return "no session bus (ctest runs these under dbus-run-session)";
+    if (QProcess::execute(QStringLiteral("/usr/bin/python3"),
+                          {QStringLiteral("-c"), QStringLiteral("import pyatspi")}) != 0)
+        return "python3-pyatspi is not installed";
+    return std::nullopt;
 }
 
 namespace {
@@ -219,6 +277,11 @@ QImage grabScreen()
     return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
 }
 
+QImage grabScreen(const QString &windowId, const QRect &inWindow)
+{
+    return grabScreen().copy(inWindow.translated(windowGeometry(windowId).topLeft()));
+}
+
 bool waitUntil(const std::function<bool()> &done, int timeoutMs)
 {
     guiApp();
@@ -250,6 +313,14 @@ QRect ShippedSkin::rect(const QString &code) const
     if (f.size() < 5)
         return {};
     return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
+}
+
+QRect ShippedSkin::digits(const QString &code, int cells) const
+{
+    const QStringList f = records.value(code);
+    if (f.size() < 7)
+        return {};
+    return QRect(f[1].toInt(), f[2].toInt(), f[5].toInt() * cells, f[6].toInt());
 }
 
 QString ShippedSkin::key(const QString &code) const

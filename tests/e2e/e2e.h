@@ -11,6 +11,11 @@
 #include <QTemporaryDir>
 
 #include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
 
 // The real velto binary in a temporary home on the X server named by DISPLAY.
 class VeltoProcess
@@ -23,6 +28,8 @@ public:
     // Adds to the environment of the next start; the user's screen scaling
     // never reaches velto, so sizes are those of the skin unless a test says.
     void setEnvironment(const QString &name, const QString &value);
+    // Settings ("config/" keys) written before start(), as the preferences would.
+    void writeSettings(const QList<std::pair<QString, QString>> &values) const;
     QProcessEnvironment environment() const { return m_process.processEnvironment(); }
     // The X window id once the window is mapped, or empty after the timeout. The
     // margins are wide: a sanitizer build on a busy machine starts slowly.
@@ -48,6 +55,16 @@ private:
     QStringList m_args;
 };
 
+// A short-lived start of velto beside the one running, as a shell or the
+// file manager makes it.
+struct VeltoRun
+{
+    int exitCode = -1; // also after a crash or a start that never ended
+    QString out, err;
+};
+VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args,
+                  const QString &folder = {});
+
 // A plain window of one colour covering the screen, beneath everything started
 // after it; it counts the clicks that reach it.
 class Backdrop
@@ -65,6 +82,8 @@ private:
 
 // The X server's picture of the screen (the test connects to it lazily).
 QImage grabScreen();
+// What the screen shows of the window's own rectangle.
+QImage grabScreen(const QString &windowId, const QRect &inWindow);
 // Lets the test's own windows handle their events until done() holds or the
 // time is up; returns done(). The margin is for a busy machine only.
 bool waitUntil(const std::function<bool()> &done, int timeoutMs = 20000);
@@ -73,7 +92,26 @@ QRect windowGeometry(const QString &windowId);
 
 // Runs xdotool with the arguments; returns its standard output, trimmed.
 QString xdotool(const QStringList &args, int timeoutMs = 10000);
-bool haveDisplay();
+// Real pointer and key events, through xdotool.
+void click(QPoint at, const char *button = "1");
+void doubleClick(QPoint at);
+void key(const QString &name);
+// Runs atspi-client.py, a screen reader's view of velto over the accessibility
+// bus, with these arguments; its standard output, or nothing on failure.
+std::optional<QString> atspiClient(const QStringList &args);
+// Why the client cannot run here (no session bus, no pyatspi), or nothing.
+std::optional<std::string> atspiMissing();
+
+// Every end-to-end test needs the X server scripts/test starts.
+class E2e : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("DISPLAY"))
+            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+    }
+};
 
 // A shipped skin's records by code, split into fields (quotes removed).
 struct ShippedSkin
@@ -82,6 +120,8 @@ struct ShippedSkin
     QSize size;
 
     QRect rect(const QString &code) const;
+    // A digit group's cells: its place, and the glyph's size times the cells.
+    QRect digits(const QString &code, int cells) const;
     // The key of a button record: a one-character name is its own key,
     // otherwise the character after the first "&".
     QString key(const QString &code) const;

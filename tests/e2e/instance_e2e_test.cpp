@@ -8,45 +8,19 @@
 
 namespace {
 
-struct Started
-{
-    int exitCode = -1;
-    QString out, err;
-};
-
-// A short-lived start of velto beside the one running, as a shell or the
-// file manager makes it.
-Started runVelto(const QProcessEnvironment &env, const QStringList &args)
-{
-    QProcess p;
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(VELTO_BINARY), args);
-    Started run;
-    if (!p.waitForFinished(20000)) {
-        p.kill();
-        p.waitForFinished();
-        return run;
-    }
-    run.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    run.out = QString::fromLocal8Bit(p.readAllStandardOutput());
-    run.err = QString::fromLocal8Bit(p.readAllStandardError());
-    return run;
-}
-
-class Instance : public ::testing::Test
+class Instance : public E2e
 {
 protected:
     void SetUp() override
     {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        E2e::SetUp();
         velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
     }
     // Waits until --status of the running Velto says what `done` wants.
     bool statusUntil(const std::function<bool(const QStringList &)> &done)
     {
         return waitUntil([&] {
-            const Started r = runVelto(velto.environment(), {QStringLiteral("--status")});
+            const VeltoRun r = runVelto(velto.environment(), {QStringLiteral("--status")});
             return r.exitCode == 0 && done(r.out.split('\n'));
         });
     }
@@ -61,7 +35,7 @@ TEST_F(Instance, LaterStartsHandOverAndTheRunningOneAnswers)
     const QString two = media.sineWav(QStringLiteral("two.wav"), 30000);
     const QProcessEnvironment env = velto.environment();
     // Nothing runs yet: the commands have nobody to talk to.
-    const Started alone = runVelto(env, {QStringLiteral("--next")});
+    const VeltoRun alone = runVelto(env, {QStringLiteral("--next")});
     EXPECT_EQ(alone.exitCode, 1);
     EXPECT_EQ(alone.err, QStringLiteral("velto: Velto is not running\n"));
 
@@ -70,22 +44,25 @@ TEST_F(Instance, LaterStartsHandOverAndTheRunningOneAnswers)
     EXPECT_TRUE(statusUntil([](const QStringList &s) { return s.value(0) == "Playing"; }));
 
     // --play from another folder: the name is relative to where it was typed.
-    QProcess p;
-    p.setProcessEnvironment(env);
-    p.setWorkingDirectory(QFileInfo(two).absolutePath());
-    p.start(QStringLiteral(VELTO_BINARY), {QStringLiteral("--play"), QStringLiteral("two.wav")});
-    ASSERT_TRUE(p.waitForFinished(20000));
-    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    const VeltoRun relative = runVelto(env, {QStringLiteral("--play"), QStringLiteral("two.wav")},
+                                       QFileInfo(two).absolutePath());
+    EXPECT_EQ(relative.exitCode, 0) << relative.err.toStdString();
     EXPECT_TRUE(statusUntil(
         [](const QStringList &s) { return s.value(0) == "Playing" && s.value(1) == "two.wav"; }));
 
-    EXPECT_EQ(runVelto(env, {QStringLiteral("--play-pause")}).exitCode, 0);
-    EXPECT_TRUE(statusUntil([](const QStringList &s) { return s.value(0) == "Paused"; }));
-    EXPECT_EQ(runVelto(env, {QStringLiteral("--prev")}).exitCode, 0);
-    EXPECT_TRUE(statusUntil(
-        [](const QStringList &s) { return s.value(0) == "Playing" && s.value(1) == "one.wav"; }));
-    EXPECT_EQ(runVelto(env, {QStringLiteral("--stop")}).exitCode, 0);
-    EXPECT_TRUE(statusUntil([](const QStringList &s) { return s.value(0) == "Stopped"; }));
+    const struct
+    {
+        const char *command, *state, *file;
+    } steps[] = {{"--play-pause", "Paused", nullptr},
+                 {"--prev", "Playing", "one.wav"},
+                 {"--stop", "Stopped", nullptr}};
+    for (const auto &step : steps) {
+        EXPECT_EQ(runVelto(env, {QLatin1String(step.command)}).exitCode, 0) << step.command;
+        EXPECT_TRUE(statusUntil([&](const QStringList &s) {
+            return s.value(0) == QLatin1String(step.state) &&
+                   (!step.file || s.value(1) == QLatin1String(step.file));
+        })) << step.command;
+    }
 }
 
 TEST_F(Instance, TwoStartsAtOnceEndWithOneWindow)
@@ -113,7 +90,7 @@ TEST_F(Instance, StartAfterAKilledOneTakesItsPlace)
     // Its socket is still there, with nobody behind it.
     ASSERT_TRUE(velto.start());
     ASSERT_FALSE(velto.waitForWindow().isEmpty());
-    const Started status = runVelto(velto.environment(), {QStringLiteral("--status")});
+    const VeltoRun status = runVelto(velto.environment(), {QStringLiteral("--status")});
     EXPECT_EQ(status.exitCode, 0) << status.err.toStdString();
     EXPECT_TRUE(status.out.startsWith(QStringLiteral("Stopped\n"))) << status.out.toStdString();
 }

@@ -2,7 +2,6 @@
 
 #include "support/testmedia.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
@@ -10,16 +9,6 @@
 #include <functional>
 
 namespace {
-
-void click(QPoint at)
-{
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
-}
-
-void key(const QString &name)
-{
-    xdotool({"key", name});
-}
 
 // The pixels along a rectangle's edges, where the author outline is drawn.
 QList<QRgb> edge(const QImage &screen, const QRect &r)
@@ -62,14 +51,13 @@ private:
     QProcess m_process;
 };
 
-class Keyboard : public ::testing::TestWithParam<bool>
+class Keyboard : public E2e, public ::testing::WithParamInterface<bool>
 {
 protected:
     void SetUp() override
     {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-        if (GetParam()) {
+        E2e::SetUp();
+        if (!IsSkipped() && GetParam()) {
             if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
                 GTEST_SKIP() << "no openbox to manage the windows";
             ASSERT_TRUE(wm.start());

@@ -20,15 +20,7 @@ void expectEverythingSaved(const VeltoProcess &velto)
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));
 }
 
-class Lifecycle : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    }
-};
+using Lifecycle = E2e;
 
 } // namespace
 

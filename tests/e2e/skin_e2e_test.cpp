@@ -1,7 +1,5 @@
 #include "e2e.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <gtest/gtest.h>
@@ -20,47 +18,31 @@ struct ShippedPlayer
     QList<QRect> taken;  // where elements may draw over the picture
 };
 
-// Reads the default skin's main picture, transparent colour and element places from the
-// source tree.
+// The default skin's main picture, transparent colour and element places.
 ShippedPlayer shippedPlayer()
 {
     ShippedPlayer p;
-    const QString folder = QStringLiteral(VELTO_DATA_DIR "/skins/");
-    QFile file(folder + QStringLiteral("default.skin"));
-    if (!file.open(QIODevice::ReadOnly))
+    const ShippedSkin skin = shippedSkin(QStringLiteral("default.skin"));
+    const QStringList colour = skin.records.value(QStringLiteral("O"));
+    if (colour.size() < 4)
         return p;
-    const QString text = QString::fromUtf8(file.readAll());
-    const auto main =
-        QRegularExpression(QStringLiteral("\"Main\"\\s*,\\s*\"([^\"]+)\"")).match(text);
-    const auto colour =
-        QRegularExpression(QStringLiteral("(?m)^O\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)\\s*,\\s*(\\d+)"))
-            .match(text);
-    if (!main.hasMatch() || !colour.hasMatch())
-        return p;
-    p.main = QImage(folder + main.captured(1)).convertToFormat(QImage::Format_RGB32);
-    p.transparent =
-        qRgb(colour.captured(1).toInt(), colour.captured(2).toInt(), colour.captured(3).toInt());
-
-    QList<QRect> &taken = p.taken;
-    const QRegularExpression record(QStringLiteral(
-        "(?m)^([BKCILTXSD]\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"
-        "\\s*,\\s*(-?\\d+)\\s*,\\s*(-?\\d+)"));
-    for (auto it = record.globalMatch(text); it.hasNext();) {
-        const auto m = it.next();
-        const int x = m.captured(2).toInt(), y = m.captured(3).toInt();
+    p.main = QImage(QStringLiteral(VELTO_DATA_DIR "/skins/") +
+                    skin.records.value(QStringLiteral("Main")).value(1))
+                 .convertToFormat(QImage::Format_RGB32);
+    p.transparent = qRgb(colour[1].toInt(), colour[2].toInt(), colour[3].toInt());
+    p.close = skin.rect(QStringLiteral("B1"));
+    const QRegularExpression element(QStringLiteral("^[BKCILTXSD]\\d+$"));
+    for (const QString &code : skin.records.keys()) {
         // Digit groups give glyph sizes, not their width: take a generous strip.
-        taken << (m.captured(1).startsWith('D')
-                      ? QRect(x, y, m.captured(6).toInt() * 10, m.captured(7).toInt())
-                      : QRect(x, y, m.captured(4).toInt(), m.captured(5).toInt()));
-        if (m.captured(1) == QLatin1String("B1") && p.close.isEmpty())
-            p.close = taken.last();
+        if (element.match(code).hasMatch())
+            p.taken << (code.startsWith('D') ? skin.digits(code, 10) : skin.rect(code));
     }
     // Whole neighbourhoods of one kind, so a one-pixel difference in placement cannot blur
     // the checks.
     for (int y = 8; y < p.main.height() - 8 && p.bare.x() < 0; y += 2) {
         for (int x = 8; x < p.main.width() - 8 && p.bare.x() < 0; x += 2) {
             bool free = true;
-            for (const QRect &r : taken)
+            for (const QRect &r : p.taken)
                 free = free && !r.intersects(QRect(x - 6, y - 6, 13, 13));
             for (int dy = -6; free && dy <= 6; dy += 3)
                 for (int dx = -6; free && dx <= 6; dx += 3)
@@ -79,11 +61,6 @@ ShippedPlayer shippedPlayer()
                 p.hole = {x, y};
         }
     return p;
-}
-
-void click(QPoint at, const char *button = "1")
-{
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", button});
 }
 
 // Skin pixels whose block of factor x factor screen pixels at `window` is not all `want`:
@@ -150,26 +127,31 @@ QPoint drag(const QString &window, QPoint grip, QPoint by, QPoint expected)
     return topLeft(window);
 }
 
+class ShapedWindow : public E2e
+{
+protected:
+    void SetUp() override
+    {
+        E2e::SetUp();
+        if (IsSkipped())
+            return;
+        ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
+        ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
+        ASSERT_GE(player.bare.x(), 0) << "the player skin has no bare spot to drag by";
+        ASSERT_FALSE(player.close.isEmpty()) << "the player skin has no close button";
+    }
+
+    const ShippedPlayer player = shippedPlayer();
+};
+
 } // namespace
 
-TEST(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses)
+TEST_F(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses)
 {
-    if (!haveDisplay())
-        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    const ShippedPlayer player = shippedPlayer();
-    ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
-    ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
-    ASSERT_GE(player.bare.x(), 0) << "the player skin has no bare spot to drag by";
-    ASSERT_FALSE(player.close.isEmpty()) << "the player skin has no close button";
-
     const QColor beneath(0x13, 0x57, 0x9b);
     Backdrop backdrop(beneath);
     VeltoProcess velto;
-    QDir().mkpath(velto.home(QStringLiteral("config/velto")));
-    QFile ini(velto.home(QStringLiteral("config/velto/velto.ini")));
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[config]\nwinsnap=1\nwinsavepos=1\nx=300\ny=200\n");
-    ini.close();
+    velto.writeSettings({{"winsnap", "1"}, {"winsavepos", "1"}, {"x", "300"}, {"y", "200"}});
     ASSERT_TRUE(velto.start());
     const QString window = velto.waitForWindow();
     ASSERT_FALSE(window.isEmpty());
@@ -217,7 +199,8 @@ TEST(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses)
 
     click(windowGeometry(window).topLeft() + player.close.center());
     ASSERT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
-    const QSettings saved(ini.fileName(), QSettings::IniFormat);
+    const QSettings saved(velto.home(QStringLiteral("config/velto/velto.ini")),
+                          QSettings::IniFormat);
     EXPECT_EQ(saved.value("config/x").toString() + ',' + saved.value("config/y").toString(),
               QStringLiteral("0,300"))
         << "the place the window was dragged to is kept";
@@ -225,15 +208,8 @@ TEST(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses)
 
 // The skin scales by the screen's factor rounded down, or by VELTO_SCALE: every skin pixel
 // a block of one colour, the shape cut at the same scale, clicks in holes passing through.
-TEST(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
+TEST_F(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
 {
-    if (!haveDisplay())
-        GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    const ShippedPlayer player = shippedPlayer();
-    ASSERT_FALSE(player.main.isNull()) << "the shipped player skin is missing";
-    ASSERT_GE(player.hole.x(), 0) << "the player skin has no transparent area";
-    ASSERT_FALSE(player.close.isEmpty()) << "the player skin has no close button";
-
     const struct
     {
         const char *what;
@@ -252,11 +228,7 @@ TEST(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
         xdotool({"mousemove", QString::number(backdrop.geometry().right()),
                  QString::number(backdrop.geometry().bottom())});
         VeltoProcess velto;
-        QDir().mkpath(velto.home(QStringLiteral("config/velto")));
-        QFile ini(velto.home(QStringLiteral("config/velto/velto.ini")));
-        ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-        ini.write("[config]\nwinsavepos=1\nx=40\ny=30\n");
-        ini.close();
+        velto.writeSettings({{"winsavepos", "1"}, {"x", "40"}, {"y", "30"}});
         for (const auto &[name, value] : c.environment)
             velto.setEnvironment(name, value);
         ASSERT_TRUE(velto.start());

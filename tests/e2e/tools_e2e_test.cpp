@@ -1,35 +1,12 @@
-#include "atspi.h"
 #include "e2e.h"
 
 #include "support/pdftext.h"
 #include "support/pseudoterminal.h"
 #include "support/testmedia.h"
 
-#include <QDir>
-#include <QFile>
-#include <QSettings>
 #include <gtest/gtest.h>
 
 namespace {
-
-void click(QPoint at)
-{
-    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
-}
-
-void key(const QString &name)
-{
-    xdotool({"key", name});
-}
-
-// The settings Velto starts with, written as the preferences would.
-void writeSettings(const VeltoProcess &velto, const QList<QPair<QString, QString>> &values)
-{
-    QDir().mkpath(velto.home(QStringLiteral("config/velto")));
-    QSettings ini(velto.home(QStringLiteral("config/velto/velto.ini")), QSettings::IniFormat);
-    for (const auto &[key, value] : values)
-        ini.setValue(QStringLiteral("config/") + key, value);
-}
 
 // What the sign receives for a text, readable in a failure message.
 std::string frame(const char *text)
@@ -37,28 +14,32 @@ std::string frame(const char *text)
     return std::string("<ID01><PA><CG>  ") + text + "   \r\n";
 }
 
+// What a screen reader reads at this rectangle of the screen: the name of the
+// element that covers it exactly.
+QString readAloud(const QRect &onScreen)
+{
+    return atspiClient({"at", QString::number(onScreen.x()), QString::number(onScreen.y()),
+                        QString::number(onScreen.width()), QString::number(onScreen.height())})
+        .value_or(QStringLiteral("(not found)"))
+        .trimmed();
+}
+
 std::string received(PseudoTerminal &sign, size_t bytes, int timeoutMs = 10000)
 {
     return sign.read(qsizetype(bytes), timeoutMs).toStdString();
 }
 
-class DeskTools : public ::testing::Test
+class DeskTools : public E2e
 {
 protected:
-    void SetUp() override
-    {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
-    }
-
     // Starts Velto on a shipped skin; the window's origin on the screen.
     QPoint start(VeltoProcess &velto, const QString &skin,
-                 QList<QPair<QString, QString>> settings = {}, const QStringList &args = {})
+                 QList<std::pair<QString, QString>> settings = {}, const QStringList &args = {})
     {
-        settings << QPair<QString, QString>(QStringLiteral("skin"), skin)
-                 << QPair<QString, QString>(QStringLiteral("skinpath"),
-                                            velto.home(QStringLiteral("data/velto/skins")));
-        writeSettings(velto, settings);
+        settings << std::pair(QStringLiteral("skin"), skin)
+                 << std::pair(QStringLiteral("skinpath"),
+                              velto.home(QStringLiteral("data/velto/skins")));
+        velto.writeSettings(settings);
         if (!velto.start(args))
             return {-1, -1};
         window = velto.waitForWindow();
@@ -77,49 +58,33 @@ protected:
 // from the display as a screen reader reads it.
 TEST_F(DeskTools, CalculatorComputesWithItsButtonsAndKeys)
 {
-    SessionBus session;
-    ASSERT_TRUE(session.isRunning()) << "dbus-daemon could not start";
+    if (const auto missing = atspiMissing())
+        GTEST_SKIP() << *missing;
     const ShippedSkin calculator = shippedSkin(QStringLiteral("calculator.skin"));
-    ASSERT_FALSE(calculator.rect(QStringLiteral("L23")).isEmpty());
-
     VeltoProcess velto;
-    velto.setEnvironment(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), session.address());
+    // No screen reader runs to switch Qt's bridge on.
     velto.setEnvironment(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     const QPoint origin = start(velto, QStringLiteral("calculator.skin"));
     ASSERT_GE(origin.x(), 0);
 
-    AtSpi atspi(session);
-    ASSERT_TRUE(atspi.isConnected()) << "no accessibility bus";
-    std::optional<Accessible> app;
-    ASSERT_TRUE(waitUntil([&] { return (app = atspi.application(velto.pid())).has_value(); }))
-        << "Velto never joined the accessibility bus";
-    const QRect displayRect = calculator.rect(QStringLiteral("L23")).translated(origin);
-    std::optional<Accessible> display;
-    ASSERT_TRUE(waitUntil([&] { return (display = atspi.findAt(*app, displayRect)).has_value(); }))
-        << "no accessible object covers label 23";
+    const QRect display = calculator.rect(QStringLiteral("L23")).translated(origin);
+    ASSERT_FALSE(display.isEmpty());
+    QString read;
     const auto shows = [&](const char *text) {
-        return waitUntil([&] { return atspi.name(*display) == QLatin1String(text); });
+        return waitUntil([&] { return (read = readAloud(display)) == QLatin1String(text); }, 40000);
     };
-    EXPECT_TRUE(shows("0")) << atspi.name(*display).toStdString();
+    EXPECT_TRUE(shows("0")) << "label 23 reads " << read.toStdString();
 
     for (const char *button : {"B41", "B51", "B42", "B53", "B43", "B55"})
         click(calculator.rect(QString::fromLatin1(button)).translated(origin).center());
-    EXPECT_TRUE(shows("9")) << "1 + 2 x 3 = shows " << atspi.name(*display).toStdString();
+    EXPECT_TRUE(shows("9")) << "1 + 2 x 3 = shows " << read.toStdString();
 
-    // The pointer rests on the window, so without a window manager it has the keys.
-    key(QStringLiteral("BackSpace"));
-    EXPECT_TRUE(shows("")) << atspi.name(*display).toStdString();
-    xdotool({"type", "7"});
-    EXPECT_TRUE(shows("7"));
-    key(QStringLiteral("Delete"));
-    EXPECT_TRUE(shows("0")) << "Delete clears the entry";
+    // The pointer rests on the window, so without a window manager it has the keys;
+    // the other editing keys are the main window's unit test.
+    key(QStringLiteral("Escape"));
     xdotool({"type", "4*5"});
     key(QStringLiteral("Return"));
-    EXPECT_TRUE(shows("20")) << "Return is =; shows " << atspi.name(*display).toStdString();
-    xdotool({"type", "+"});
-    key(QStringLiteral("Escape"));
-    xdotool({"type", "1="});
-    EXPECT_TRUE(shows("1")) << "Escape cleared everything, the pending + too";
+    EXPECT_TRUE(shows("20")) << "Return is =; shows " << read.toStdString();
 
     key(QStringLiteral("ctrl+q"));
     EXPECT_TRUE(velto.waitForExit());
@@ -175,12 +140,9 @@ TEST_F(DeskTools, TheSignShowsTheGreetingTheTitleAndTheStop)
     ASSERT_FALSE(stop.isEmpty()) << "the player skin's stop button has a key";
 
     VeltoProcess velto;
-    const QPoint origin =
-        start(velto, QStringLiteral("default.skin"),
-              {{QStringLiteral("exenable"), QStringLiteral("1")},
-               {QStringLiteral("exparm"), sign.path() + QStringLiteral(",9600,N,8,1")},
-               {QStringLiteral("autoplay"), QStringLiteral("1")}},
-              {tone});
+    const QPoint origin = start(
+        velto, QStringLiteral("default.skin"),
+        {{"exenable", "1"}, {"exparm", sign.path() + ",9600,N,8,1"}, {"autoplay", "1"}}, {tone});
     ASSERT_GE(origin.x(), 0);
 
     const std::string greeting = frame("Welcome to Velto!");

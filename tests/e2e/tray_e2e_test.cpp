@@ -1,10 +1,8 @@
 #include "e2e.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QThread>
 #include <gtest/gtest.h>
 
 namespace {
@@ -37,19 +35,18 @@ public:
                          "--SetDockType", "false", "--SetPartialStrut", "false"});
         if (!m_process.waitForStarted(5000))
             return {};
-        QElapsedTimer clock;
-        clock.start();
-        while (clock.elapsed() < 10000 && m_process.state() == QProcess::Running) {
+        QRect panel;
+        waitUntil([&] {
             const QString ids = xdotool(
                 {"search", "--onlyvisible", "--pid", QString::number(m_process.processId())}, 2000);
             for (const QString &id : ids.split('\n', Qt::SkipEmptyParts)) {
                 const QRect g = windowGeometry(id);
                 if (g.size() == kPanel && g.right() == screenWidth - 1 && g.top() == 0)
-                    return g;
+                    panel = g;
             }
-            QThread::msleep(50);
-        }
-        return {};
+            return !panel.isEmpty() || m_process.state() != QProcess::Running;
+        });
+        return panel;
     }
 
 private:
@@ -63,48 +60,40 @@ QStringList visibleWindows(const VeltoProcess &velto)
 }
 
 // Velto's window that sits inside the panel: its tray icon.
-QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel, int timeoutMs = 20000)
+QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel)
 {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        for (const QString &id : visibleWindows(velto)) {
-            const QRect g = windowGeometry(id);
-            if (!g.isEmpty() && panel.contains(g))
-                return id;
-        }
-        QThread::msleep(50);
-    }
-    return {};
+    QString icon;
+    waitUntil([&] {
+        for (const QString &id : visibleWindows(velto))
+            if (const QRect g = windowGeometry(id); !g.isEmpty() && panel.contains(g))
+                icon = id;
+        return !icon.isEmpty();
+    });
+    return icon;
 }
 
 // Right-clicks the icon and waits for a new window of velto's, tall enough
 // to list the menu's twelve entries.
-bool openMenu(const VeltoProcess &velto, const QString &icon, int timeoutMs = 20000)
+bool openMenu(const VeltoProcess &velto, const QString &icon)
 {
     const QStringList before = visibleWindows(velto);
-    const QRect g = windowGeometry(icon);
-    xdotool({"mousemove", QString::number(g.center().x()), QString::number(g.center().y())});
-    xdotool({"click", "3"});
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        for (const QString &id : visibleWindows(velto)) {
+    click(windowGeometry(icon).center(), "3");
+    return waitUntil([&] {
+        for (const QString &id : visibleWindows(velto))
             if (!before.contains(id) && windowGeometry(id).height() >= 12 * 10)
                 return true;
-        }
-        QThread::msleep(50);
-    }
-    return false;
+        return false;
+    });
 }
 
-class TrayMenu : public ::testing::Test
+class TrayMenu : public E2e
 {
 protected:
     void SetUp() override
     {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        E2e::SetUp();
+        if (IsSkipped())
+            return;
         if (QStandardPaths::findExecutable(QStringLiteral("trayer")).isEmpty())
             GTEST_SKIP() << "no trayer to give the X server a notification area";
         const int screenWidth = grabScreen().width();
@@ -123,7 +112,7 @@ TEST_F(TrayMenu, QuitFromTheIconMenuEndsThroughTheNormalShutDown)
     const QString icon = waitForTrayIcon(velto, panel);
     ASSERT_FALSE(icon.isEmpty()) << "no tray icon in the panel";
     ASSERT_TRUE(openMenu(velto, icon)) << "no menu after a right click on the icon";
-    xdotool({"key", "q"});
+    key(QStringLiteral("q"));
     ASSERT_TRUE(velto.waitForExit());
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));

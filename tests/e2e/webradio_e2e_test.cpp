@@ -4,47 +4,32 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <gtest/gtest.h>
 
 #include <csignal>
 
 namespace {
 
-// A record of a shipped skin by its code ("X8", "L15"): its rectangle.
-QRect skinRect(const QString &skin, const QString &code)
+const ShippedSkin &player()
 {
-    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/") + skin);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        const QList<QByteArray> f = line.split(',');
-        if (f.size() >= 5 && f[0] == code.toLatin1())
-            return QRect(f[1].toInt(), f[2].toInt(), f[3].toInt(), f[4].toInt());
-    }
-    return {};
+    static const ShippedSkin skin = shippedSkin(QStringLiteral("default.skin"));
+    return skin;
 }
 
-QSize skinSize(const QString &skin)
+const ShippedSkin &radio()
 {
-    QFile file(QStringLiteral(VELTO_DATA_DIR "/skins/") + skin);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        const QList<QByteArray> f = line.split(',');
-        if (f.size() >= 3 && f[0] == "W")
-            return QSize(f[1].toInt(), f[2].toInt());
-    }
-    return {};
+    static const ShippedSkin skin = shippedSkin(QStringLiteral("webradio.skin"));
+    return skin;
 }
 
-class WebRadioE2e : public ::testing::Test
+class WebRadioE2e : public E2e
 {
 protected:
     void SetUp() override
     {
-        if (!haveDisplay())
-            GTEST_SKIP() << "no X server (scripts/test starts Xvfb)";
+        E2e::SetUp();
+        if (IsSkipped())
+            return;
         tone = LoopbackRadio::toneMp3();
         if (tone.isEmpty())
             GTEST_SKIP() << "no ffmpeg to make the stream";
@@ -57,12 +42,7 @@ protected:
     }
 
     QString title() const { return xdotool({QStringLiteral("getwindowname"), window}); }
-    QImage area(const QString &code) const
-    {
-        const QRect r = skinRect(QStringLiteral("webradio.skin"), code)
-                            .translated(windowGeometry(window).topLeft());
-        return grabScreen().copy(r);
-    }
+    QImage area(const QString &code) const { return grabScreen(window, radio().rect(code)); }
 
     QByteArray tone;
     VeltoProcess velto;
@@ -95,24 +75,15 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
     ASSERT_TRUE(velto.start());
     window = velto.waitForWindow();
     ASSERT_FALSE(window.isEmpty());
-    ASSERT_TRUE(
-        waitUntil([&] { return windowGeometry(window).size() == skinSize("default.skin"); }));
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player().size; }));
     // A click on the playlist gives the window the keys.
-    const QPoint playlist =
-        windowGeometry(window).topLeft() +
-        skinRect(QStringLiteral("default.skin"), QStringLiteral("X1")).topLeft() + QPoint(20, 8);
-    xdotool({"mousemove", QString::number(playlist.x()), QString::number(playlist.y())});
-    xdotool({"click", "1"});
-    xdotool({"key", "w"});
-    ASSERT_TRUE(waitUntil([&] {
-        return windowGeometry(window).size() == skinSize("webradio.skin");
-    })) << "W shows the web radio";
-
-    const QPoint row = windowGeometry(window).topLeft() +
-                       skinRect(QStringLiteral("webradio.skin"), QStringLiteral("X8")).topLeft() +
-                       QPoint(30, 8);
-    xdotool({"mousemove", QString::number(row.x()), QString::number(row.y())});
-    xdotool({"click", "--repeat", "2", "--delay", "80", "1"});
+    click(windowGeometry(window).topLeft() + player().rect(QStringLiteral("X1")).topLeft() +
+          QPoint(20, 8));
+    key(QStringLiteral("w"));
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }))
+        << "W shows the web radio";
+    doubleClick(windowGeometry(window).topLeft() + radio().rect(QStringLiteral("X8")).topLeft() +
+                QPoint(30, 8));
     ASSERT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Morning Song")); }, 30000))
         << "the title is " << title().toStdString();
 
@@ -139,8 +110,7 @@ TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
     ASSERT_TRUE(velto.start({QStringLiteral("--play"), server.url()}));
     window = velto.waitForWindow();
     ASSERT_FALSE(window.isEmpty());
-    EXPECT_TRUE(
-        waitUntil([&] { return windowGeometry(window).size() == skinSize("webradio.skin"); }));
+    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }));
     EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Handed Over")); }, 30000))
         << "the title is " << title().toStdString();
 }

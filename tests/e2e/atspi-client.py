@@ -4,6 +4,8 @@
 atspi-client.py APP dump          every element: role, name and text, tab-separated
 atspi-client.py APP press NAME    presses the button called NAME
 atspi-client.py APP watch NAME    waits up to 10 s for NAME's text to change, prints it
+atspi-client.py APP at X Y W H    the name of the element that covers exactly this
+                                  rectangle of the screen
 
 Exits 1 when the program or the element is not found (in time).
 """
@@ -55,6 +57,17 @@ def main():
         for element in elements(app):
             print("\t".join([element.getRoleName(), element.name, text_of(element)]))
         return 0
+    if command == "at":
+        wanted = tuple(int(n) for n in sys.argv[3:7])
+        for element in elements(app):
+            try:
+                box = element.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+            except NotImplementedError:
+                continue
+            if (box.x, box.y, box.width, box.height) == wanted:
+                print(element.name)
+                return 0
+        return 1
     element = find(app, sys.argv[3])
     if element is None:
         return 1
