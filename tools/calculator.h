@@ -72,7 +72,6 @@ public:
     double x() const { return m_x; }
     double mem() const { return m_mem; }
     const QString &pendingOp() const { return m_pendingOp; }
-    const QString &lastOp() const { return m_lastOp; }
     qint16 cvtIndex() const { return m_cvtIndex; }
     const QStringList &conversions() const { return m_conversions; }
 
