@@ -1,6 +1,6 @@
 #include "cd/cddbclient.h"
 
-#include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "support/loopbackserver.h"
 
 #include <QElapsedTimer>
@@ -23,9 +23,9 @@ const char kEntry[] = "210 rock 2a03f403 CD database entry follows (until termin
 struct Exchange
 {
     explicit Exchange(LoopbackServer::Handler handler, int timeoutMs = 20000)
-        : server(std::move(handler)), http(timeoutMs),
+        : server(std::move(handler)),
           cmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
-          client(http, {cmd, email})
+          client(http, {cmd, email}, timeoutMs)
     {
         QObject::connect(&client, &CddbClient::statusText,
                          [this](const QString &text) { statuses << text; });
@@ -47,7 +47,7 @@ struct Exchange
     }
 
     LoopbackServer server;
-    QtHttpClient http;
+    QtHttpFetch http;
     QString email = QStringLiteral("tester@example.org");
     QString cmd;
     CddbClient client;
