@@ -74,10 +74,13 @@ void BM_KeyToDisplay(benchmark::State &state)
         display->render(&target);
         benchmark::DoNotOptimize(target.constBits());
     }
-    // The sum keyed to its end must have come out right, or the keys did nothing.
+    // The sum keyed once more, short of the clear, must come out right, or the
+    // keys did nothing.
     for (; next != 0; next = (next + 1) % std::size(keys))
         skin.calc->DoIt(keys[next]);
-    if (skin.calc->acc() != 0 || skin.calc->x() != 7)
+    for (size_t i = 0; i + 1 < std::size(keys); ++i)
+        skin.calc->DoIt(keys[i]);
+    if (skin.calc->display() != QLatin1String("4053"))
         state.SkipWithError("the keys did not reach the calculator");
     setLimit(state, 1000);
 }

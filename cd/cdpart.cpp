@@ -263,7 +263,7 @@ void CdPart::forgetDisc()
     m_disc = CdDisc();
     m_table = CdTable();
     CDTrack = 0;
-    CDStart = CDEnd = CDTrackLen = 0;
+    CDStart = CDEnd = 0;
     m_playlist.PlNames.clear();
     m_playlist.PlPath.clear();
     m_playlist.CurTrack = 0;
@@ -307,7 +307,7 @@ void CdPart::CD_ReadTOC()
     m_cddb.cancel();
     m_table = readCdTable(m_disc);
     CDTrack = 0;
-    CDStart = CDEnd = CDTrackLen = 0;
+    CDStart = CDEnd = 0;
     m_playlist.PlNames = m_table.names;
     m_playlist.PlPath.clear();
     for (int t = 1; t <= m_table.CDTracks; ++t)
@@ -328,7 +328,6 @@ void CdPart::CD_FindTrack()
     const CdTrackTime &t = m_table.tracks[size_t(track)];
     CDStart = t.StartMs;
     CDEnd = t.EndMs;
-    CDTrackLen = t.LengthMs;
     CDTrack = track;
 }
 

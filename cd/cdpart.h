@@ -86,11 +86,9 @@ public:
     // The image played as the disc, or the drive.
     QString source() const;
     const CdTable &table() const { return m_table; }
-    const CdDisc &disc() const { return m_disc; }
     bool titlesLoaded() const { return CDTitlesLoaded; }
     qint32 media() const { return CDMedia; }
     int track() const { return CDTrack; }
-    CddbClient &cddb() { return m_cddb; }
 
 signals:
     // The engine follows: files, or the disc's tracks.
@@ -132,5 +130,5 @@ private:
     int CDLastMode = 0;
     bool CDTitlesLoaded = false;
     int CDTrack = 0;
-    qint32 CDStart = 0, CDEnd = 0, CDTrackLen = 0;
+    qint32 CDStart = 0, CDEnd = 0;
 };

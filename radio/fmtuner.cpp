@@ -1,25 +1,32 @@
 #include "fmtuner.h"
 
 #include "fmpreset.h"
-#include "stationfile.h"
 
 #include "platform/dialogs.h"
 #include "platform/text.h"
 #include "platform/tuner.h"
-#include "skin/skinlistarea.h"
 #include "skin/skinsurface.h"
 #include "skin/skintextfield.h"
-
-#include <QKeyEvent>
 
 #include <algorithm>
 #include <cmath>
 
 FmTuner::FmTuner(Options options, Services services)
-    : m_options(options), m_svc(std::move(services))
+    : m_options(options), m_svc(std::move(services)),
+      m_list(m_svc.skin, m_svc.dialogs, kPresetList, kNameField, m_svc.stationsFile, m_inMode)
 {
     m_scanTimer.setInterval(kScanMs);
     connect(&m_scanTimer, &QTimer::timeout, this, &FmTuner::ScanTick);
+    connect(&m_list, &StationList::clicked, this, &FmTuner::FMJumpPreset);
+    connect(&m_list, &StationList::activated, this, &FmTuner::FMJumpPreset);
+    connect(&m_list, &StationList::entered, this, &FmTuner::FMRenameDone);
+    connect(&m_list, &StationList::keyPressed, this, [this](int key, int row) {
+        if (key == Qt::Key_Delete)
+            return FMDeletePreset(row);
+        if (row >= 0)
+            m_curPreset = row;
+        FMRenamePreset();
+    });
 }
 
 FmTuner::~FmTuner() = default;
@@ -91,7 +98,7 @@ void FmTuner::ending(bool interactive)
 
 void FmTuner::skinLoaded()
 {
-    hookElements();
+    m_list.hook();
     if (m_inMode)
         showAll();
 }
@@ -99,7 +106,7 @@ void FmTuner::skinLoaded()
 void FmTuner::entered()
 {
     m_inMode = true;
-    hookElements();
+    m_list.hook();
     if (enabled() && !m_tuner)
         openDevice();
     showAll();
@@ -328,11 +335,8 @@ void FmTuner::FMRenamePreset()
     m_renaming = true;
     // The prompt as it has always been spelt, two blanks and all.
     setStatus(QStringLiteral("Edit station  name"));
-    if (SkinTextField *f = field(); f && m_inMode) {
-        f->setText(FmPreset::name(m_presets[m_curPreset]));
-        f->selectAll();
-        f->setFocus();
-    }
+    if (m_inMode)
+        m_list.edit(FmPreset::name(m_presets[m_curPreset]), true);
 }
 
 void FmTuner::FMRenameDone(const QString &name)
@@ -343,10 +347,8 @@ void FmTuner::FMRenameDone(const QString &name)
         return;
     if (wasRenaming)
         setStatus(QString());
-    // A line break would split the preset in two in the file.
-    QString clean = name;
-    clean.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
-    m_presets[m_curPreset] = FmPreset::renamed(m_presets[m_curPreset], clean.trimmed());
+    m_presets[m_curPreset] =
+        FmPreset::renamed(m_presets[m_curPreset], StationList::oneLine(name).trimmed());
     showPresetList();
     showPreset();
     SavePresets();
@@ -368,78 +370,13 @@ void FmTuner::FMDeletePreset(int i)
 
 void FmTuner::LoadPresets()
 {
-    const StationFile file = readStationFile(m_svc.stationsFile);
-    m_presets = file.lines;
-    m_presetsReadable = file.problem.isEmpty();
-    if (!m_presetsReadable)
-        m_svc.dialogs.message(file.problem);
+    m_presets = m_list.load();
     showPresetList();
 }
 
 bool FmTuner::SavePresets()
 {
-    if (!m_presetsReadable) {
-        qWarning("velto: %s was not read, so it is not written either",
-                 qPrintable(m_svc.stationsFile));
-        return false;
-    }
-    if (writeStationFile(m_svc.stationsFile, m_presets))
-        return true;
-    m_svc.dialogs.message(QStringLiteral("Unable to write the station list! Is the file "
-                                         "read-only?\r") +
-                          m_svc.stationsFile);
-    return false;
-}
-
-SkinListArea *FmTuner::list() const
-{
-    return m_svc.skin.list(kPresetList);
-}
-
-SkinTextField *FmTuner::field() const
-{
-    return m_svc.skin.textField(kNameField);
-}
-
-void FmTuner::hookElements()
-{
-    if (SkinListArea *l = list(); l && l != m_hookedList) {
-        m_hookedList = l;
-        l->installEventFilter(this);
-        connect(l, &QListWidget::itemClicked, this, [this](QListWidgetItem *item) {
-            if (m_inMode && item)
-                FMJumpPreset(m_hookedList->row(item));
-        });
-        connect(l, &QListWidget::itemActivated, this, [this](QListWidgetItem *item) {
-            if (m_inMode && item)
-                FMJumpPreset(m_hookedList->row(item));
-        });
-    }
-    if (SkinTextField *f = field(); f && f != m_hookedField) {
-        m_hookedField = f;
-        connect(f, &QLineEdit::returnPressed, this, [this] {
-            if (m_inMode && m_hookedField)
-                FMRenameDone(m_hookedField->text());
-        });
-    }
-}
-
-bool FmTuner::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_hookedList || event->type() != QEvent::KeyPress || !m_inMode)
-        return false;
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    if (key == Qt::Key_Delete) {
-        FMDeletePreset(m_hookedList->currentRow());
-        return true;
-    }
-    if (key == Qt::Key_F2) {
-        if (m_hookedList->currentRow() >= 0)
-            m_curPreset = m_hookedList->currentRow();
-        FMRenamePreset();
-        return true;
-    }
-    return false;
+    return m_list.save(m_presets);
 }
 
 void FmTuner::setStatus(const QString &text)
@@ -459,15 +396,8 @@ void FmTuner::showFrequency()
 
 void FmTuner::showPreset()
 {
-    SkinListArea *l = list();
     const bool shown = m_presetShown && m_curPreset < m_presets.size();
-    if (l) {
-        const QSignalBlocker quiet(l);
-        if (shown && m_curPreset < l->count())
-            l->setCurrentRow(m_curPreset);
-        else
-            l->clearSelection();
-    }
+    m_list.select(shown ? m_curPreset : -1);
     if (!m_inMode)
         return;
     m_svc.skin.setLabel(kStationLabel, shown ? FmPreset::name(m_presets[m_curPreset]) : QString());
@@ -476,14 +406,7 @@ void FmTuner::showPreset()
 
 void FmTuner::showPresetList()
 {
-    SkinListArea *l = list();
-    if (!l)
-        return;
-    const QSignalBlocker quiet(l);
-    l->setUpdatesEnabled(false);
-    l->clear();
-    l->addItems(m_presets);
-    l->setUpdatesEnabled(true);
+    m_list.fill(m_presets, -1);
 }
 
 void FmTuner::showAll()
@@ -498,7 +421,7 @@ void FmTuner::showAll()
     m_svc.skin.setLabel(kStatusLabel, status);
     showFrequency();
     showPreset();
-    if (SkinTextField *f = field(); f && !m_renaming)
+    if (SkinTextField *f = m_list.field(); f && !m_renaming)
         f->setText(m_presetShown && m_curPreset < m_presets.size()
                        ? FmPreset::name(m_presets[m_curPreset])
                        : QString());

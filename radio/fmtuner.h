@@ -1,9 +1,10 @@
 #pragma once
 
+#include "stationlist.h"
+
 #include "skin/skinpart.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -11,9 +12,7 @@
 #include <memory>
 
 class Dialogs;
-class SkinListArea;
 class SkinSurface;
-class SkinTextField;
 class Tuner;
 
 // The FM tuner mode: tunes a radio device, scans for stations, and keeps the
@@ -114,9 +113,6 @@ signals:
     // The stereo or signal lights may have changed.
     void stateChanged();
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void tuneBy(int tenths);
     void openDevice();
@@ -126,16 +122,12 @@ private:
     void showPreset();
     void showPresetList();
     void setStatus(const QString &text);
-    void hookElements();
-    SkinListArea *list() const;
-    SkinTextField *field() const;
 
     Options m_options;
     Services m_svc;
     std::unique_ptr<Tuner> m_tuner;
     QString m_openedDevice;
     QStringList m_presets;
-    bool m_presetsReadable = true;
     int m_scanDir = 0;
     int m_curPreset = 0;
     bool m_presetShown = false; // the frequency is that of the current preset
@@ -144,9 +136,8 @@ private:
     bool m_muted = false;
     bool m_renaming = false;
     bool m_inMode = false;
+    StationList m_list;
     bool m_told = false; // the missing device was reported this run
     QString m_status;
     QTimer m_scanTimer;
-    QPointer<SkinListArea> m_hookedList;
-    QPointer<SkinTextField> m_hookedField;
 };

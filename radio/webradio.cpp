@@ -1,6 +1,5 @@
 #include "webradio.h"
 
-#include "stationfile.h"
 #include "streamplaylist.h"
 
 #include "platform/dialogs.h"
@@ -10,8 +9,6 @@
 #include "skin/skinlistarea.h"
 #include "skin/skinsurface.h"
 #include "skin/skintextfield.h"
-
-#include <QKeyEvent>
 
 #include <algorithm>
 
@@ -24,8 +21,24 @@ constexpr qint64 kProbeBytes = 4096;
 } // namespace
 
 WebRadio::WebRadio(Options options, Services services)
-    : m_options(options), m_svc(std::move(services)), m_resolver(m_svc.http)
+    : m_options(options), m_svc(std::move(services)), m_resolver(m_svc.http),
+      m_list(m_svc.skin, m_svc.dialogs, kStationList, kAddressField, m_svc.stationsFile, m_inMode)
 {
+    connect(&m_list, &StationList::currentChanged, this, &WebRadio::WRList_Click);
+    connect(&m_list, &StationList::activated, this, [this](int row) {
+        WRList_Click(row);
+        WRList_DblClick();
+    });
+    connect(&m_list, &StationList::keyPressed, this, [this](int key) {
+        if (key == Qt::Key_Delete)
+            WRDelStation();
+    });
+    connect(&m_list, &StationList::entered, this, [this](const QString &text) {
+        if (m_editing != Editing::None)
+            WRDoEdit(text);
+        else
+            WRQuickURL(text);
+    });
 }
 
 WebRadio::~WebRadio()
@@ -79,13 +92,13 @@ void WebRadio::ending(bool interactive)
 
 void WebRadio::skinLoaded()
 {
-    hookElements();
+    m_list.hook();
 }
 
 void WebRadio::entered()
 {
     m_inMode = true;
-    hookElements();
+    m_list.hook();
     showAll();
 }
 
@@ -245,7 +258,7 @@ void WebRadio::openLoadedStream(int candidate)
         m_svc.skin.setLabel(kStationLabel, stationName());
         m_svc.skin.SetDD(kTimeGroup, 0);
         m_svc.skin.SetDD(kBufferGroup, 0);
-        if (SkinTextField *f = field(); f && m_editing == Editing::None)
+        if (SkinTextField *f = m_list.field(); f && m_editing == Editing::None)
             f->setText(m_current.location);
     }
 }
@@ -409,13 +422,10 @@ void WebRadio::WRShowPreset(int i)
     if (i < 0 || i >= m_stations.size())
         return;
     m_presetIdx = i;
-    if (SkinListArea *l = list(); l && i < l->count()) {
-        const QSignalBlocker quiet(l);
-        l->setCurrentRow(i);
-    }
+    m_list.select(i);
     if (m_inMode) {
         m_svc.skin.setLabel(kStationLabel, m_stations[i].name);
-        if (SkinTextField *f = field(); f && m_editing == Editing::None)
+        if (SkinTextField *f = m_list.field(); f && m_editing == Editing::None)
             f->setText(m_stations[i].location);
     }
 }
@@ -444,29 +454,18 @@ void WebRadio::WRSetEdit()
 {
     const bool selected = m_presetIdx >= 0 && m_presetIdx < m_stations.size();
     m_editing = selected ? Editing::Edit : Editing::Add;
-    if (SkinTextField *f = field()) {
-        f->setText(selected ? stationLine(m_stations[m_presetIdx]) : QString());
-        f->selectAll();
-        f->setFocus();
-    }
+    m_list.edit(selected ? stationLine(m_stations[m_presetIdx]) : QString(), true);
 }
 
 void WebRadio::WRAddStation()
 {
     m_editing = Editing::Add;
-    if (SkinTextField *f = field()) {
-        f->setText(kQuickName + QStringLiteral(" @ http://"));
-        f->deselect();
-        f->end(false);
-        f->setFocus();
-    }
+    m_list.edit(kQuickName + QStringLiteral(" @ http://"), false);
 }
 
 void WebRadio::WRDoEdit(const QString &text)
 {
-    QString line = text;
-    line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
-    const WebStation station = readStationLine(line);
+    const WebStation station = readStationLine(StationList::oneLine(text));
     if (m_editing == Editing::Edit && m_presetIdx >= 0 && m_presetIdx < m_stations.size()) {
         m_stations[m_presetIdx] = station;
     } else {
@@ -481,7 +480,7 @@ void WebRadio::WRDoEdit(const QString &text)
 
 void WebRadio::WRDelStation()
 {
-    SkinListArea *l = list();
+    SkinListArea *l = m_list.list();
     const bool selected = m_presetIdx >= 0 && m_presetIdx < m_stations.size() &&
                           (!l || l->currentRow() == m_presetIdx);
     if (!selected) {
@@ -499,12 +498,8 @@ void WebRadio::WRDelStation()
 
 void WebRadio::LoadStations()
 {
-    const StationFile file = readStationFile(m_svc.stationsFile);
-    m_stationsReadable = file.problem.isEmpty();
-    if (!m_stationsReadable)
-        m_svc.dialogs.message(file.problem);
     m_stations.clear();
-    for (const QString &line : file.lines) {
+    for (const QString &line : m_list.load()) {
         if (!line.trimmed().isEmpty())
             m_stations << readStationLine(line);
     }
@@ -514,20 +509,10 @@ void WebRadio::LoadStations()
 
 bool WebRadio::SaveStations()
 {
-    if (!m_stationsReadable) {
-        qWarning("velto: %s was not read, so it is not written either",
-                 qPrintable(m_svc.stationsFile));
-        return false;
-    }
     QStringList lines;
     for (const WebStation &s : m_stations)
         lines << stationLine(s);
-    if (writeStationFile(m_svc.stationsFile, lines))
-        return true;
-    m_svc.dialogs.message(QStringLiteral("Unable to write the station list! Is the file "
-                                         "read-only?\r") +
-                          m_svc.stationsFile);
-    return false;
+    return m_list.save(lines);
 }
 
 void WebRadio::remember(const QString &location)
@@ -563,17 +548,10 @@ void WebRadio::showTitles()
 
 void WebRadio::showList()
 {
-    SkinListArea *l = list();
-    if (!l)
-        return;
-    const QSignalBlocker quiet(l);
-    l->setUpdatesEnabled(false);
-    l->clear();
+    QStringList names;
     for (const WebStation &s : m_stations)
-        l->addItem(s.name);
-    if (m_presetIdx >= 0 && m_presetIdx < l->count())
-        l->setCurrentRow(m_presetIdx);
-    l->setUpdatesEnabled(true);
+        names << s.name;
+    m_list.fill(names, m_presetIdx);
 }
 
 void WebRadio::showAll()
@@ -584,56 +562,7 @@ void WebRadio::showAll()
     m_svc.skin.setLabel(kStationLabel, stationName());
     showOnAir();
     m_shownSeconds = m_shownBuffer = -1;
-    if (SkinTextField *f = field(); f && m_editing == Editing::None)
+    if (SkinTextField *f = m_list.field(); f && m_editing == Editing::None)
         f->setText(m_current.location);
     WRUpdate();
-}
-
-SkinListArea *WebRadio::list() const
-{
-    return m_svc.skin.list(kStationList);
-}
-
-SkinTextField *WebRadio::field() const
-{
-    return m_svc.skin.textField(kAddressField);
-}
-
-void WebRadio::hookElements()
-{
-    if (SkinListArea *l = list(); l && l != m_hookedList) {
-        m_hookedList = l;
-        connect(l, &QListWidget::currentRowChanged, this, [this](int row) {
-            if (m_inMode && row >= 0)
-                WRList_Click(row);
-        });
-        connect(l, &QListWidget::itemActivated, this, [this](QListWidgetItem *item) {
-            if (m_inMode && item) {
-                WRList_Click(m_hookedList->row(item));
-                WRList_DblClick();
-            }
-        });
-        l->installEventFilter(this);
-    }
-    if (SkinTextField *f = field(); f && f != m_hookedField) {
-        m_hookedField = f;
-        connect(f, &QLineEdit::returnPressed, this, [this] {
-            if (!m_inMode || !m_hookedField)
-                return;
-            if (m_editing != Editing::None)
-                WRDoEdit(m_hookedField->text());
-            else
-                WRQuickURL(m_hookedField->text());
-        });
-    }
-}
-
-bool WebRadio::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_hookedList && m_inMode && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Delete) {
-        WRDelStation();
-        return true;
-    }
-    return false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "stationlist.h"
 #include "streamresolver.h"
 #include "webstation.h"
 
@@ -17,9 +18,7 @@
 
 class Dialogs;
 class HttpFetch;
-class SkinListArea;
 class SkinSurface;
-class SkinTextField;
 class WaveVolume;
 
 // The web radio mode: plays internet radio streams on a media device of its
@@ -117,9 +116,6 @@ signals:
     void playingStarted();
     void titlesChanged(const QString &title, const QString &trayTip);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     enum class Editing { None, Edit, Add };
 
@@ -137,9 +133,6 @@ private:
     void showOnAir();
     void showTitles();
     QString stationName() const;
-    void hookElements();
-    SkinListArea *list() const;
-    SkinTextField *field() const;
     static QString completed(const QString &location);
 
     Options m_options;
@@ -147,7 +140,6 @@ private:
     std::unique_ptr<MediaDevice> m_device;
     StreamResolver m_resolver;
     QList<WebStation> m_stations;
-    bool m_stationsReadable = true;
     int m_presetIdx = -1;
     WebStation m_current;
     QStringList m_candidates;
@@ -166,6 +158,5 @@ private:
     QString m_stationName; // as the stream calls itself
     Editing m_editing = Editing::None;
     bool m_inMode = false;
-    QPointer<SkinListArea> m_hookedList;
-    QPointer<SkinTextField> m_hookedField;
+    StationList m_list;
 };

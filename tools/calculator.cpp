@@ -108,12 +108,10 @@ void Calculator::SetCalc(const QString &text)
     m_svc.skin.setLabel(kDisplayLabel, text.startsWith(QLatin1Char(' ')) ? text.mid(1) : text);
 }
 
-bool Calculator::show(double number)
+void Calculator::show(double number)
 {
-    if (!std::isfinite(number))
-        return false;
-    SetCalc(calcNumber(number));
-    return true;
+    if (std::isfinite(number))
+        SetCalc(calcNumber(number));
 }
 
 void Calculator::AddDigit(const QString &d)
@@ -155,18 +153,17 @@ void Calculator::CalcKey(int k)
     case 2:
     case 3:
     case 4: {
-        m_x = v;
         double acc = m_acc;
         if (m_pendingOp == QLatin1String("+"))
-            acc += m_x;
+            acc += v;
         else if (m_pendingOp == QLatin1String("-"))
-            acc -= m_x;
+            acc -= v;
         else if (m_pendingOp == QLatin1String("x"))
-            acc *= m_x;
+            acc *= v;
         else if (m_pendingOp == QLatin1String("/"))
-            acc = m_x != 0 ? acc / m_x : acc; // dividing by zero is silently ignored
+            acc = v != 0 ? acc / v : acc; // dividing by zero is silently ignored
         else
-            acc = m_x;
+            acc = v;
         if (!std::isfinite(acc))
             return;
         m_acc = acc;
@@ -185,9 +182,8 @@ void Calculator::CalcKey(int k)
         return;
     }
     case 6: {
-        m_x = v;
         const double p = v / 100 * m_acc;
-        double x = m_x;
+        double x = v;
         if (m_pendingOp == QLatin1String("+"))
             x = m_acc + p;
         else if (m_pendingOp == QLatin1String("-"))
@@ -196,23 +192,15 @@ void Calculator::CalcKey(int k)
             x = p * m_acc;
         else if (m_pendingOp == QLatin1String("/"))
             x = p != 0 ? m_acc / p : 0;
-        if (std::isfinite(x)) {
-            m_x = x;
-            show(x);
-        }
+        show(x);
         return;
     }
     case 7:
-        if (const double root = std::sqrt(v); std::isfinite(root)) {
-            m_x = root;
-            show(root);
-        }
+        show(std::sqrt(v));
         return;
     case 8:
-        if (v != 0 && std::isfinite(1 / v)) {
-            m_x = 1 / v;
-            show(m_x);
-        }
+        if (v != 0)
+            show(1 / v);
         return;
     case 9: {
         QString shorter = shown;
@@ -264,10 +252,7 @@ void Calculator::convert(bool reverse)
     double result = v * c.factor + c.offset;
     if (reverse)
         result = c.factor != 0 ? (v - c.offset) / c.factor : 0;
-    if (std::isfinite(result)) {
-        m_x = result;
-        show(result);
-    }
+    show(result);
 }
 
 void Calculator::connectList()

