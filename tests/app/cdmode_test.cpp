@@ -25,8 +25,7 @@ protected:
     {
         qputenv("VELTO_AUDIO", "null");
         disc.sectors = {150, 225, 300};
-        store.values["config/cddbcmd"] =
-            QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=";
+        store.values["config/cddbcmd"] = server.url("/~cddb/cddb.cgi/?cmd=");
         store.values["config/usecddb"] = "0";
         // Whatever drive the machine has, the tests play their own images.
         store.values["config/cddrive"] = home.file(QStringLiteral("no-drive"));

@@ -109,8 +109,7 @@ TEST(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
     {
         QSettings ini(velto.home(QStringLiteral("config/velto/velto.ini")), QSettings::IniFormat);
-        ini.setValue("config/cddbcmd",
-                     QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=");
+        ini.setValue("config/cddbcmd", server.url("/~cddb/cddb.cgi/?cmd="));
         ini.setValue("config/usecddb", "1");
         ini.setValue("config/emailid", "tester@example.org");
         ini.setValue("config/cddrive", velto.home(QStringLiteral("no-drive")));
