@@ -159,11 +159,6 @@ TEST_F(CdImages, BrokenImagesSayWhatIsWrong)
     };
     write("short.bin", good.binBytes().left(21 * 2352 - 5));
     write("whole.bin", good.binBytes());
-    QByteArray hundred = "FILE whole.bin BINARY\n";
-    for (int t = 1; t <= 100; ++t)
-        hundred += "TRACK " + QByteArray::number(t) +
-                   " AUDIO\nINDEX 01 00:00:" + QByteArray::number(t % 75).rightJustified(2, '0') +
-                   "\n";
     const QString fifo = base + "/pipe.cue";
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QDir().mkpath(base + "/folder.cue");
@@ -177,9 +172,6 @@ TEST_F(CdImages, BrokenImagesSayWhatIsWrong)
          "The image file nowhere.bin was not found."},
         {write("short.cue", good.cueText("short.bin")),
          "The image file short.bin ends before track 2 begins: it is cut short."},
-        {write("none.cue", "FILE whole.bin BINARY\n"), "The cue sheet holds no track."},
-        {write("hundred.cue", hundred), "The cue sheet holds 100 tracks; a CD holds 99 at most."},
-        {write("garbage.cue", QByteArray(3000, '\xfe')), "The cue sheet names no image file."},
         {write("empty.cue", ""), "The cue sheet names no image file."},
         {fifo, "The cue sheet cannot be read: it is not a regular file."},
         {base + "/folder.cue", "The cue sheet cannot be read: it is not a regular file."},
