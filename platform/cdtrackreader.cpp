@@ -1,6 +1,7 @@
 #include "cdtrackreader.h"
 
 #include "cdiolog.h"
+#include "wavheader.h"
 
 #include <QFile>
 #include <QtDebug>
@@ -9,22 +10,6 @@
 
 #include <algorithm>
 #include <cstring>
-
-namespace {
-
-void put32(char *p, quint32 v)
-{
-    for (int i = 0; i < 4; ++i)
-        p[i] = char(v >> (8 * i));
-}
-
-void put16(char *p, quint16 v)
-{
-    p[0] = char(v);
-    p[1] = char(v >> 8);
-}
-
-} // namespace
 
 std::unique_ptr<CdTrackReader> CdTrackReader::open(const QString &playSource, int track)
 {
@@ -47,7 +32,7 @@ std::unique_ptr<CdTrackReader> CdTrackReader::open(const QString &playSource, in
         end <= reader->m_firstLsn)
         return nullptr;
     reader->m_sectors = end - reader->m_firstLsn;
-    reader->writeHeader();
+    reader->m_header = wavHeader(44100, quint32(reader->size() - kHeaderBytes));
     return reader;
 }
 
@@ -55,24 +40,6 @@ CdTrackReader::~CdTrackReader()
 {
     if (m_cdio)
         cdio_destroy(m_cdio);
-}
-
-void CdTrackReader::writeHeader()
-{
-    char *h = m_header.data();
-    const quint32 dataBytes = quint32(qint64(m_sectors) * kSectorBytes);
-    std::memcpy(h, "RIFF", 4);
-    put32(h + 4, 36 + dataBytes);
-    std::memcpy(h + 8, "WAVEfmt ", 8);
-    put32(h + 16, 16);
-    put16(h + 20, 1); // PCM
-    put16(h + 22, 2);
-    put32(h + 24, 44100);
-    put32(h + 28, 44100 * 4);
-    put16(h + 32, 4);
-    put16(h + 34, 16);
-    std::memcpy(h + 36, "data", 4);
-    put32(h + 40, dataBytes);
 }
 
 bool CdTrackReader::seek(qint64 offset)

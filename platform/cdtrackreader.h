@@ -36,7 +36,6 @@ private:
     static constexpr int kBlockSectors = 27; // ~64 KiB per read from the disc
 
     CdTrackReader() = default;
-    void writeHeader();
     const char *sector(qint32 index);
 
     CdIo_t *m_cdio = nullptr;

@@ -2,6 +2,7 @@
 
 #include "platform/midifile.h"
 #include "platform/readfile.h"
+#include "platform/wavheader.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -48,18 +49,6 @@ void quietFluidSynth()
     });
 }
 
-void put32(char *p, quint32 v)
-{
-    for (int i = 0; i < 4; ++i)
-        p[i] = char(v >> (8 * i));
-}
-
-void put16(char *p, quint16 v)
-{
-    p[0] = char(v);
-    p[1] = char(v >> 8);
-}
-
 // One open stream: a synthesizer that renders the song from any frame on.
 // mpv calls it from one thread at a time.
 class Renderer
@@ -75,7 +64,7 @@ public:
         if (r->m_song.valid)
             r->m_frames = std::clamp<qint64>(
                 qint64(std::llround(r->m_song.lengthMs * SampleRate / 1000.0)), 0, MaxFrames);
-        r->writeHeader();
+        r->m_header = wavHeader(SampleRate, quint32(r->m_frames * FrameBytes));
         if (r->m_frames == 0)
             return r;
         r->m_eventFrame.reserve(r->m_song.events.size());
@@ -153,24 +142,6 @@ private:
     static constexpr int ChunkFrames = 4096;
 
     Renderer() = default;
-
-    void writeHeader()
-    {
-        char *h = m_header.data();
-        const quint32 dataBytes = quint32(m_frames * FrameBytes);
-        std::memcpy(h, "RIFF", 4);
-        put32(h + 4, 36 + dataBytes);
-        std::memcpy(h + 8, "WAVEfmt ", 8);
-        put32(h + 16, 16);
-        put16(h + 20, 1); // PCM
-        put16(h + 22, 2);
-        put32(h + 24, SampleRate);
-        put32(h + 28, SampleRate * FrameBytes);
-        put16(h + 32, FrameBytes);
-        put16(h + 34, 16);
-        std::memcpy(h + 36, "data", 4);
-        put32(h + 40, dataBytes);
-    }
 
     const char *frameBytes(qint64 frame)
     {
