@@ -53,12 +53,10 @@ TEST_F(CdImages, TableOfContentsAndCdTextOfAnImage)
         EXPECT_EQ(disc.tracks[i].start, image.offsets()[i]) << "the lead-in counts";
         EXPECT_EQ(disc.tracks[i].sectors, image.sectors[i]);
         EXPECT_TRUE(disc.tracks[i].audio);
+        EXPECT_EQ(disc.tracks[i].title, image.titles[i]);
     }
     EXPECT_EQ(disc.leadOut, image.leadOut());
     EXPECT_EQ(disc.lengthSectors(), 905);
-    EXPECT_EQ(disc.tracks[0].title, QStringLiteral("Opening"));
-    EXPECT_EQ(disc.tracks[1].title, QString());
-    EXPECT_EQ(disc.tracks[2].title, QStringLiteral("Caf\u00e9 Song"));
     EXPECT_EQ(disc.title, QStringLiteral("First Album"));
     EXPECT_EQ(disc.performer, QStringLiteral("The Band"));
     EXPECT_EQ(QFileInfo(disc.playSource).canonicalFilePath(), QFileInfo(cue).canonicalFilePath());
@@ -212,4 +210,19 @@ TEST_F(CdImages, TheStampChangesWithTheImage)
     image.sectors = {20, 31};
     image.write(folder("e"), "disc");
     EXPECT_NE(drive.discStamp(cue), first);
+}
+
+TEST(CdTrackUrl, NamesATrackOfASourceAndRefusesAnythingElse)
+{
+    int track = 0;
+    QString path;
+    ASSERT_TRUE(
+        parseCdTrackUrl(cdTrackUrl(QStringLiteral("/discs/Caf\u00e9.cue"), 12), track, path));
+    EXPECT_EQ(track, 12);
+    EXPECT_EQ(path, QStringLiteral("/discs/Caf\u00e9.cue"));
+    for (const char *url : {"cdtrack:///dev/sr0", "cdtrack://0/dev/sr0", "cdtrack://100/dev/sr0",
+                            "cdtrack://x/dev/sr0", "cdtrack://5", "cdda://5/dev/sr0", ""}) {
+        SCOPED_TRACE(url);
+        EXPECT_FALSE(parseCdTrackUrl(url, track, path));
+    }
 }
