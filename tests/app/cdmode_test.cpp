@@ -34,17 +34,6 @@ protected:
     ~CdMode() override { qunsetenv("VELTO_AUDIO"); }
 
     QString image() { return disc.write(home.file(QStringLiteral("discs")), "disc"); }
-    // As start(), with names on the command line.
-    void startWith(const QStringList &names, bool playNow)
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
-                                        folder);
-        window = &velto->window();
-        velto->Load(names, home.path(), playNow);
-    }
     QStringList shownNames()
     {
         QStringList names;
@@ -69,7 +58,7 @@ protected:
 
 TEST_F(CdMode, ACueOnTheCommandLinePlaysTheDiscAndCommand37GoesBackToTheFiles)
 {
-    startWith({music, image()}, true);
+    start({music, image()}, true);
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
     EXPECT_TRUE(velto->cd().cdMode());
     EXPECT_EQ(shownNames(), (QStringList{"01 - Track  1  (00:02)", "02 - Track  2  (00:03)",

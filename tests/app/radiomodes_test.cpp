@@ -17,16 +17,6 @@ class RadioModes : public ::testing::Test, protected ShippedWindow
 protected:
     const QString nowhere = QStringLiteral("http://127.0.0.1:9/stream");
 
-    void startWith(const QStringList &names)
-    {
-        qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
-        ProgramFolder folder(ProgramFolder::defaultPath());
-        folder.prepare(ProgramFolder::shippedDataPath());
-        velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
-                                        folder);
-        window = &velto->window();
-        velto->Load(names, home.path());
-    }
     QString dataFile(const QString &name) const
     {
         return home.file(QStringLiteral("data/velto/") + name);
@@ -37,7 +27,7 @@ protected:
 
 TEST_F(RadioModes, AWebAddressOnTheCommandLinePlaysInTheWebRadio)
 {
-    startWith({nowhere});
+    start({nowhere});
     EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
     EXPECT_TRUE(velto->playlist().PlPath.isEmpty()) << "the address is not a playlist entry";
     showFirstFrame();
@@ -50,7 +40,7 @@ TEST_F(RadioModes, AStationsPlaylistGoesToTheRadioAndAPlaylistWithFilesToThePlay
     const QString pls =
         home.write(QStringLiteral("listen.pls"),
                    "[playlist]\nFile1=" + nowhere.toUtf8() + "\nFile2=" + nowhere.toUtf8() + "2\n");
-    startWith({pls});
+    start({pls});
     EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
     showFirstFrame();
     EXPECT_EQ(velto->webRadio().current().location, nowhere);
@@ -59,7 +49,7 @@ TEST_F(RadioModes, AStationsPlaylistGoesToTheRadioAndAPlaylistWithFilesToThePlay
     const QString song = home.write(QStringLiteral("song.mp3"), "x");
     const QString mixed =
         home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
-    startWith({mixed});
+    start({mixed});
     EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
     EXPECT_EQ(velto->playlist().PlPath.size(), 2) << "its web address stays an entry";
     EXPECT_TRUE(velto->webRadio().current().location.isEmpty());

@@ -19,7 +19,8 @@ class ShippedWindow
 protected:
     ~ShippedWindow() { qunsetenv("VELTO_DATA_DIR"); }
 
-    void start()
+    // names and playNow as on the command line.
+    void start(const QStringList &names = {}, bool playNow = false)
     {
         qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
         ProgramFolder folder(ProgramFolder::defaultPath());
@@ -27,7 +28,7 @@ protected:
         velto = std::make_unique<Velto>(Velto::Platform{store, dialogs, clock, random, screens},
                                         folder);
         window = &velto->window();
-        velto->Load({}, home.path());
+        velto->Load(names, home.path(), playNow);
     }
 
     // What waits for the window to be on screen (the last cover) comes in.
