@@ -71,14 +71,10 @@ public:
         }
     }
 
-    // QAccessibleTextInterface: nothing to select, no cursor.
-    void selection(int, int *start, int *end) const override { *start = *end = 0; }
-    int selectionCount() const override { return 0; }
-    void addSelection(int, int) override {}
-    void removeSelection(int) override {}
-    void setSelection(int, int, int) override {}
-    int cursorPosition() const override { return 0; }
-    void setCursorPosition(int) override {}
+    // QAccessibleTextInterface. Nothing here can be typed into, but a screen
+    // reader walks the text with its own caret and may select a part of it
+    // to copy: one caret and one selection, kept within the text shown.
+    int characterCount() const override { return int(m_read().size()); }
     QString text(int start, int end) const override
     {
         const QString all = m_read();
@@ -86,10 +82,64 @@ public:
         end = end < 0 ? int(all.size()) : qBound(start, end, int(all.size()));
         return all.mid(start, end - start);
     }
-    int characterCount() const override { return int(m_read().size()); }
-    QRect characterRect(int) const override { return {}; }
-    int offsetAtPoint(const QPoint &) const override { return -1; }
-    void scrollToSubstring(int, int) override {}
+    int cursorPosition() const override { return qMin(m_cursor, characterCount()); }
+    void setCursorPosition(int position) override
+    {
+        m_cursor = qBound(0, position, characterCount());
+    }
+    int selectionCount() const override
+    {
+        return qMin(m_selectionEnd, characterCount()) > m_selectionStart ? 1 : 0;
+    }
+    void selection(int index, int *start, int *end) const override
+    {
+        const bool has = index == 0 && selectionCount() == 1;
+        *start = has ? qMin(m_selectionStart, characterCount()) : 0;
+        *end = has ? qMin(m_selectionEnd, characterCount()) : 0;
+    }
+    void addSelection(int start, int end) override { setSelection(0, start, end); }
+    void removeSelection(int index) override
+    {
+        if (index == 0)
+            m_selectionStart = m_selectionEnd = 0;
+    }
+    void setSelection(int index, int start, int end) override
+    {
+        if (index != 0)
+            return;
+        const int count = characterCount();
+        if (end < 0)
+            end = count;
+        m_selectionStart = qBound(0, qMin(start, end), count);
+        m_selectionEnd = qBound(0, qMax(start, end), count);
+    }
+    // The text fills the element's width, a character to an equal share: exact
+    // for digit groups, whose cells are all alike, and near enough for labels.
+    QRect characterRect(int offset) const override
+    {
+        const int count = characterCount();
+        if (offset < 0 || offset >= count)
+            return {};
+        const QRect r = rect();
+        const int left = r.left() + r.width() * offset / count;
+        const int right = r.left() + r.width() * (offset + 1) / count;
+        return QRect(left, r.top(), right - left, r.height());
+    }
+    int offsetAtPoint(const QPoint &point) const override
+    {
+        const QRect r = rect();
+        const int count = characterCount();
+        if (count == 0 || !r.contains(point))
+            return -1;
+        return qMin(count - 1, (point.x() - r.left()) * count / r.width());
+    }
+    // All of an element's text is always drawn; it is out of sight only while
+    // the window is minimised.
+    void scrollToSubstring(int, int) override
+    {
+        if (QWidget *window = widget()->window(); window->isMinimized())
+            window->showNormal();
+    }
     QString attributes(int, int *start, int *end) const override
     {
         *start = 0;
@@ -99,6 +149,8 @@ public:
 
 private:
     std::function<QString()> m_read;
+    int m_cursor = 0;
+    int m_selectionStart = 0, m_selectionEnd = 0;
 };
 
 class SliderAccessible : public QAccessibleWidget, public QAccessibleValueInterface

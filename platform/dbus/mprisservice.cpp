@@ -59,7 +59,7 @@ bool MprisService::start(const QString &name)
     }
     const QString base = QStringLiteral("org.mpris.MediaPlayer2.") + name;
     // A second player of the same name may still be there (one on another
-    // display): the specification's suffix keeps both reachable.
+    // display): MPRIS's ".instance<pid>" suffix keeps both reachable.
     for (const QString &candidate : {base, base + QStringLiteral(".instance%1").arg(::getpid())}) {
         if (m_bus.registerService(candidate)) {
             m_serviceName = candidate;
