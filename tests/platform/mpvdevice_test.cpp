@@ -263,7 +263,8 @@ TEST_F(MpvDeviceTest, DiscTracksOpenOnlyOnTheCdDeviceAndOnlyWhenTheDiscHasThem)
         device->open();
         ASSERT_TRUE(waitFor([&] { return log.opened + log.failed > 0; }));
         EXPECT_EQ(log.error, c.error) << log.text.toStdString();
-        if (c.error == 0)
+        if (c.error == 0) {
             EXPECT_EQ(device->length(), 1800) << "135 sectors of 1/75 s";
+        }
     }
 }
