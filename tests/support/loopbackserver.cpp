@@ -1,7 +1,8 @@
 #include "loopbackserver.h"
-#include "testmedia.h"
 
 #include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -250,11 +251,18 @@ void LoopbackServer::stream(int client, bool icy)
 
 QByteArray LoopbackServer::toneMp3(double seconds)
 {
-    // No Xing header and no tags: every byte is a frame, so the loop stays whole.
-    const TestMedia media;
-    QFile file(media.encoded(QStringLiteral("tone.mp3"), int(seconds * 1000),
-                             {QStringLiteral("-b:a"), QStringLiteral("128k"),
-                              QStringLiteral("-write_xing"), QStringLiteral("0"),
-                              QStringLiteral("-id3v2_version"), QStringLiteral("0")}));
+    QTemporaryDir dir;
+    const QString out = dir.filePath(QStringLiteral("tone.mp3"));
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+                 {QStringLiteral("-loglevel"), QStringLiteral("error"), QStringLiteral("-y"),
+                  QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+                  QStringLiteral("sine=frequency=440:duration=%1").arg(seconds),
+                  QStringLiteral("-b:a"), QStringLiteral("128k"), QStringLiteral("-write_xing"),
+                  QStringLiteral("0"), QStringLiteral("-id3v2_version"), QStringLiteral("0"),
+                  QStringLiteral("-f"), QStringLiteral("mp3"), out});
+    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitCode() != 0)
+        return {};
+    QFile file(out);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
