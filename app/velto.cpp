@@ -74,7 +74,7 @@ Velto::Velto(Platform platform, ProgramFolder folder)
       m_cd(m_playlist, m_player.state(),
            {m_settings.UseCDP, m_settings.UseCDDB, m_settings.CDDBcmd, m_settings.EmailID,
             m_settings.CDDrive},
-           {m_window.skin(), platform.dialogs, m_cdDrive, m_http,
+           {m_window.skin(), platform.dialogs, m_cdDrive, m_cddbFetch,
             m_folder.file(QStringLiteral("cdplayer.ini"))}),
       m_calculator({m_settings.CvtFile}, {m_window.skin(), platform.dialogs, m_folder.path()}),
       m_notepad({m_window.skin(), platform.dialogs, m_printer}),

@@ -11,7 +11,6 @@
 #include "core/lightboard.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
-#include "platform/httpclient.h"
 #include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "platform/mediadevicefactory.h"
@@ -151,7 +150,7 @@ private:
     // Loads the media engine module when first needed.
     MediaDeviceFactory m_mediaDevices;
     LinuxCdDrive m_cdDrive;
-    QtHttpClient m_http; // CDDB
+    QtHttpFetch m_cddbFetch;
     QtSerialPort m_serialPort;
     QtPrinter m_printer{&m_window};
     // Loads the web engine module when the browser mode is first entered.

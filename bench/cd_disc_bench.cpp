@@ -5,23 +5,19 @@
 #include "bench/benchsupport.h"
 #include "bench/eventloop.h"
 #include "bench/limit.h"
+#include "bench/mediaengine.h"
 #include "bench/procstat.h"
 #include "cd/cddbclient.h"
 #include "cd/cdtable.h"
-#include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "platform/mediadevice.h"
-#include "platform/mediadevicefactory.h"
-#include "platform/random.h"
-#include "player/playbackengine.h"
 #include "tests/support/discimage.h"
 #include "tests/support/loopbackserver.h"
-#include "tests/support/recordingsurface.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -55,12 +51,6 @@ QString fullDisc()
     return cue;
 }
 
-MediaDeviceFactory &factory()
-{
-    static MediaDeviceFactory f;
-    return f;
-}
-
 } // namespace
 
 // The table of contents of a 99-track image and both identities, from the
@@ -86,31 +76,19 @@ BENCHMARK(BM_TableOfContents99Tracks)->Unit(benchmark::kMillisecond);
 static void BM_PlayToFirstSoundOfATrack(benchmark::State &state)
 {
     const QString cue = images().write(QStringLiteral("play"), {750, 750, 750});
-    if (!factory().hasEngine()) {
+    if (!mediaDevices().hasEngine()) {
         state.SkipWithError("the media engine module did not load");
         return;
     }
     LinuxCdDrive drive;
     const CdDisc disc = drive.read(cue);
-    PlaylistState playlist;
-    PlayerFlags flags;
-    QuietDialogs dialogs;
-    SystemRandom random;
-    RecordingSurface skin;
-    QString mciDevice = QStringLiteral("0");
-    qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1;
-    PlaybackEngine engine{playlist,
-                          flags,
-                          {mciDevice, pbOverlap, useTagCover, friendlyNames},
-                          skin,
-                          dialogs,
-                          random,
-                          [] { return factory().create(); }};
+    QStringList tracks;
+    for (int t = 1; t <= 3; ++t)
+        tracks << QString::fromUtf8(cdTrackUrl(disc.playSource, t));
+    EngineRig<> rig(tracks);
+    PlaybackEngine &engine = rig.engine;
+    PlaylistState &playlist = rig.playlist;
     engine.setCDMode(true);
-    for (int t = 1; t <= 3; ++t) {
-        playlist.PlPath << QString::fromUtf8(cdTrackUrl(disc.playSource, t));
-        playlist.PlNames << QStringLiteral("Track %1").arg(t);
-    }
     playlist.CurTrack = 2;
     engine.PlayIt(); // the device exists before the first measurement
     waitFor([&] { return engine.state().playing; }, 3000);
@@ -158,7 +136,7 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
     });
     const QString cmd = server.url("/~cddb/cddb.cgi/?cmd=");
     const QString email = QStringLiteral("bench@example.org");
-    QtHttpClient http;
+    QtHttpFetch http;
     CddbClient client(http, {cmd, email});
     CddbClient::Disc disc;
     disc.id = table.CDDBId;
@@ -174,29 +152,17 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
         bool read = false;
         const QMetaObject::Connection done =
             QObject::connect(&client, &CddbClient::entryRead, [&] { read = true; });
-        QElapsedTimer sinceTick;
-        double gap = 0, cpuGap = 0, cpuAtTick = threadCpuMs();
-        QTimer ticker;
-        ticker.setInterval(0); // every pass of the event loop
-        QObject::connect(&ticker, &QTimer::timeout, [&] {
-            gap = std::max(gap, double(sinceTick.nsecsElapsed()) / 1e6);
-            sinceTick.restart();
-            const double cpu = threadCpuMs();
-            cpuGap = std::max(cpuGap, cpu - cpuAtTick);
-            cpuAtTick = cpu;
-        });
         QElapsedTimer t;
         t.start();
-        sinceTick.start();
-        ticker.start();
+        const LoopGaps gaps;
         client.CDDBQuery(disc);
         if (!waitFor([&] { return read; }, 5000)) {
             state.SkipWithError("the entry was not read within 5 s");
             return;
         }
         QObject::disconnect(done);
-        longest.push_back(std::max(gap, double(sinceTick.nsecsElapsed()) / 1e6));
-        cpuLongest = std::max({cpuLongest, cpuGap, threadCpuMs() - cpuAtTick});
+        longest.push_back(gaps.longestMs());
+        cpuLongest = std::max(cpuLongest, gaps.longestCpuMs());
         state.SetIterationTime(double(t.nsecsElapsed()) / 1e9);
     }
     std::sort(longest.begin(), longest.end());

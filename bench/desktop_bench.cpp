@@ -3,6 +3,7 @@
 // it is heard, and what the accessibility layer costs while playing. Needs an
 // X server and a private session bus (scripts/bench gives both).
 #include "bench/limit.h"
+#include "bench/procstat.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -19,7 +20,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <unistd.h>
+#include <memory>
 
 namespace {
 
@@ -65,20 +66,6 @@ QVariantMap metadata()
 {
     const QVariant value = mprisProperty(QStringLiteral("Metadata"));
     return value.canConvert<QDBusArgument>() ? qdbus_cast<QVariantMap>(value) : value.toMap();
-}
-
-// CPU time of a process so far, in seconds.
-double cpuSeconds(qint64 pid)
-{
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray line = stat.readAll();
-    // The name may hold spaces; the fields count from after its ')'.
-    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13)
-        return -1;
-    return (fields[11].toDouble() + fields[12].toDouble()) / double(sysconf(_SC_CLK_TCK));
 }
 
 // A Velto of its own, playing a tone, with its home, settings and runtime
@@ -164,26 +151,41 @@ bool ready(benchmark::State &state)
     return true;
 }
 
-// Launch to exit of `velto --status` while one plays. Limit 50 ms, given.
-void BM_StatusFromASecondStart(benchmark::State &state)
+// A Velto playing for the benchmark, or null with the reason given to it.
+std::unique_ptr<Running> startPlaying(benchmark::State &state)
 {
     if (!ready(state))
-        return;
-    Running velto;
-    if (!velto.playing()) {
+        return nullptr;
+    auto velto = std::make_unique<Running>();
+    if (!velto->playing()) {
         state.SkipWithError("velto did not play");
-        return;
+        return nullptr;
     }
+    return velto;
+}
+
+// Launch to exit of a program run beside a playing Velto, once an iteration.
+void timeLaunchToExit(benchmark::State &state, const QString &program, const QStringList &args,
+                      double limitMs)
+{
+    const std::unique_ptr<Running> velto = startPlaying(state);
+    if (!velto)
+        return;
     for (auto _ : state) {
-        const double seconds =
-            velto.run(QStringLiteral(VELTO_BINARY), {QStringLiteral("--status")});
+        const double seconds = velto->run(program, args);
         if (seconds < 0) {
-            state.SkipWithError("velto --status failed");
+            state.SkipWithError(qPrintable(program + QStringLiteral(" failed")));
             return;
         }
         state.SetIterationTime(seconds);
     }
-    setLimit(state, 50);
+    setLimit(state, limitMs);
+}
+
+// Launch to exit of `velto --status` while one plays. Limit 50 ms, given.
+void BM_StatusFromASecondStart(benchmark::State &state)
+{
+    timeLaunchToExit(state, QStringLiteral(VELTO_BINARY), {QStringLiteral("--status")}, 50);
 }
 BENCHMARK(BM_StatusFromASecondStart)
     ->UseManualTime()
@@ -194,24 +196,8 @@ BENCHMARK(BM_StatusFromASecondStart)
 // trip a desktop widget or a media key makes. Limit 20 ms, given.
 void BM_PlayerctlStatus(benchmark::State &state)
 {
-    if (!ready(state))
-        return;
-    Running velto;
-    if (!velto.playing()) {
-        state.SkipWithError("velto did not play");
-        return;
-    }
-    for (auto _ : state) {
-        const double seconds =
-            velto.run(QStringLiteral("playerctl"),
-                      {QStringLiteral("-p"), QStringLiteral("velto"), QStringLiteral("status")});
-        if (seconds < 0) {
-            state.SkipWithError("playerctl failed");
-            return;
-        }
-        state.SetIterationTime(seconds);
-    }
-    setLimit(state, 20);
+    timeLaunchToExit(state, QStringLiteral("playerctl"),
+                     {QStringLiteral("-p"), QStringLiteral("velto"), QStringLiteral("status")}, 20);
 }
 BENCHMARK(BM_PlayerctlStatus)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 
@@ -219,13 +205,9 @@ BENCHMARK(BM_PlayerctlStatus)->UseManualTime()->Unit(benchmark::kMillisecond)->I
 // Velto's. Limit 20 ms, the same as the whole round trip.
 void BM_MprisPropertyRoundTrip(benchmark::State &state)
 {
-    if (!ready(state))
+    const std::unique_ptr<Running> velto = startPlaying(state);
+    if (!velto)
         return;
-    Running velto;
-    if (!velto.playing()) {
-        state.SkipWithError("velto did not play");
-        return;
-    }
     for (auto _ : state)
         benchmark::DoNotOptimize(mprisProperty(QStringLiteral("Position")));
     setLimit(state, 20);
@@ -236,13 +218,10 @@ BENCHMARK(BM_MprisPropertyRoundTrip)->Unit(benchmark::kMillisecond)->Iterations(
 // reports the other file playing with its position moving. Limit 150 ms, given.
 void BM_HandOverUntilHeard(benchmark::State &state)
 {
-    if (!ready(state))
+    const std::unique_ptr<Running> playing = startPlaying(state);
+    if (!playing)
         return;
-    Running velto;
-    if (!velto.playing()) {
-        state.SkipWithError("velto did not play");
-        return;
-    }
+    const Running &velto = *playing;
     int next = 1;
     for (auto _ : state) {
         const QString file = velto.tone(next);
@@ -277,11 +256,11 @@ double playingCpuPercent(bool accessibilityOn)
     Running velto(accessibilityOn);
     if (!velto.playing())
         return -1;
-    const double before = cpuSeconds(velto.pid());
+    const double before = processCpuSeconds(velto.pid());
     QElapsedTimer clock;
     clock.start();
     QThread::msleep(5000);
-    const double used = cpuSeconds(velto.pid()) - before;
+    const double used = processCpuSeconds(velto.pid()) - before;
     return before < 0 ? -1 : 100.0 * used / (clock.nsecsElapsed() / 1e9);
 }
 

@@ -2,31 +2,24 @@
 // player it is compared with: how soon a PlayIt is heard, what a tick costs,
 // the silence between two items, and CPU time and memory of the real program
 // playing a 128 kbit/s MP3 next to `mpv --no-video --ao=null` on the same file.
+#include "bench/againstmpv.h"
 #include "bench/benchsupport.h"
 #include "bench/eventloop.h"
 #include "bench/limit.h"
+#include "bench/mediaengine.h"
 #include "bench/procstat.h"
 #include "platform/mediadevice.h"
-#include "platform/mediadevicefactory.h"
-#include "platform/random.h"
 #include "player/playbackengine.h"
 #include "tests/support/recordingsurface.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
-#include <memory>
-#include <unistd.h>
 
 namespace {
 
@@ -57,12 +50,6 @@ Media &media()
     return m;
 }
 
-MediaDeviceFactory &factory()
-{
-    static MediaDeviceFactory f;
-    return f;
-}
-
 // Keeps what it is given and counts the writes that would repaint digits or
 // text on a real window.
 struct CountingSurface : RecordingSurface
@@ -80,33 +67,7 @@ struct CountingSurface : RecordingSurface
     }
 };
 
-// An engine on real devices, writing to a surface that only keeps what it is given.
-struct Rig
-{
-    PlaylistState playlist;
-    PlayerFlags flags;
-    QuietDialogs dialogs;
-    SystemRandom random;
-    CountingSurface skin;
-    QString mciDevice = QStringLiteral("0");
-    qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1;
-    PlaybackEngine engine{playlist,
-                          flags,
-                          {mciDevice, pbOverlap, useTagCover, friendlyNames},
-                          skin,
-                          dialogs,
-                          random,
-                          [] { return factory().create(); }};
-
-    explicit Rig(const QStringList &files)
-    {
-        for (const QString &f : files) {
-            playlist.PlPath << f;
-            playlist.PlNames << QFileInfo(f).fileName();
-        }
-        playlist.CurTrack = 1;
-    }
-};
+using Rig = EngineRig<CountingSurface>;
 
 bool ready(benchmark::State &state, const QString &file)
 {
@@ -114,7 +75,7 @@ bool ready(benchmark::State &state, const QString &file)
         state.SkipWithError("ffmpeg could not make the media");
         return false;
     }
-    if (!factory().hasEngine()) {
+    if (!mediaDevices().hasEngine()) {
         state.SkipWithError("the media engine module did not load");
         return false;
     }
@@ -247,67 +208,15 @@ static void BM_SilenceBetweenItems(benchmark::State &state)
 }
 BENCHMARK(BM_SilenceBetweenItems)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
-namespace {
-
-struct RunFigures
-{
-    double cpuSeconds = -1;
-    double rssMiB = -1;
-};
-
-// Starts a program on the file and reads its CPU time over `seconds` of
-// playback, leaving the first `settle` seconds out (start-up, loading).
-RunFigures measurePlaying(const QString &program, const QStringList &args,
-                          const QProcessEnvironment &env, double settle, double seconds)
-{
-    QProcess process;
-    process.setProcessEnvironment(env);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.start(program, args);
-    RunFigures figures;
-    if (!process.waitForStarted(10000))
-        return figures;
-    const qint64 pid = process.processId();
-    QThread::msleep(qulonglong(settle * 1000));
-    const double before = processCpuSeconds(pid);
-    QThread::msleep(qulonglong(seconds * 1000));
-    const double after = processCpuSeconds(pid);
-    figures.rssMiB = residentMiB(pid);
-    if (before >= 0 && after >= 0 && process.state() == QProcess::Running)
-        figures.cpuSeconds = after - before;
-    process.terminate();
-    if (!process.waitForFinished(5000)) {
-        process.kill();
-        process.waitForFinished(5000);
-    }
-    return figures;
-}
-
-QString veltoBinary()
-{
-    const QString built =
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/velto"));
-    if (QFileInfo(built).isExecutable())
-        return QFileInfo(built).canonicalFilePath();
-    return QStandardPaths::findExecutable(QStringLiteral("velto"));
-}
-
-} // namespace
-
 // Velto with its window shown, playing 20 s of a 128 kbit/s MP3 opened from
 // the command line with AutoPlay on, against `mpv --no-video --ao=null` on
 // the same file over the same 20 s. Limits: 1.3 times mpv's CPU time, and
 // under 90 MiB resident while playing.
 static void BM_PlayingMp3CpuAgainstMpv(benchmark::State &state)
 {
-    const double settle = 3, seconds = 20;
-    const QString file =
-        media().encode(QStringLiteral("song.mp3"), settle + seconds + 4, {"-b:a", "128k"});
-    const QString velto = veltoBinary();
-    const QString mpv = QStandardPaths::findExecutable(QStringLiteral("mpv"));
-    if (file.isEmpty() || velto.isEmpty() || mpv.isEmpty()) {
-        state.SkipWithError("needs ffmpeg, mpv and the velto program");
+    const QString file = media().encode(QStringLiteral("song.mp3"), 27, {"-b:a", "128k"});
+    if (file.isEmpty()) {
+        state.SkipWithError("ffmpeg could not make the media");
         return;
     }
     QTemporaryDir home;
@@ -316,32 +225,9 @@ static void BM_PlayingMp3CpuAgainstMpv(benchmark::State &state)
     if (ini.open(QIODevice::WriteOnly))
         ini.write("[config]\nautoplay=1\n");
     ini.close();
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
-    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
-    env.insert(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
-    // A real window where there is a display; this program itself runs offscreen.
-    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
-        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-
-    RunFigures ours, theirs;
-    for (auto _ : state) {
-        ours = measurePlaying(velto, {file}, env, settle, seconds);
-        theirs =
-            measurePlaying(mpv,
-                           {QStringLiteral("--no-config"), QStringLiteral("--no-video"),
-                            QStringLiteral("--ao=null"), QStringLiteral("--really-quiet"), file},
-                           QProcessEnvironment::systemEnvironment(), settle, seconds);
-        state.SetIterationTime(std::max(ours.cpuSeconds, 0.0));
-    }
-    if (ours.cpuSeconds < 0 || theirs.cpuSeconds <= 0) {
-        state.SkipWithError("a player ended early or could not be measured");
+    const RunFigures ours = cpuAgainstMpv(state, file, veltoEnvironment(home.path()), 1.3);
+    if (ours.cpuSeconds < 0)
         return;
-    }
-    state.counters["velto_cpu_s"] = ours.cpuSeconds;
-    state.counters["mpv_cpu_s"] = theirs.cpuSeconds;
-    state.counters["cpu_vs_mpv_x"] = ours.cpuSeconds / theirs.cpuSeconds;
-    setLimit(state, 1.3, "cpu_vs_mpv_x");
     state.counters["velto_rss_MiB"] = ours.rssMiB;
     setLimit(state, 90, "velto_rss_MiB");
 }

@@ -4,20 +4,19 @@
 // page comes back; while a scan runs, the window waits at most 100 ms for its
 // turn, so Stop and paging answer at once.
 #include "bench/benchsupport.h"
+#include "bench/eventloop.h"
 #include "bench/limit.h"
 #include "player/vispictures.h"
 #include "player/visscan.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -100,18 +99,10 @@ void WaitForTheWindowDuringAScan(benchmark::State &state)
     double longest = 0;
     for (auto _ : state) {
         VisScan scan;
-        QElapsedTimer sinceTurn;
-        QTimer turn;
-        turn.setInterval(0);
-        QObject::connect(&turn, &QTimer::timeout, [&] {
-            longest = std::max(longest, double(sinceTurn.nsecsElapsed()) / 1e6);
-            sinceTurn.restart();
-        });
         scan.scan(root);
-        sinceTurn.start();
-        turn.start();
+        const LoopGaps gaps;
         runUntil([&] { return !scan.isRunning(); });
-        turn.stop();
+        longest = std::max(longest, gaps.longestMs());
     }
     state.counters["longest_wait_ms"] = longest;
     setLimit(state, 100, "longest_wait_ms");

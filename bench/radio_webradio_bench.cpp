@@ -3,31 +3,24 @@
 // CPU time of the real program playing it next to `mpv --no-video --ao=null`
 // on the same address, and the longest the user interface stalls while a
 // station connects, buffers through a stall and plays on.
+#include "bench/againstmpv.h"
 #include "bench/benchsupport.h"
 #include "bench/eventloop.h"
 #include "bench/limit.h"
+#include "bench/mediaengine.h"
 #include "bench/procstat.h"
 #include "platform/httpfetch.h"
-#include "platform/mediadevicefactory.h"
 #include "platform/wavevolume.h"
 #include "radio/webradio.h"
 #include "tests/support/loopbackserver.h"
 #include "tests/support/recordingsurface.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <ctime>
-#include <unistd.h>
 
 namespace {
 
@@ -37,47 +30,6 @@ QByteArray &tone()
     return mp3;
 }
 
-MediaDeviceFactory &factory()
-{
-    static MediaDeviceFactory f;
-    return f;
-}
-
-// CPU time of a program over `seconds` of playing, after `settle` seconds of
-// start-up and connecting; -1 when it ended early.
-double cpuWhilePlaying(const QString &program, const QStringList &args,
-                       const QProcessEnvironment &env, double settle, double seconds)
-{
-    QProcess process;
-    process.setProcessEnvironment(env);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.start(program, args);
-    if (!process.waitForStarted(10000))
-        return -1;
-    const qint64 pid = process.processId();
-    QThread::msleep(qulonglong(settle * 1000));
-    const double before = processCpuSeconds(pid);
-    QThread::msleep(qulonglong(seconds * 1000));
-    const double after = processCpuSeconds(pid);
-    const bool running = process.state() == QProcess::Running;
-    process.terminate();
-    if (!process.waitForFinished(5000)) {
-        process.kill();
-        process.waitForFinished(5000);
-    }
-    return before >= 0 && after >= 0 && running ? after - before : -1;
-}
-
-QString veltoBinary()
-{
-    const QString built =
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/velto"));
-    if (QFileInfo(built).isExecutable())
-        return QFileInfo(built).canonicalFilePath();
-    return QStandardPaths::findExecutable(QStringLiteral("velto"));
-}
-
 } // namespace
 
 // Velto with its window shown, given the station's address on the command
@@ -85,11 +37,8 @@ QString veltoBinary()
 // mpv's CPU time.
 static void BM_StreamCpuAgainstMpv(benchmark::State &state)
 {
-    const double settle = 3, seconds = 20;
-    const QString velto = veltoBinary();
-    const QString mpv = QStandardPaths::findExecutable(QStringLiteral("mpv"));
-    if (tone().isEmpty() || velto.isEmpty() || mpv.isEmpty()) {
-        state.SkipWithError("needs ffmpeg, mpv and the velto program");
+    if (tone().isEmpty()) {
+        state.SkipWithError("ffmpeg could not make the tone");
         return;
     }
     LoopbackServer::Stream options;
@@ -102,32 +51,8 @@ static void BM_StreamCpuAgainstMpv(benchmark::State &state)
         return;
     }
     QTemporaryDir home;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home.filePath(QStringLiteral("config")));
-    env.insert(QStringLiteral("XDG_DATA_HOME"), home.filePath(QStringLiteral("data")));
-    env.insert(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
-    if (!qEnvironmentVariableIsEmpty("DISPLAY"))
-        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-
-    double ours = -1, theirs = -1;
-    for (auto _ : state) {
-        ours = cpuWhilePlaying(velto, {station.url()}, env, settle, seconds);
-        theirs = cpuWhilePlaying(mpv,
-                                 {QStringLiteral("--no-config"), QStringLiteral("--no-video"),
-                                  QStringLiteral("--ao=null"), QStringLiteral("--really-quiet"),
-                                  station.url()},
-                                 QProcessEnvironment::systemEnvironment(), settle, seconds);
-        state.SetIterationTime(std::max(ours, 0.0));
-    }
-    if (ours < 0 || theirs <= 0) {
-        state.SkipWithError("a player ended early or could not be measured");
-        return;
-    }
-    state.counters["velto_cpu_s"] = ours;
-    state.counters["mpv_cpu_s"] = theirs;
-    state.counters["cpu_vs_mpv_x"] = ours / theirs;
-    setLimit(state, 1.1, "cpu_vs_mpv_x");
-    state.counters["connections"] = station.streamConnections();
+    if (cpuAgainstMpv(state, station.url(), veltoEnvironment(home.path()), 1.1).cpuSeconds >= 0)
+        state.counters["connections"] = station.streamConnections();
 }
 BENCHMARK(BM_StreamCpuAgainstMpv)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
 
@@ -140,7 +65,7 @@ BENCHMARK(BM_StreamCpuAgainstMpv)->UseManualTime()->Unit(benchmark::kMillisecond
 // time.
 static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
 {
-    if (tone().isEmpty() || !factory().hasEngine()) {
+    if (tone().isEmpty() || !mediaDevices().hasEngine()) {
         state.SkipWithError("needs ffmpeg and the media engine module");
         return;
     }
@@ -158,7 +83,7 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
     WaveVolume wave;
     QtHttpFetch http;
     std::array<QString, 10> recent;
-    WebRadio radio({recent}, {skin, dialogs, factory(), wave, http,
+    WebRadio radio({recent}, {skin, dialogs, mediaDevices(), wave, http,
                               home.filePath(QStringLiteral("webradio.txt"))});
     radio.started();
     radio.entered();
@@ -174,20 +99,8 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
     double worst = 0, worstBusy = 0;
     for (auto _ : state) {
         QElapsedTimer clock;
-        qint64 last = 0;
-        double lastCpu = threadCpuMs();
-        QTimer probe;
-        probe.setInterval(1);
-        QObject::connect(&probe, &QTimer::timeout, [&] {
-            const qint64 now = clock.nsecsElapsed();
-            const double cpu = threadCpuMs();
-            worst = std::max(worst, double(now - last) / 1e6);
-            worstBusy = std::max(worstBusy, cpu - lastCpu);
-            last = now;
-            lastCpu = cpu;
-        });
         clock.start();
-        probe.start();
+        LoopGaps gaps(1);
         radio.playAddress(station.url(QStringLiteral("/listen.pls")));
         bool played = false, stalled = false;
         const bool done = waitFor(
@@ -199,7 +112,8 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
                 return stalled && playing;
             },
             20000);
-        probe.stop();
+        worst = std::max(worst, gaps.longestMs());
+        worstBusy = std::max(worstBusy, gaps.longestCpuMs());
         state.SetIterationTime(double(clock.nsecsElapsed()) / 1e9);
         radio.WRStop();
         if (!done) {

@@ -1,9 +1,15 @@
 #include "cddbclient.h"
 
-#include "platform/httpclient.h"
+namespace {
 
-CddbClient::CddbClient(HttpClient &http, Options options, QObject *parent)
-    : QObject(parent), m_http(http), m_options(options)
+// An entry is a few kilobytes: a megabyte is plenty, and what comes past it
+// is cut off rather than waited for.
+constexpr qint64 kMaxReplyBytes = 1024 * 1024;
+
+} // namespace
+
+CddbClient::CddbClient(HttpFetch &http, Options options, int timeoutMs, QObject *parent)
+    : QObject(parent), m_http(http), m_options(options), m_timeoutMs(timeoutMs)
 {
 }
 
@@ -49,7 +55,9 @@ void CddbClient::CDDBQuery(const Disc &disc)
 
 void CddbClient::send(const QString &url)
 {
-    m_http.get(url.toUtf8(), [this](const HttpReply &reply) { Inet1_StateChanged(reply); });
+    // Tolerant: "+" and "@" in the query stay as written.
+    m_http.get(QUrl::fromEncoded(url.toUtf8(), QUrl::TolerantMode), kMaxReplyBytes, m_timeoutMs,
+               [this](const HttpFetch::Reply &reply) { Inet1_StateChanged(reply); });
 }
 
 void CddbClient::cancel()
@@ -58,14 +66,15 @@ void CddbClient::cancel()
     m_step = Step::Done;
 }
 
-void CddbClient::Inet1_StateChanged(const HttpReply &reply)
+void CddbClient::Inet1_StateChanged(const HttpFetch::Reply &reply)
 {
-    // A transfer that failed, or a server that answered with an error page.
-    if (reply.error != 0 || reply.status != 200) {
+    // A transfer that failed, or a server that answered with an error page;
+    // a reply cut at the size limit is read as far as it came.
+    if (reply.transferError != 0 || reply.status != 200) {
         m_step = Step::Done;
         // The number keeps the blank a number turned into text has.
-        emit statusText(
-            QStringLiteral("CDDB error: %1").arg(reply.status > 0 ? reply.status : reply.error));
+        emit statusText(QStringLiteral("CDDB error: %1")
+                            .arg(reply.status > 0 ? reply.status : reply.transferError));
         return;
     }
     const QString text = decodeCddbReply(reply.body);

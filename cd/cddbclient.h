@@ -2,14 +2,13 @@
 
 #include "cddbreply.h"
 
+#include "platform/httpfetch.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
 
 #include <optional>
-
-class HttpClient;
-struct HttpReply;
 
 // Looks a disc up on a CDDB server over HTTP: a query for the disc's
 // identity, then, when the server knows it, a read of its entry. One
@@ -34,7 +33,8 @@ public:
     // The step an exchange is at.
     enum class Step { Done, QuerySent, ReadSent };
 
-    CddbClient(HttpClient &http, Options options, QObject *parent = nullptr);
+    // A server silent for timeoutMs ends the lookup with an error.
+    CddbClient(HttpFetch &http, Options options, int timeoutMs = 20000, QObject *parent = nullptr);
 
     // "&hello=user+host+NON+0.1&proto=4"; nothing when the address has no
     // user or no host around its first "@".
@@ -57,11 +57,12 @@ signals:
     void entryRead(const QString &discId, const CddbDiscEntry &entry);
 
 private:
-    void Inet1_StateChanged(const HttpReply &reply);
+    void Inet1_StateChanged(const HttpFetch::Reply &reply);
     void send(const QString &url);
 
-    HttpClient &m_http;
+    HttpFetch &m_http;
     Options m_options;
+    int m_timeoutMs;
     Step m_step = Step::Done;
     Disc m_disc;
     QString m_hello;

@@ -11,7 +11,7 @@
 #include <QObject>
 
 class Dialogs;
-class HttpClient;
+class HttpFetch;
 class SkinSurface;
 
 // The audio CD: a disc in the drive, or a disc image (a .cue) that plays as
@@ -39,7 +39,7 @@ public:
         SkinSurface &skin;
         Dialogs &dialogs;
         CdDrive &drive;
-        HttpClient &http;
+        HttpFetch &http;
         QString titleFile; // cdplayer.ini in the program folder
     };
 

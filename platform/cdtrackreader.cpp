@@ -1,7 +1,6 @@
 #include "cdtrackreader.h"
 
 #include "cdiolog.h"
-#include "wavheader.h"
 
 #include <QFile>
 #include <QtDebug>
@@ -32,7 +31,7 @@ std::unique_ptr<CdTrackReader> CdTrackReader::open(const QString &playSource, in
         end <= reader->m_firstLsn)
         return nullptr;
     reader->m_sectors = end - reader->m_firstLsn;
-    reader->m_header = wavHeader(44100, quint32(reader->size() - kHeaderBytes));
+    reader->m_header = wavHeader(quint32(qint64(reader->m_sectors) * kSectorBytes), 44100);
     return reader;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/wavheader.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -16,7 +18,7 @@ typedef struct _CdIo CdIo_t;
 class CdTrackReader
 {
 public:
-    static constexpr int kHeaderBytes = 44;
+    static constexpr int kHeaderBytes = kWavHeaderBytes;
     static constexpr int kSectorBytes = 2352;
 
     // Null when the disc cannot be opened or has no such audio track.

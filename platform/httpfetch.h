@@ -10,8 +10,8 @@
 class QNetworkAccessManager;
 class QNetworkReply;
 
-// Fetches small documents over HTTP (a station's playlist), one at a time,
-// without ever blocking: the answer comes from the event loop.
+// Fetches small documents over HTTP (a station's playlist, a CDDB reply), one
+// at a time, without ever blocking: the answer comes from the event loop.
 class HttpFetch
 {
 public:
@@ -23,13 +23,18 @@ public:
         // Empty on success (a 2xx status with a whole body); "HTTP error 404
         // Not Found" for an error status, else what went wrong.
         QString error;
-        bool tooBig = false; // the body went past maxBytes: a stream, maybe
+        // 0 when the transfer went through, whatever the status; else
+        // QNetworkReply's error number (TimeoutError for a silent server).
+        int transferError = 0;
+        // The body went past maxBytes: a stream, maybe. body holds its first
+        // maxBytes bytes.
+        bool tooBig = false;
     };
     using Done = std::function<void(const Reply &reply)>;
 
     virtual ~HttpFetch() = default;
-    // GETs url, following redirects. A body longer than maxBytes, or an answer
-    // slower than timeoutMs, fails. done runs once; a new get() or cancel()
+    // GETs url, following redirects. A body longer than maxBytes, or a server
+    // silent for timeoutMs, fails. done runs once; a new get() or cancel()
     // drops the one before without calling it.
     virtual void get(const QUrl &url, qint64 maxBytes, int timeoutMs, Done done) = 0;
     virtual void cancel() = 0;
@@ -45,7 +50,7 @@ public:
     void cancel() override;
 
 private:
-    void finish(const QString &error, bool tooBig = false);
+    void finish(const QString &error, int transferError = 0, bool tooBig = false);
 
     std::unique_ptr<QNetworkAccessManager> m_network; // made on first use
     QNetworkReply *m_reply = nullptr;

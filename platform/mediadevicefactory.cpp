@@ -1,20 +1,19 @@
 #include "mediadevicefactory.h"
 
+#include "platform/moduleloader.h"
 #include "platform/nullmediadevice.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QLibrary>
 #include <QtDebug>
 
-namespace {
+// The build tree's module, for programs run from where they were built.
+#ifndef VELTO_MPV_MODULE
+#define VELTO_MPV_MODULE ""
+#endif
 
-const char moduleName[] = "libvelto_mpv.so";
-
-} // namespace
-
-MediaDeviceFactory::MediaDeviceFactory() : m_files(defaultModuleFiles()) {}
+MediaDeviceFactory::MediaDeviceFactory()
+    : m_files(moduleFiles(QStringLiteral("libvelto_mpv.so"), QStringLiteral(VELTO_MPV_MODULE)))
+{
+}
 
 MediaDeviceFactory::MediaDeviceFactory(QStringList moduleFiles) : m_files(std::move(moduleFiles)) {}
 
@@ -22,21 +21,6 @@ MediaDeviceFactory::~MediaDeviceFactory()
 {
     if (m_pending.valid())
         m_pending.wait();
-}
-
-QStringList MediaDeviceFactory::defaultModuleFiles()
-{
-    QStringList files;
-    const QString programDir = QCoreApplication::applicationDirPath();
-    if (!programDir.isEmpty()) {
-        files << QDir(programDir).filePath(QLatin1String(moduleName))
-              << QDir(programDir)
-                     .filePath(QStringLiteral("../lib/velto/") + QLatin1String(moduleName));
-    }
-#ifdef VELTO_MPV_MODULE
-    files << QStringLiteral(VELTO_MPV_MODULE);
-#endif
-    return files;
 }
 
 void MediaDeviceFactory::preload()
@@ -74,30 +58,8 @@ void MediaDeviceFactory::runWaiting()
 
 MediaDeviceFactory::Loaded MediaDeviceFactory::load(const QStringList &files)
 {
-    Loaded result;
-    QStringList problems;
-    for (const QString &file : files) {
-        if (!QFileInfo::exists(file))
-            continue;
-        // The module stays loaded for the life of the process: devices made
-        // from it may outlive this factory.
-        QLibrary library(file);
-        library.setLoadHints(QLibrary::PreventUnloadHint);
-        if (!library.load()) {
-            problems << library.errorString();
-            continue;
-        }
-        result.create =
-            reinterpret_cast<Loaded::Create>(library.resolve("velto_create_media_device"));
-        if (result.create)
-            return result;
-        problems << QStringLiteral("%1 has no velto_create_media_device").arg(file);
-    }
-    if (problems.isEmpty())
-        problems << QStringLiteral("%1 not found in %2")
-                        .arg(QLatin1String(moduleName), files.join(QStringLiteral(", ")));
-    result.problem = problems.join(QStringLiteral("; "));
-    return result;
+    const LoadedModule module = loadModule(files, "velto_create_media_device");
+    return {reinterpret_cast<Loaded::Create>(module.entry), module.problem};
 }
 
 const MediaDeviceFactory::Loaded &MediaDeviceFactory::loaded()

@@ -29,8 +29,6 @@ public:
     MediaDeviceFactory(const MediaDeviceFactory &) = delete;
     MediaDeviceFactory &operator=(const MediaDeviceFactory &) = delete;
 
-    static QStringList defaultModuleFiles();
-
     // Starts loading the module on a worker thread and returns at once.
     void preload();
     // Runs work on this thread once the module is loaded: at once when it

@@ -1,62 +1,33 @@
 #include "webviewfactory.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QLibrary>
+#include "platform/moduleloader.h"
+
 #include <QtDebug>
 
-namespace {
+// The build tree's module, for programs run from where they were built.
+#ifndef VELTO_WEBENGINE_MODULE
+#define VELTO_WEBENGINE_MODULE ""
+#endif
 
-const char moduleName[] = "libvelto_webengine.so";
-
-} // namespace
-
-WebViewFactory::WebViewFactory() : m_files(defaultModuleFiles()) {}
+WebViewFactory::WebViewFactory()
+    : m_files(moduleFiles(QStringLiteral("libvelto_webengine.so"),
+                          QStringLiteral(VELTO_WEBENGINE_MODULE)))
+{
+}
 
 WebViewFactory::WebViewFactory(QStringList moduleFiles) : m_files(std::move(moduleFiles)) {}
-
-QStringList WebViewFactory::defaultModuleFiles()
-{
-    QStringList files;
-    const QString programDir = QCoreApplication::applicationDirPath();
-    if (!programDir.isEmpty()) {
-        files << QDir(programDir).filePath(QLatin1String(moduleName))
-              << QDir(programDir)
-                     .filePath(QStringLiteral("../lib/velto/") + QLatin1String(moduleName));
-    }
-#ifdef VELTO_WEBENGINE_MODULE
-    files << QStringLiteral(VELTO_WEBENGINE_MODULE);
-#endif
-    return files;
-}
 
 void WebViewFactory::load()
 {
     if (m_tried)
         return;
     m_tried = true;
-    QStringList problems;
-    for (const QString &file : std::as_const(m_files)) {
-        if (!QFileInfo::exists(file))
-            continue;
-        // Views made from the module may outlive the factory: it stays loaded.
-        QLibrary library(file);
-        library.setLoadHints(QLibrary::PreventUnloadHint);
-        if (!library.load()) {
-            problems << library.errorString();
-            continue;
-        }
-        m_create = reinterpret_cast<Create>(library.resolve("velto_create_web_view"));
-        if (m_create)
-            return;
-        problems << QStringLiteral("%1 has no velto_create_web_view").arg(file);
-    }
-    if (problems.isEmpty())
-        problems << QStringLiteral("Velto was built without the web engine");
-    m_problem = problems.join(QStringLiteral("; "));
-    if (!m_files.isEmpty())
-        qWarning().noquote() << "The browser mode opens pages outside:" << m_problem;
+    if (m_files.isEmpty())
+        return;
+    const LoadedModule module = loadModule(m_files, "velto_create_web_view");
+    m_create = reinterpret_cast<Create>(module.entry);
+    if (!m_create)
+        qWarning().noquote() << "The browser mode opens pages outside:" << module.problem;
 }
 
 std::unique_ptr<WebView> WebViewFactory::create(QWidget *parent)
@@ -69,10 +40,4 @@ bool WebViewFactory::hasEngine()
 {
     load();
     return m_create != nullptr;
-}
-
-QString WebViewFactory::problem()
-{
-    load();
-    return m_problem;
 }

@@ -21,14 +21,10 @@ public:
     // Tries exactly these module files, in order; an empty list means no engine.
     explicit WebViewFactory(QStringList moduleFiles);
 
-    static QStringList defaultModuleFiles();
-
     // Null when there is no engine.
     std::unique_ptr<WebView> create(QWidget *parent);
     // Loads the module if that has not been tried yet.
     bool hasEngine();
-    // Why there is no engine; empty when there is one.
-    QString problem();
 
 private:
     using Create = WebView *(*)(QWidget *parent);
@@ -37,5 +33,4 @@ private:
     QStringList m_files;
     bool m_tried = false;
     Create m_create = nullptr;
-    QString m_problem;
 };

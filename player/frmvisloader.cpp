@@ -187,6 +187,7 @@ void frmVisLoader::scanFolder(const QString &folder)
     const bool exists = m_scan.scan(folder);
     connect(&m_scan, &VisScan::finished, this, &frmVisLoader::scanFinished);
     if (!exists) {
+        setBusy(false);
         showPage(0);
         m_name->setText(QStringLiteral("This folder does not exist: ") + folder);
         return;

@@ -85,11 +85,7 @@ void PlaybackEngine::setCDMode(bool on)
         return;
     // The last item of the other source must not play on, or come back on
     // the other device after a pause.
-    m_timer1.stop();
-    m_opening = {};
-    for (auto &device : m_devices)
-        if (device)
-            device->close();
+    CloseDevices();
     m_state.CDMode = on;
     m_state.CurDevice.clear();
     m_state.TrackLength = 0;

@@ -69,8 +69,7 @@ PlayerPart::PlayerPart(PlaylistState &playlist, Options options, Services servic
     connect(&m_trackInfo, &TrackInfo::lyricsChanged, this, &PlayerPart::stateChanged);
     connect(&m_trackInfo, &TrackInfo::tagSaved, &e, &PlaybackEngine::TagSaved);
 
-    connect(&m_playlistControl, &PlaylistControl::playRequested, this,
-            [this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
+    connect(&m_playlistControl, &PlaylistControl::playRequested, this, &PlayerPart::playWhenLoaded);
     connect(&m_playlistControl, &PlaylistControl::pathChosen, this, &PlayerPart::pathChosen);
     connect(&m_playlistControl, &PlaylistControl::listFileShown, this,
             [this](const QString &file) { m_trackInfo.cover().PlaylistLoaded(file); });
@@ -103,6 +102,11 @@ void PlayerPart::startWhenLoaded(std::function<void()> start)
     });
 }
 
+void PlayerPart::playWhenLoaded()
+{
+    startWhenLoaded([this] { m_engine.PlayIt(); });
+}
+
 void PlayerPart::toggle(bool PlayerFlags::*flag)
 {
     m_flags.*flag = !(m_flags.*flag);
@@ -133,7 +137,7 @@ void PlayerPart::DoIt(qint16 cmd)
     case 11:
         return e.PauseIt();
     case 12:
-        return startWhenLoaded([&e] { e.PlayIt(); });
+        return playWhenLoaded();
     case 14:
         return startWhenLoaded([&e] { e.PrevTrack(); });
     case 15:
@@ -185,7 +189,7 @@ void PlayerPart::DoIt(qint16 cmd)
     case 36:
         if (e.state().playing)
             return e.PauseIt();
-        return startWhenLoaded([&e] { e.PlayIt(); });
+        return playWhenLoaded();
     case 39:
         return startWhenLoaded([this] { m_engine.JumpTo(m_markPos); });
     case 150:
@@ -230,7 +234,7 @@ void PlayerPart::addOpened(const QString &path)
 
 void PlayerPart::playWhenScanned()
 {
-    m_playlistControl.afterScans([this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
+    m_playlistControl.afterScans([this] { playWhenLoaded(); });
 }
 
 void PlayerPart::addPaths(const QStringList &paths)
@@ -245,7 +249,7 @@ void PlayerPart::openHanded(const QStringList &paths, bool play)
         if (first == 0)
             return;
         if (play)
-            return m_engine.PlSelAct(first - 1);
+            return startWhenLoaded([this, first] { m_engine.PlSelAct(first - 1); });
         if (m_playlistState.CurTrack == 0)
             m_playlistState.CurTrack = first;
     });
@@ -284,7 +288,7 @@ void PlayerPart::wheel(int angleDelta)
 void PlayerPart::switchOn()
 {
     m_fade.fadeIn(); // silent first, so the first note is not at full volume
-    startWhenLoaded([this] { m_engine.PlayIt(); });
+    playWhenLoaded();
 }
 
 void PlayerPart::switchOff()
@@ -297,8 +301,7 @@ void PlayerPart::ShowQuickFind()
 {
     if (!m_qfind) {
         m_qfind = std::make_unique<frmQFind>(m_playlistState, m_options.AutoCloseQF, &m_svc.window);
-        connect(m_qfind.get(), &frmQFind::playRequested, this,
-                [this] { startWhenLoaded([this] { m_engine.PlayIt(); }); });
+        connect(m_qfind.get(), &frmQFind::playRequested, this, &PlayerPart::playWhenLoaded);
     }
     m_qfind->Form_Load();
     m_qfind->show();
@@ -333,7 +336,7 @@ void PlayerPart::ShowVisSelect()
             if (index < 0 || index >= m_playlistState.PlPath.size())
                 return;
             m_playlistState.CurTrack = index + 1;
-            m_engine.PlayIt();
+            playWhenLoaded();
         });
         m_visLoader->show();
         m_visLoader->Form_Load();

@@ -125,6 +125,7 @@ private:
     // Starts playback once the media engine is loaded; the window never waits
     // for it. A later start, or Stop, replaces one still waiting.
     void startWhenLoaded(std::function<void()> start);
+    void playWhenLoaded();
     void toggle(bool PlayerFlags::*flag);
     void ShowQuickFind();
     void ToggleAux();

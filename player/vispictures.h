@@ -20,7 +20,6 @@ public:
     VisPictures(QString noCoverFile, QSize box, QObject *parent = nullptr);
     ~VisPictures() override;
 
-    QSize boxSize() const { return m_box; }
     // Asks for the pictures of a page's entries (box i shows entries[i]).
     // Cached ones answer at once, the others as they are decoded; answers to
     // an earlier ticket that has not been loaded yet are dropped.

@@ -3,15 +3,10 @@
 #include <QDir>
 #include <QFileInfo>
 
-const QString VisScan::kExtensions = QStringLiteral("M3U PLS");
+namespace {
 
-VisScan::VisScan(QObject *parent) : QObject(parent)
-{
-    connect(&m_scan, &FolderScan::progress, this, &VisScan::progress);
-    connect(&m_scan, &FolderScan::finished, this, [this] { emit finished(m_stopped); });
-}
-
-QStringList VisScan::dirEntries(const QString &folder)
+// The sub-folders of folder whose names end in ".DIR" (any case), sorted.
+QStringList dirEntries(const QString &folder)
 {
     QStringList found;
     const QDir dir(folder);
@@ -21,6 +16,14 @@ QStringList VisScan::dirEntries(const QString &folder)
             found << name;
     }
     return found;
+}
+
+} // namespace
+
+VisScan::VisScan(QObject *parent) : QObject(parent)
+{
+    connect(&m_scan, &FolderScan::progress, this, &VisScan::progress);
+    connect(&m_scan, &FolderScan::finished, this, [this] { emit finished(m_stopped); });
 }
 
 bool VisScan::scan(const QString &folder)
@@ -39,7 +42,8 @@ bool VisScan::scan(const QString &folder)
         m_found.PlPath << m_folder + name;
     }
     m_folders = int(m_found.PlPath.size());
-    m_scan.start(m_folder, kExtensions, true);
+    // Matched as the player's folder scan matches its extension list.
+    m_scan.start(m_folder, QStringLiteral("M3U PLS"), true);
     return true;
 }
 

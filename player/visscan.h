@@ -12,9 +12,6 @@ class VisScan : public QObject
 {
     Q_OBJECT
 public:
-    // The extension list of the scan; any name whose extension it holds counts.
-    static const QString kExtensions;
-
     explicit VisScan(QObject *parent = nullptr);
 
     // Starts over with folder; a scan still running is stopped first. False
@@ -29,9 +26,6 @@ public:
     QString path(int index) const { return m_found.PlPath.value(index); }
     QString name(int index) const { return m_found.PlNames.value(index); }
     bool isFolder(int index) const { return index >= 0 && index < m_folders; }
-
-    // The sub-folders of folder whose names end in ".DIR" (any case), sorted.
-    static QStringList dirEntries(const QString &folder);
 
 signals:
     // Entries found so far, now and then while the scan runs.

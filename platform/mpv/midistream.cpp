@@ -24,8 +24,8 @@ namespace {
 
 constexpr char Protocol[] = "velto-midi";
 constexpr int SampleRate = 44100;
-constexpr int FrameBytes = 4; // 16-bit stereo
-constexpr int HeaderBytes = 44;
+constexpr int FrameBytes = kWavFrameBytes;
+constexpr int HeaderBytes = kWavHeaderBytes;
 // The WAV sizes are 32-bit: longer songs play their first six hours.
 constexpr qint64 MaxFrames = (0xffffffffLL - HeaderBytes) / FrameBytes;
 // Bigger "MIDI" files are not music; they are read no further than this.
@@ -64,7 +64,7 @@ public:
         if (r->m_song.valid)
             r->m_frames = std::clamp<qint64>(
                 qint64(std::llround(r->m_song.lengthMs * SampleRate / 1000.0)), 0, MaxFrames);
-        r->m_header = wavHeader(SampleRate, quint32(r->m_frames * FrameBytes));
+        r->m_header = wavHeader(quint32(r->m_frames * FrameBytes), SampleRate);
         if (r->m_frames == 0)
             return r;
         r->m_eventFrame.reserve(r->m_song.events.size());

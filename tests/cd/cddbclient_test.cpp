@@ -1,6 +1,6 @@
 #include "cd/cddbclient.h"
 
-#include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "support/loopbackserver.h"
 
 #include <QElapsedTimer>
@@ -23,8 +23,8 @@ const char kEntry[] = "210 rock 2a03f403 CD database entry follows (until termin
 struct Exchange
 {
     explicit Exchange(LoopbackServer::Handler handler, int timeoutMs = 20000)
-        : server(std::move(handler)), http(timeoutMs), cmd(server.url("/~cddb/cddb.cgi/?cmd=")),
-          client(http, {cmd, email})
+        : server(std::move(handler)), cmd(server.url("/~cddb/cddb.cgi/?cmd=")),
+          client(http, {cmd, email}, timeoutMs)
     {
         QObject::connect(&client, &CddbClient::statusText,
                          [this](const QString &text) { statuses << text; });
@@ -46,7 +46,7 @@ struct Exchange
     }
 
     LoopbackServer server;
-    QtHttpClient http;
+    QtHttpFetch http;
     QString email = QStringLiteral("tester@example.org");
     QString cmd;
     CddbClient client;

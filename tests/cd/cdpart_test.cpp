@@ -1,6 +1,6 @@
 #include "cd/cdpart.h"
 
-#include "platform/httpclient.h"
+#include "platform/httpfetch.h"
 #include "platform/linuxcddrive.h"
 #include "support/discimage.h"
 #include "support/fakes.h"
@@ -104,7 +104,7 @@ struct Rig
     RecordingSurface skin;
     FakeDialogs dialogs;
     LinuxCdDrive drive;
-    QtHttpClient http{5000};
+    QtHttpFetch http;
     PlaylistState playlist;
     PlaybackState playback;
     int stops = 0, plays = 0;

@@ -49,6 +49,7 @@ TEST(TagRecord, FieldsFollowTheStoredBytesAndArePaddedPastTheirEnd)
     // Fields past the end of the bytes read are padded with spaces.
     QByteArray last(256, char(0x90));
     last.replace(200, 8, "tAgShort"); // 23 bytes of artist remain, nothing after
+    last.replace(230, 3, "TAG");      // the first tag word counts, not a later one
     const TagRecord r = readTag(last);
     EXPECT_EQ(r.Title, "Short" + fromWindows1252(last.mid(208, 25)));
     EXPECT_EQ(r.Artist, fromWindows1252(last.mid(233, 23)) + QString(7, ' '));

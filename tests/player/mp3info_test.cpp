@@ -4,19 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-QByteArray tagBytes(const QByteArray &title, char track, char genre)
-{
-    QByteArray tag = "TAG" + title.leftJustified(30, ' ', true) +
-                     QByteArray("Artist").leftJustified(30, ' ') +
-                     QByteArray("Album").leftJustified(30, ' ') + "1999" +
-                     QByteArray("Comment").leftJustified(29, ' ');
-    return tag + track + genre;
-}
-
-} // namespace
-
 TEST(Mp3Info, DecodesHeaderFieldsWithTheProgramsOwnTables)
 {
     const std::tuple<const char *, const char *, const char *, const char *, int, int> cases[] = {
@@ -56,30 +43,4 @@ TEST(Mp3Info, ExaminesOnlyFilesOf256BytesOrMore)
             EXPECT_EQ(info.tag.Title, QString(30, ' '));
         }
     }
-}
-
-TEST(Mp3Info, ReadsTheTagFromTheFirstTagWordInTheLast256Bytes)
-{
-    TempHome home;
-    const QString path = home.write("song.mp3", audio(10000) + tagBytes("Song", char(7), char(18)));
-    const Mp3Info info = GetMP3Info(path);
-    ASSERT_TRUE(info.examined);
-    EXPECT_EQ(info.bitRate, "128");
-    EXPECT_EQ(info.tag.Title, QString("Song").leftJustified(30));
-    EXPECT_EQ(info.tag.Year, "1999");
-    EXPECT_EQ(info.tag.Comment, QString("Comment").leftJustified(29));
-    EXPECT_EQ(info.tag.Track, 7);
-    EXPECT_EQ(info.tag.Genre, 18);
-
-    // The first "tag" in the last 256 bytes wins, even inside the audio: here
-    // it sits 40 bytes before the real tag, and every field is read from there.
-    QByteArray bytes = audio(4000);
-    bytes.replace(bytes.size() - 40, 3, "Tag");
-    bytes += tagBytes("Real", char(1), char(2));
-    const Mp3Info odd = GetMP3Info(home.write("odd.mp3", bytes));
-    const QByteArray last = bytes.right(256);
-    const qsizetype p = last.indexOf("Tag");
-    EXPECT_EQ(odd.tag.Title, fromWindows1252(last.mid(p + 3, 30)));
-    EXPECT_EQ(odd.tag.Track, quint8(last[p + 126]));
-    EXPECT_NE(odd.tag.Title, QString("Real").leftJustified(30));
 }

@@ -376,7 +376,9 @@ TEST_F(PlaybackEngineTest, RandomPicksRoundHalvesToEvenAndEntryNumbersWrap)
     EXPECT_EQ(engine->device(0), nullptr) << "documents open no device";
 }
 
-TEST_F(PlaybackEngineTest, MissingFileIsMarkedOnceAndInternetAddressIsRefused)
+// Entries no device here opens: a missing file is marked once, a CD track or
+// disc image goes to the CD part, an internet address is refused.
+TEST_F(PlaybackEngineTest, EntriesThatOpenNoDeviceAreMarkedHandedOnOrRefused)
 {
     setList({"gone.mp3"});
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -386,13 +388,26 @@ TEST_F(PlaybackEngineTest, MissingFileIsMarkedOnceAndInternetAddressIsRefused)
     EXPECT_EQ(playlist.PlNames[0], QStringLiteral("gone.mp3 [FILE NOT FOUND]"));
     EXPECT_EQ(playlist.PlPath[0], QString());
     EXPECT_TRUE(engine->state().CurDevice.isEmpty());
-    EXPECT_EQ(engine->device(0), nullptr);
+
+    media->write(QStringLiteral("album.cue"), "FILE album.bin BINARY\n");
+    QList<int> tracks;
+    QStringList images;
+    QObject::connect(engine.get(), &PlaybackEngine::cdTrackWanted,
+                     [&](int track) { tracks << track; });
+    QObject::connect(engine.get(), &PlaybackEngine::discImageWanted,
+                     [&](const QString &cue) { images << cue; });
+    setList({"Track05.cda", "album.cue"});
+    engine->PlayIt();
+    engine->NextTrack();
+    EXPECT_EQ(tracks, QList<int>{5});
+    EXPECT_EQ(images, QStringList{file("album.cue")});
     EXPECT_TRUE(dialogs.messages.isEmpty());
 
     setList({"http://radio.example/stream.mp3"});
     engine->PlayIt();
     EXPECT_EQ(dialogs.messages, QStringList{QStringLiteral("Internet file!")});
     EXPECT_EQ(engine->device(0), nullptr);
+    EXPECT_EQ(engine->device(1), nullptr);
     EXPECT_FALSE(engine->state().playing);
 }
 
@@ -502,27 +517,6 @@ TEST(PlaybackEngineJump, ReadsEntryNumbersAndTimes)
 }
 
 } // namespace
-
-// What only the CD part can play goes to it, and nothing opens here.
-TEST_F(PlaybackEngineTest, TrackFilesAndDiscImagesGoToTheCdPart)
-{
-    media->write(QStringLiteral("album.cue"), "FILE album.bin BINARY\n");
-    QList<int> tracks;
-    QStringList images;
-    QObject::connect(engine.get(), &PlaybackEngine::cdTrackWanted,
-                     [&](int track) { tracks << track; });
-    QObject::connect(engine.get(), &PlaybackEngine::discImageWanted,
-                     [&](const QString &cue) { images << cue; });
-    setList({"Track05.cda", "album.cue"});
-    engine->PlayIt();
-    engine->NextTrack();
-    EXPECT_EQ(tracks, QList<int>{5});
-    EXPECT_EQ(images, QStringList{file("album.cue")});
-    EXPECT_EQ(engine->device(0), nullptr);
-    EXPECT_EQ(engine->device(1), nullptr);
-    EXPECT_FALSE(engine->state().playing);
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-}
 
 // In CD mode the entries are the disc's tracks on the "cdaudio" device: each
 // plays for its own length, the next follows, seeks stay inside the track.

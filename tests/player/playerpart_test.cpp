@@ -8,7 +8,6 @@
 #include "support/recordingsurface.h"
 #include "support/temphome.h"
 
-#include <QListWidget>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -20,6 +19,10 @@ namespace {
 // media engine: what each of its command numbers does.
 struct PlayerRig
 {
+    PlayerRig() = default;
+    // An engine module to load: a missing one loads (and fails) off the window's thread.
+    explicit PlayerRig(const QString &module) : devices(QStringList{module}) {}
+
     TempHome home;
     FakeDialogs dialogs;
     FakeRandom random;
@@ -93,25 +96,34 @@ TEST(PlayerPart, CommandsThatToggleGoBackAndTheLightsHearOfThem)
     EXPECT_FALSE(rig.player.quickFind()->isVisible()) << "34 hides the window 150 showed";
 }
 
-TEST(PlayerPart, TheVisualSelectorLoadsAListIntoThePlaylistAndPlaysFromIt)
+// However a play starts, the window goes on while the media engine loads, and
+// the play follows once it has.
+TEST(PlayerPart, EveryWayToPlayWaitsForTheEngineWithoutHoldingTheWindow)
 {
-    PlayerRig rig;
-    const QString folder = rig.home.file(QStringLiteral("lists"));
-    rig.home.write(QStringLiteral("lists/party.m3u"), "one.mp3\ntwo.mp3\n");
-    rig.playlist.PlNames = {"old"};
-    rig.playlist.PlPath = {"/m/old.mp3"};
-    rig.visPLPath = folder;
-    rig.player.DoIt(35);
-    frmVisLoader *selector = rig.player.visSelector();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !selector->scan().isRunning(); }));
-    ASSERT_EQ(selector->scan().count(), 1);
-    selector->iPic_DblClick(0);
-    auto *list = selector->findChild<QListWidget *>(QStringLiteral("PlayList"));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return list->count() == 2; }));
-    EXPECT_EQ(rig.playlist.PlPath,
-              QStringList({"/m/old.mp3", folder + "/one.mp3", folder + "/two.mp3"}))
-        << "added, as Load Playlist adds with ClearPLFirst off";
-    EXPECT_EQ(list->item(1)->text(), QStringLiteral("two.mp3"));
-    selector->PlayList_DblClick(1);
-    EXPECT_EQ(rig.playlist.CurTrack, 3);
+    const struct
+    {
+        const char *what;
+        std::function<void(PlayerRig &)> start;
+    } cases[] = {
+        {"Play", [](PlayerRig &r) { r.player.DoIt(12); }},
+        {"a file handed over",
+         [](PlayerRig &r) { r.player.openHanded({r.home.file("a.mp3")}, true); }},
+        {"an entry of the visual selector",
+         [](PlayerRig &r) {
+             r.player.DoIt(35);
+             r.player.visSelector()->showEntries(r.playlist.PlNames, 0);
+             r.player.visSelector()->PlayList_DblClick(0);
+         }},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        PlayerRig rig(QStringLiteral("/nonexistent/libvelto_mpv.so"));
+        rig.playlist.PlNames = {"a"};
+        rig.playlist.PlPath = {rig.home.write("a.mp3", "not really sound")};
+        c.start(rig);
+        EXPECT_FALSE(rig.devices.isLoaded()) << "the window waited for the engine";
+        // Without the module every device refuses, with a box.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !rig.dialogs.messages.isEmpty(); }))
+            << "the play did not follow";
+    }
 }

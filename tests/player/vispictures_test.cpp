@@ -1,13 +1,9 @@
 #include "player/vispictures.h"
 
-#include "support/printers.h"
+#include "support/temphome.h"
+#include "support/testbytes.h"
 
-#include <QBuffer>
-#include <QDir>
-#include <QFile>
-#include <QImage>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -15,43 +11,16 @@ namespace {
 
 const QSize kBox(96, 96);
 
-QString savePicture(const QString &path, QSize size, QColor colour, const char *format = nullptr)
-{
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(colour);
-    EXPECT_TRUE(picture.save(path, format)) << path.toStdString();
-    return path;
-}
-
-QByteArray jpeg(QSize size)
-{
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "JPG");
-    return bytes;
-}
-
-QString writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-    return path;
-}
-
 } // namespace
 
 TEST(VisPictures, EachPlaylistShowsItsOwnPictureElseTheDefaultOne)
 {
-    QTemporaryDir dir;
-    const QString d = dir.path() + '/';
-    const QString noCover = savePicture(d + "nocover.bmp", {8, 8}, Qt::gray);
-    savePicture(d + "rock.jpg", {8, 8}, Qt::red, "JPG");
-    savePicture(d + "Both.BMP", {8, 8}, Qt::blue);
-    savePicture(d + "Both.JPG", {8, 8}, Qt::green, "JPG");
+    TempHome home;
+    const QString d = home.path() + '/';
+    const QString noCover = home.write("nocover.bmp", picture(0xff808080, "BMP"));
+    home.write("rock.jpg", picture(0xffff0000, "JPG"));
+    home.write("Both.BMP", picture(0xff0000ff, "BMP"));
+    home.write("Both.JPG", picture(0xff00ff00, "JPG"));
     const struct
     {
         QString entry, picture;
@@ -68,20 +37,20 @@ TEST(VisPictures, EachPlaylistShowsItsOwnPictureElseTheDefaultOne)
 
 TEST(VisPictures, PicturesAreScaledIntoTheBoxAndBadOnesGiveNone)
 {
-    QTemporaryDir dir;
-    const QString d = dir.path() + '/';
+    TempHome home;
+    const QRgb red = 0xffff0000;
     const struct
     {
         QString file;
         QSize size; // 0 x 0: no picture
     } cases[] = {
-        {savePicture(d + "big.jpg", {3000, 1500}, Qt::red, "JPG"), {96, 48}},
-        {savePicture(d + "tall.png", {200, 400}, Qt::red, "PNG"), {48, 96}},
-        {savePicture(d + "small.bmp", {50, 40}, Qt::red, "BMP"), {50, 40}},
-        {writeBytes(d + "text.jpg", "not a picture"), {0, 0}},
-        {writeBytes(d + "empty.gif", ""), {0, 0}},
-        {d + "missing.jpg", {0, 0}},
-        {d, {0, 0}}, // a folder
+        {home.write("big.jpg", picture(red, "JPG", {3000, 1500})), {96, 48}},
+        {home.write("tall.png", picture(red, "PNG", {200, 400})), {48, 96}},
+        {home.write("small.bmp", picture(red, "BMP", {50, 40})), {50, 40}},
+        {home.write("text.jpg", "not a picture"), {0, 0}},
+        {home.write("empty.gif", ""), {0, 0}},
+        {home.file("missing.jpg"), {0, 0}},
+        {home.path(), {0, 0}}, // a folder
     };
     for (const auto &c : cases)
         EXPECT_EQ(VisPictures::loadScaled(c.file, kBox).size(), c.size) << c.file.toStdString();
@@ -89,29 +58,28 @@ TEST(VisPictures, PicturesAreScaledIntoTheBoxAndBadOnesGiveNone)
     // A JPEG cut short, and one whose header claims 10000 x 10000 pixels that
     // never come: what can be decoded shows, in the box, without using memory
     // for the claimed size.
-    QByteArray cut = jpeg({400, 400});
+    QByteArray cut = picture(red, "JPG", {400, 400});
     cut.truncate(cut.size() / 2);
-    const QImage half = VisPictures::loadScaled(writeBytes(d + "cut.jpg", cut), kBox);
-    EXPECT_LE(half.width(), 96);
-    QByteArray huge = jpeg({16, 16});
+    EXPECT_LE(VisPictures::loadScaled(home.write("cut.jpg", cut), kBox).width(), 96);
+    QByteArray huge = picture(red, "JPG", {16, 16});
     const qsizetype sof = huge.indexOf("\xFF\xC0");
     ASSERT_GT(sof, 0);
     huge[sof + 5] = char(10000 >> 8);
     huge[sof + 6] = char(10000 & 0xFF);
     huge[sof + 7] = char(10000 >> 8);
     huge[sof + 8] = char(10000 & 0xFF);
-    const QImage claimed = VisPictures::loadScaled(writeBytes(d + "huge.jpg", huge), kBox);
+    const QImage claimed = VisPictures::loadScaled(home.write("huge.jpg", huge), kBox);
     EXPECT_LE(claimed.width(), 96);
     EXPECT_LE(claimed.height(), 96);
 }
 
 TEST(VisPictures, RequestsAnswerOffTheEventLoopOnceAndFromTheCacheAfter)
 {
-    QTemporaryDir dir;
-    const QString d = dir.path() + '/';
-    const QString noCover = savePicture(d + "nocover.bmp", {8, 8}, Qt::gray);
-    savePicture(d + "a.jpg", {3000, 3000}, Qt::red, "JPG");
-    writeBytes(d + "b.gif", "broken");
+    TempHome home;
+    const QString d = home.path() + '/';
+    const QString noCover = home.write("nocover.bmp", picture(0xff808080, "BMP", {8, 8}));
+    home.write("a.jpg", picture(0xffff0000, "JPG", {3000, 3000}));
+    home.write("b.gif", "broken");
     VisPictures pictures(noCover, kBox);
     QSignalSpy ready(&pictures, &VisPictures::pictureReady);
 
@@ -138,7 +106,7 @@ TEST(VisPictures, RequestsAnswerOffTheEventLoopOnceAndFromTheCacheAfter)
 
     // Paging on before the pictures came: the old page's answers are dropped.
     ready.clear();
-    savePicture(d + "x.bmp", {300, 300}, Qt::blue);
+    home.write("x.bmp", picture(0xff0000ff, "BMP", {300, 300}));
     pictures.request(3, {d + "x.m3u"});
     pictures.request(4, {d + "a.m3u"});
     ASSERT_TRUE(QTest::qWaitFor([&] { return !pictures.busy(); }, 20000));

@@ -23,10 +23,10 @@ inline QByteArray audio(int size)
     return bytes.replace(0, 4, "\xFF\xFB\x90\x44");
 }
 
-// A small picture of one colour.
-inline QByteArray picture(QRgb colour, const char *format = "PNG")
+// A picture of one colour, small unless asked otherwise.
+inline QByteArray picture(QRgb colour, const char *format = "PNG", QSize size = {6, 4})
 {
-    QImage image(6, 4, QImage::Format_RGB32);
+    QImage image(size, QImage::Format_RGB32);
     image.fill(colour);
     QByteArray bytes;
     QBuffer buffer(&bytes);
