@@ -14,7 +14,7 @@ class QuietDialogs : public Dialogs
 public:
     QString answer;
     void message(const QString &) override {}
-    bool askYesNo(const QString &) override { return true; }
+    bool question(const QString &, const QString &) override { return true; }
     QString askText(const QString &, const QString &) override { return answer; }
     QStringList openFiles(const QString &, const QString &, const QString &) override
     {

@@ -134,7 +134,7 @@ static void BM_CddbLookupLongestGap(benchmark::State &state)
         return LoopbackServer::Response{200, target.find("cddb+read") != std::string::npos ? entry
                                                                                            : found};
     });
-    const QString cmd = QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd=";
+    const QString cmd = server.url("/~cddb/cddb.cgi/?cmd=");
     const QString email = QStringLiteral("bench@example.org");
     QtHttpFetch http;
     CddbClient client(http, {cmd, email});

@@ -12,7 +12,7 @@
 #include "platform/httpfetch.h"
 #include "platform/wavevolume.h"
 #include "radio/webradio.h"
-#include "tests/support/loopbackradio.h"
+#include "tests/support/loopbackserver.h"
 #include "tests/support/recordingsurface.h"
 
 #include <QElapsedTimer>
@@ -26,7 +26,7 @@ namespace {
 
 QByteArray &tone()
 {
-    static QByteArray mp3 = LoopbackRadio::toneMp3(10);
+    static QByteArray mp3 = LoopbackServer::toneMp3(10);
     return mp3;
 }
 
@@ -41,11 +41,11 @@ static void BM_StreamCpuAgainstMpv(benchmark::State &state)
         state.SkipWithError("ffmpeg could not make the tone");
         return;
     }
-    LoopbackRadio::Options options;
+    LoopbackServer::Stream options;
     options.mp3 = tone();
     options.titles = {"Bench Song 1", "Bench Song 2"};
     options.titleSeconds = 5;
-    LoopbackRadio station(options);
+    LoopbackServer station(options);
     if (!station.listening()) {
         state.SkipWithError("no loopback port");
         return;
@@ -69,14 +69,14 @@ static void BM_UiStallWhileAStationConnectsAndBuffers(benchmark::State &state)
         state.SkipWithError("needs ffmpeg and the media engine module");
         return;
     }
-    LoopbackRadio::Options options;
+    LoopbackServer::Stream options;
     options.mp3 = tone();
     options.burstBytes = 8000;
     options.stallAfterSeconds = 2;
     options.stallSeconds = 2;
-    LoopbackRadio station(options);
-    station.addDocument("/listen.pls", 200, "audio/x-scpls",
-                        "[playlist]\nFile1=" + station.url().toUtf8() + "\n");
+    LoopbackServer station(options);
+    station.page("/listen.pls", "[playlist]\nFile1=" + station.url().toUtf8() + "\n",
+                 "audio/x-scpls");
     QTemporaryDir home;
     RecordingSurface skin;
     QuietDialogs dialogs;

@@ -24,11 +24,6 @@ void QtDialogs::message(const QString &text)
     box.exec();
 }
 
-bool QtDialogs::askYesNo(const QString &text)
-{
-    return question(kTitle, text);
-}
-
 bool QtDialogs::question(const QString &title, const QString &text)
 {
     QMessageBox box(QMessageBox::Question, title, displayText(text),

@@ -12,13 +12,9 @@ class Dialogs
 public:
     virtual ~Dialogs() = default;
     virtual void message(const QString &text) = 0;
-    virtual bool askYesNo(const QString &text) = 0;
-    // A yes-or-no question under its own title.
-    virtual bool question(const QString &title, const QString &text)
-    {
-        Q_UNUSED(title);
-        return askYesNo(text);
-    }
+    // A yes-or-no question under its own title, or under the program's.
+    virtual bool question(const QString &title, const QString &text) = 0;
+    bool askYesNo(const QString &text) { return question(QStringLiteral("Velto"), text); }
     // A line of text, offering `answer`; empty when the user cancels.
     virtual QString askText(const QString &prompt, const QString &answer) = 0;
     // Each returns an empty result when the user cancels.
@@ -44,7 +40,6 @@ public:
     void setParent(QWidget *parent) { m_parent = parent; }
 
     void message(const QString &text) override;
-    bool askYesNo(const QString &text) override;
     bool question(const QString &title, const QString &text) override;
     QString askText(const QString &prompt, const QString &answer) override;
     QStringList openFiles(const QString &title, const QString &folder,

@@ -31,11 +31,11 @@ void NullMediaDevice::finishOpening(quint32 generation)
     if (!m_refusal.isEmpty()) {
         m_error = DeviceNotInstalled;
         m_errorText = m_refusal;
-    } else if (!isKnownDeviceType(m_deviceType) && !cdTrack) {
-        m_error = DeviceNotInstalled;
-        m_errorText = QStringLiteral("unknown device type");
     } else if (cdTrack) {
         // A disc's track: nothing on disk to look at.
+    } else if (!isKnownDeviceType(m_deviceType)) {
+        m_error = DeviceNotInstalled;
+        m_errorText = QStringLiteral("unknown device type");
     } else if (m_fileName.isEmpty() || !file.isFile()) {
         m_error = CannotOpen;
         m_errorText = QStringLiteral("loading failed");

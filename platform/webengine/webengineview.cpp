@@ -26,30 +26,19 @@ bool shownInPage(const QUrl &url)
 WebEngineView::WebEngineView(QWidget *parent) : m_view(new QWebEngineView(parent))
 {
     QWebEnginePage *page = m_view->page();
-    QObject::connect(page, &QWebEnginePage::titleChanged, m_view, [this](const QString &title) {
-        if (m_events.titleChanged)
-            m_events.titleChanged(title);
-    });
-    QObject::connect(page, &QWebEnginePage::urlChanged, m_view, [this](const QUrl &url) {
-        if (m_events.urlChanged)
-            m_events.urlChanged(url);
-    });
-    QObject::connect(page, &QWebEnginePage::loadStarted, m_view, [this] {
-        if (m_events.loadStarted)
-            m_events.loadStarted();
-    });
-    QObject::connect(page, &QWebEnginePage::loadProgress, m_view, [this](int percent) {
-        if (m_events.loadProgress)
-            m_events.loadProgress(percent);
-    });
-    QObject::connect(page, &QWebEnginePage::loadFinished, m_view, [this](bool ok) {
-        if (m_events.loadFinished)
-            m_events.loadFinished(ok);
-    });
-    QObject::connect(page, &QWebEnginePage::linkHovered, m_view, [this](const QString &url) {
-        if (m_events.linkHovered)
-            m_events.linkHovered(QUrl(url));
-    });
+    // Each signal of the page reaches the callback of the same name, when set.
+    const auto forward = [this, page](auto signal, auto callback) {
+        QObject::connect(page, signal, m_view, [this, callback](const auto &...args) {
+            if (m_events.*callback)
+                (m_events.*callback)(args...);
+        });
+    };
+    forward(&QWebEnginePage::titleChanged, &Events::titleChanged);
+    forward(&QWebEnginePage::urlChanged, &Events::urlChanged);
+    forward(&QWebEnginePage::loadStarted, &Events::loadStarted);
+    forward(&QWebEnginePage::loadProgress, &Events::loadProgress);
+    forward(&QWebEnginePage::loadFinished, &Events::loadFinished);
+    forward(&QWebEnginePage::linkHovered, &Events::linkHovered); // a QString, read as a QUrl
     // Pop-ups and links with a target of their own open in the user's browser.
     QObject::connect(page, &QWebEnginePage::newWindowRequested, m_view,
                      [this](QWebEngineNewWindowRequest &request) {

@@ -1,6 +1,6 @@
 #include "app/velto.h"
 
-#include "support/loopbackradio.h"
+#include "support/loopbackserver.h"
 #include "support/shippedwindow.h"
 #include "support/testmedia.h"
 
@@ -78,11 +78,11 @@ TEST_F(RadioModes, WhatIsHandedOverWhileRunningGoesWhereItBelongs)
 TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
 {
     qputenv("VELTO_AUDIO", "null");
-    LoopbackRadio::Options o;
-    o.mp3 = LoopbackRadio::toneMp3();
+    LoopbackServer::Stream o;
+    o.mp3 = LoopbackServer::toneMp3();
     if (o.mp3.isEmpty())
         GTEST_SKIP() << "no ffmpeg to make the stream";
-    LoopbackRadio station(o);
+    LoopbackServer station(o);
     ASSERT_TRUE(station.listening());
     store.values["config/auto"] = "1";
     home.write(QStringLiteral("data/velto/autolist.txt"), "E 07:30 08:00 02\n");

@@ -23,8 +23,7 @@ const char kEntry[] = "210 rock 2a03f403 CD database entry follows (until termin
 struct Exchange
 {
     explicit Exchange(LoopbackServer::Handler handler, int timeoutMs = 20000)
-        : server(std::move(handler)),
-          cmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
+        : server(std::move(handler)), cmd(server.url("/~cddb/cddb.cgi/?cmd=")),
           client(http, {cmd, email}, timeoutMs)
     {
         QObject::connect(&client, &CddbClient::statusText,

@@ -58,7 +58,7 @@ struct Rig
 {
     explicit Rig(CdDrive *fakeDrive = nullptr)
         : server([this](const std::string &target) { return answer(target); }),
-          cddbCmd(QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="),
+          cddbCmd(server.url("/~cddb/cddb.cgi/?cmd=")),
           part(playlist, playback, {useCdp, useCddb, cddbCmd, email, drivePath},
                {skin, dialogs, fakeDrive ? *fakeDrive : drive, http, dir.filePath("cdplayer.ini")})
     {

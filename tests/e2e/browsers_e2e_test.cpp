@@ -1,6 +1,6 @@
 #include "e2e.h"
 
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 
 #include <QDir>
 #include <QFile>
@@ -179,7 +179,7 @@ TEST_F(Browsers, TheBrowserModeShowsALoopbackPage)
     const QPoint origin = windowGeometry(window).topLeft();
     // Made once waitUntil has given the test its application: the server
     // answers on its event loop.
-    LoopbackHttp server;
+    LoopbackServer server;
     ASSERT_TRUE(server.listening());
     server.page("/page", "<html><head><title>Loopback</title></head>"
                          "<body style=\"background: #13579b\">&nbsp;</body></html>");
@@ -187,7 +187,7 @@ TEST_F(Browsers, TheBrowserModeShowsALoopbackPage)
     click(origin + field.center());
     xdotool({"type", "--delay", "5", server.url("/page")});
     key(QStringLiteral("Return"));
-    EXPECT_TRUE(waitUntil([&] { return server.requests.contains("/page"); }, 60000))
+    EXPECT_TRUE(waitUntil([&] { return server.asked("/page") > 0; }, 60000))
         << "the page was asked for; velto said: " << velto.output().toStdString();
     EXPECT_TRUE(waitUntil(
         [&] { return near(pixel(origin + page.center()), QColor(0x13, 0x57, 0x9b), 8); }, 60000))

@@ -68,7 +68,7 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     VeltoProcess velto;
     velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
     velto.writeSettings(
-        {{"cddbcmd", QString::fromStdString(server.base()) + "/~cddb/cddb.cgi/?cmd="},
+        {{"cddbcmd", server.url("/~cddb/cddb.cgi/?cmd=")},
          {"usecddb", "1"},
          {"emailid", "tester@example.org"},
          {"cddrive", velto.home(QStringLiteral("no-drive"))}});

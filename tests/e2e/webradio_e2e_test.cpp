@@ -1,6 +1,6 @@
 #include "e2e.h"
 
-#include "support/loopbackradio.h"
+#include "support/loopbackserver.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +30,7 @@ protected:
         E2e::SetUp();
         if (IsSkipped())
             return;
-        tone = LoopbackRadio::toneMp3();
+        tone = LoopbackServer::toneMp3();
         if (tone.isEmpty())
             GTEST_SKIP() << "no ffmpeg to make the stream";
         velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
@@ -56,14 +56,14 @@ protected:
 // the station stalls and come back to it.
 TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 {
-    LoopbackRadio::Options o;
+    LoopbackServer::Stream o;
     o.mp3 = tone;
     o.titles = {"Morning Song", "Evening Song"};
     o.titleSeconds = 6;
     o.burstBytes = 8000;
     o.stallAfterSeconds = 15;
     o.stallSeconds = 4;
-    LoopbackRadio server(o);
+    LoopbackServer server(o);
     ASSERT_TRUE(server.listening());
     // The station list the user keeps: only the loopback station, never the shipped one.
     QDir().mkpath(velto.home(QStringLiteral("data/velto")));
@@ -102,10 +102,10 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 
 TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
 {
-    LoopbackRadio::Options o;
+    LoopbackServer::Stream o;
     o.mp3 = tone;
     o.titles = {"Handed Over"};
-    LoopbackRadio server(o);
+    LoopbackServer server(o);
     ASSERT_TRUE(server.listening());
     ASSERT_TRUE(velto.start({QStringLiteral("--play"), server.url()}));
     window = velto.waitForWindow();

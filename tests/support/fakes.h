@@ -25,7 +25,7 @@ public:
 
     QStringList messages;
     QStringList questions;
-    QStringList questionTitles; // of question(); askYesNo's show as "Velto"
+    QStringList questionTitles;
     // askText answers from the front; prompts and offered answers are noted.
     std::deque<QString> textAnswers;
     QStringList prompts, offered;
@@ -37,12 +37,6 @@ public:
     int chosenFilter = -1;
 
     void message(const QString &text) override { messages << text; }
-    bool askYesNo(const QString &text) override
-    {
-        questions << text;
-        questionTitles << QStringLiteral("Velto");
-        return answer;
-    }
     bool question(const QString &title, const QString &text) override
     {
         questions << text;

@@ -19,7 +19,7 @@ class ShippedWindow
 protected:
     ~ShippedWindow() { qunsetenv("VELTO_DATA_DIR"); }
 
-    // names: as on the command line.
+    // names and playNow as on the command line.
     void start(const QStringList &names = {}, bool playNow = false)
     {
         qputenv("VELTO_DATA_DIR", VELTO_DATA_DIR);
