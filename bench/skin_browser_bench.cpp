@@ -6,7 +6,7 @@
 #include "skin/frmskinbrowse.h"
 #include "skin/skindescription.h"
 #include "skin/skindir.h"
-#include "skin/skinsurface.h"
+#include "tests/support/recordingsurface.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -41,28 +41,6 @@ const QString &skinFolder()
     return path;
 }
 
-// The browser reads only the skin the user shows: the description of none.
-class NoSkin : public SkinSurface
-{
-public:
-    const SkinDescription &skin() const override { return m_skin; }
-    void setLabel(int, const QString &) override {}
-    QString label(int) const override { return {}; }
-    void SetDD(int, const QVariant &) override {}
-    QVariant digitValue(int) const override { return {}; }
-    void ShowLights(const LightsView &) override {}
-    void setSliderValue(int, double) override {}
-    void setSliderShown(int, bool) override {}
-    void setPicture(int, const QImage &, const QString &) override {}
-    SkinListArea *list(int) override { return nullptr; }
-    SkinTextArea *notepad() override { return nullptr; }
-    SkinTextField *textField(int) override { return nullptr; }
-    SkinAreaWidget *area(int) override { return nullptr; }
-
-private:
-    SkinDescription m_skin;
-};
-
 void ReadSkinDirOf1000(benchmark::State &state)
 {
     const QString folder = skinFolder();
@@ -78,7 +56,7 @@ void SkinBrowserListsA1000(benchmark::State &state)
     FavouriteSkins::Slots favourites;
     favourites[1] = skinPath + QStringLiteral("/skin0003.skin");
     QuietDialogs dialogs;
-    NoSkin skin;
+    RecordingSurface skin; // no skin loaded: the browser only reads the folder
     frmSkinBrowse browser({skinPath, favourites, skinPath}, skin, dialogs,
                           [](const QString &) { return QString(); });
     for (auto _ : state)
