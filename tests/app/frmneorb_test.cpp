@@ -2,9 +2,7 @@
 #include "skin/skinlightwidget.h"
 #include "skin/skinlistarea.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QAction>
 #include <QApplication>

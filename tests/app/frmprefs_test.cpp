@@ -1,9 +1,7 @@
 #include "app/frmneorb.h"
 #include "app/frmprefs.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QAbstractSpinBox>
 #include <QCheckBox>

@@ -1,12 +1,9 @@
 #include "app/frmneorb.h"
 #include "skin/frmskinbrowse.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QFile>
 #include <QListWidget>
 #include <QMenu>

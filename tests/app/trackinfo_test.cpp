@@ -8,11 +8,9 @@
 #include "skin/skinareawidget.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinloader.h"
-#include "support/testbytes.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <QLabel>
 #include <QLineEdit>
