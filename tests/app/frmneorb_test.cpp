@@ -33,13 +33,6 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindow, FirstStartShowsThePlayerSkinQuietly)
-{
-    EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
-    EXPECT_EQ(window->size(), window->skin().pictures().windowSize);
-}
-
 // Each state lights its light and nothing else, and going back puts it out:
 // by a command, or by a setting the next clock tick notices.
 TEST_F(MainWindow, EachStateLightsItsOwnLight)
