@@ -7,11 +7,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMetaProperty>
 #include <QPushButton>
 #include <QSet>
 #include <QSpinBox>
@@ -19,8 +19,6 @@
 #include <QTest>
 #include <QTimeEdit>
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 
@@ -47,54 +45,26 @@ template<typename W> W *child(QObject &parent, const QString &name)
     return parent.findChild<W *>(name);
 }
 
-using Change = std::function<void(QWidget *)>;
-
-Change flip()
-{
-    return [](QWidget *w) {
-        auto *box = qobject_cast<QCheckBox *>(w);
-        box->setChecked(!box->isChecked());
-    };
-}
-Change pick(int index)
-{
-    return [index](QWidget *w) { qobject_cast<QComboBox *>(w)->setCurrentIndex(index); };
-}
-Change type(const char *text)
-{
-    return [text](QWidget *w) { qobject_cast<QLineEdit *>(w)->setText(QString::fromUtf8(text)); };
-}
-Change spin(int value)
-{
-    return [value](QWidget *w) { qobject_cast<QSpinBox *>(w)->setValue(value); };
-}
-
 // One input of each kind: each changes its own setting alone.
 TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
 {
     const struct
     {
         const char *input;
-        Change change;
+        QVariant typed;     // written to the input's user property, as a user would
         const char *key;    // as velto.ini holds it after shut-down
         const char *stored; // the value written there
     } cases[] = {
-        {"StartMd", pick(2), "config/startmd", "2"},
-        {"StartFile", type("/music/wake up.m3u"), "config/startfile", "/music/wake up.m3u"},
-        {"PBOverlap", spin(300), "config/pboverlap", "300"},
-        {"FriendlyNames", flip(), "config/friendlynames", "0"},
-        {"ValidExt", type("*.mp3, .FLAC;;ogg  ..wav *."), "config/validext", "mp3 FLAC ogg wav"},
-        {"SnoozeTime", [](QWidget *w) { qobject_cast<QTimeEdit *>(w)->setTime(QTime(6, 45)); },
-         "config/snoozetime", "06:45"},
-        {"UseCDP", flip(), "config/usecdp", "0"},
-        {"StartFreq", [](QWidget *w) { qobject_cast<QDoubleSpinBox *>(w)->setValue(101.5); },
-         "config/startfreq", "101.5"},
-        {"FMDevice",
-         [](QWidget *w) {
-             qobject_cast<QComboBox *>(w)->setEditText(QStringLiteral("/dev/radio1"));
-         },
-         "config/fmdevice", "/dev/radio1"},
-        {"URL3", type(" www.example.org "), "config/url3", "www.example.org"},
+        {"StartMd", "The file, playlist or folder below", "config/startmd", "2"},
+        {"StartFile", "/music/wake up.m3u", "config/startfile", "/music/wake up.m3u"},
+        {"PBOverlap", 300, "config/pboverlap", "300"},
+        {"FriendlyNames", false, "config/friendlynames", "0"},
+        {"ValidExt", "*.mp3, .FLAC;;ogg  ..wav *.", "config/validext", "mp3 FLAC ogg wav"},
+        {"SnoozeTime", QTime(6, 45), "config/snoozetime", "06:45"},
+        {"UseCDP", false, "config/usecdp", "0"},
+        {"StartFreq", 101.5, "config/startfreq", "101.5"},
+        {"FMDevice", "/dev/radio1", "config/fmdevice", "/dev/radio1"},
+        {"URL3", " www.example.org ", "config/url3", "www.example.org"},
     };
     FakeDialogs dialogs;
     for (const auto &c : cases) {
@@ -102,7 +72,7 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
         frmPrefs prefs(before, {}, dialogs);
         QWidget *input = child<QWidget>(prefs, QLatin1String(c.input));
         ASSERT_NE(input, nullptr) << c.input;
-        c.change(input);
+        ASSERT_TRUE(input->metaObject()->userProperty().write(input, c.typed)) << c.input;
         Settings after = before;
         prefs.applyTo(after);
         const QMap<QString, QString> expected{{QLatin1String(c.key), QString::fromUtf8(c.stored)}};
