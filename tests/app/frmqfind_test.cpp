@@ -1,10 +1,8 @@
 #include "app/frmneorb.h"
 #include "player/frmqfind.h"
 
-#include "support/fakes.h"
 #include "support/recordingplayer.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QDropEvent>
 #include <QLineEdit>

@@ -113,7 +113,7 @@ protected:
     std::unique_ptr<RemoteControl> remote;
 };
 
-TEST_F(RemoteControlTest, HandedFilesAreAddedAndPlayedAsTheOptionSays)
+TEST_F(RemoteControlTest, HandedFilesAreAddedAndPlayedAsTheOptionSaysAndGarbageIsRefused)
 {
     // Names are relative to the asking start's folder.
     EXPECT_EQ(ask(Action::Enqueue, {"one.wav"}), (RemoteAnswer{true, {}}));
@@ -131,6 +131,13 @@ TEST_F(RemoteControlTest, HandedFilesAreAddedAndPlayedAsTheOptionSays)
     EXPECT_EQ(dialogs.messages.last(),
               QStringLiteral("File not found:\r") + media.file("gone.wav"));
     EXPECT_EQ(list().PlPath.size(), 2);
+
+    // Bytes that are no request get an answer that says so and change nothing.
+    const auto garbage = decodeAnswer(remote->answer(QByteArray("\xff\x00{", 3)));
+    ASSERT_TRUE(garbage);
+    EXPECT_FALSE(garbage->ok);
+    EXPECT_FALSE(garbage->text.isEmpty());
+    EXPECT_EQ(list().PlPath.size(), 2);
 }
 
 TEST_F(RemoteControlTest, PlainNamesPlayOnlyWhenStartPlayingIsOn)
@@ -144,15 +151,6 @@ TEST_F(RemoteControlTest, PlainNamesPlayOnlyWhenStartPlayingIsOn)
     velto->settings().AutoPlay = 1;
     ask(Action::Open, {"two.wav"});
     EXPECT_TRUE(waitFor(NowPlaying::State::Playing, 2));
-}
-
-TEST_F(RemoteControlTest, GarbageGetsAnAnswerAndChangesNothing)
-{
-    const QByteArray answer = remote->answer(QByteArray("\xff\x00{", 3));
-    const std::optional<RemoteAnswer> decoded = decodeAnswer(answer);
-    ASSERT_TRUE(decoded);
-    EXPECT_FALSE(decoded->ok);
-    EXPECT_FALSE(decoded->text.isEmpty());
 }
 
 } // namespace

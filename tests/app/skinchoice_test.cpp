@@ -1,12 +1,9 @@
 #include "app/frmneorb.h"
 #include "skin/frmskinbrowse.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QFile>
 #include <QListWidget>
 #include <QMenu>
@@ -52,8 +49,7 @@ TEST_F(SkinChoice, SelectSkinOpensTheBrowserWhoseClickLoadsASkin)
 {
     velto->DoIt(6);
     frmSkinBrowse *browser = velto->skinBrowser();
-    ASSERT_NE(browser, nullptr);
-    EXPECT_TRUE(browser->isVisible());
+    ASSERT_TRUE(browser && browser->isVisible());
     auto *list = browser->findChild<QListWidget *>(QStringLiteral("List1"));
     ASSERT_EQ(list->count(), 8);
     ASSERT_NE(list->currentItem(), nullptr);
@@ -97,8 +93,7 @@ TEST_F(SkinChoice, FavouriteSkinsSwitchModeAndEmptySlotsFallBack)
 
     // Favorite holds nothing and has no mode: the browser offers the favourites.
     favourite(QStringLiteral("F&avorite"))->trigger();
-    ASSERT_NE(velto->skinBrowser(), nullptr);
-    EXPECT_TRUE(velto->skinBrowser()->isVisible());
+    ASSERT_TRUE(velto->skinBrowser() && velto->skinBrowser()->isVisible());
     EXPECT_EQ(velto->skinBrowser()->typeFilter(), QStringLiteral("FAVORITE"));
     auto *list = velto->skinBrowser()->findChild<QListWidget *>(QStringLiteral("List1"));
     ASSERT_EQ(list->count(), 2);

@@ -8,11 +8,9 @@
 #include "skin/skinareawidget.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinloader.h"
-#include "support/testbytes.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -92,11 +90,10 @@ TEST(TrackInfo, CoverReachesTheSkinAndTheAlbumWindow)
     const QString blue = rig.home.write("m/Blue.GIF", picture(0xff0000ff));
     rig.info.LoadCover(blue);
     SkinAreaWidget *area = rig.loader.area(1);
-    ASSERT_FALSE(area->picture().isNull());
     EXPECT_EQ(area->picture().pixel(0, 0), 0xff0000ffu);
     EXPECT_EQ(area->toolTip(), "Blue.GIF");
-    ASSERT_TRUE(rig.info.albumWindow());
-    EXPECT_TRUE(rig.info.albumWindow()->isVisible()) << "AutoCover opens the album window";
+    ASSERT_TRUE(rig.info.albumWindow() && rig.info.albumWindow()->isVisible())
+        << "AutoCover opens the album window";
 
     // The album window's picture goes to the track information window.
     rig.info.ShowTrackInfo();

@@ -3,9 +3,7 @@
 #include "skin/skinlistarea.h"
 #include "skin/skinsliderwidget.h"
 
-#include "support/fakes.h"
 #include "support/shippedwindow.h"
-#include "support/temphome.h"
 
 #include <QApplication>
 #include <QTest>

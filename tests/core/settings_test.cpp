@@ -26,7 +26,7 @@ TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
     EXPECT_EQ(config.GetCfgInt(QStringLiteral("Missing"), QString()), 0);
 }
 
-TEST(ConfigStore, FirstRunReadsTheDefaultsAndMciDeviceIsTheTextOfItsNumber)
+TEST(ConfigStore, FirstRunReadsDefaultsAndTheWriteKeepsThePositionOnlyWhenAsked)
 {
     MemoryStore store;
     Settings s;
@@ -44,12 +44,8 @@ TEST(ConfigStore, FirstRunReadsTheDefaultsAndMciDeviceIsTheTextOfItsNumber)
     store.values[QStringLiteral("config/mcidevice")] = QStringLiteral("02x");
     ConfigStore(store).ReadAll(s);
     EXPECT_EQ(s.MCIDevice, QStringLiteral("2"));
-}
 
-TEST(ConfigStore, WritesThePositionOnlyWhenAskedAndFlushesOnce)
-{
-    MemoryStore store;
-    Settings s;
+    // The position is written only when asked; the write flushes once.
     s.WinSavePos = 0;
     s.X = -20;
     ConfigStore(store).WriteAll(s);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -24,6 +23,8 @@ TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
     const QRect full(0, 0, 1920, 1080);
     const QRect underPanel(0, 32, 1920, 1048); // a 32 px panel at the top
     const QRect leftMonitor(-1920, 0, 1920, 1080);
+    const int m = std::numeric_limits<int>::max() - 10; // right and bottom must not overflow
+    const QRect far(m - 1000, m - 1000, 1000, 1000);
     const std::tuple<const char *, QRect, QRect, qreal, QPoint> cases[] = {
         {"near top-left", {10, 15, 300, 100}, full, 96, {0, 0}},
         {"beyond the area", {-15, -10, 300, 100}, full, 96, {0, 0}},
@@ -40,6 +41,8 @@ TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
         {"HiDPI within 32", {20, 31, 600, 200}, full, 192, {0, 0}},
         {"HiDPI at 32", {32, 10, 600, 200}, full, 192, {32, 0}},
         {"nearly as wide: right wins", {5, 500, 1910, 100}, full, 96, {10, 500}},
+        {"far off at the int limit", {m - 400, m - 400, 300, 100}, full, 96, {m - 400, m - 400}},
+        {"near an area at the limit", {m - 305, m - 105, 300, 100}, far, 96, {m - 300, m - 100}},
     };
     for (const auto &[name, frame, area, dpi, expected] : cases)
         EXPECT_EQ(SnapWindow(frame, area, dpi), expected) << name;
@@ -66,17 +69,6 @@ TEST(Snap, UsesTheScreenTheWindowIsMostlyOn)
     };
     for (const auto &[name, frame, screens, expected] : cases)
         EXPECT_EQ(SnapWindow(frame, screens), expected) << name;
-}
-
-TEST(Snap, ExtremeCoordinatesDoNotOverflow)
-{
-    const QRect area(0, 0, 1920, 1080);
-    const int big = std::numeric_limits<int>::max() - 10;
-    EXPECT_EQ(SnapWindow(QRect(big - 400, big - 400, 300, 100), area, 96),
-              QPoint(big - 400, big - 400));
-    const QRect farArea(big - 1000, big - 1000, 1000, 1000);
-    EXPECT_EQ(SnapWindow(QRect(big - 305, big - 105, 300, 100), farArea, 96),
-              QPoint(big - 300, big - 100));
 }
 
 } // namespace
