@@ -5,46 +5,14 @@
 #include "support/fakes.h"
 #include "support/recordingsurface.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFile>
+#include <QLocalServer>
 #include <QMap>
-#include <QThread>
 #include <gtest/gtest.h>
 
 #include <memory>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 namespace {
-
-// A listening local socket: it exists as a file, but nothing can read it.
-struct SocketFile
-{
-    int fd = -1;
-    explicit SocketFile(const QString &path)
-    {
-        const QByteArray name = path.toLocal8Bit();
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        if (size_t(name.size()) >= sizeof(address.sun_path))
-            return;
-        std::copy(name.begin(), name.end(), address.sun_path);
-        fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
-        if (fd >= 0 && (::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
-                        ::listen(fd, 1) != 0)) {
-            ::close(fd);
-            fd = -1;
-        }
-    }
-    ~SocketFile()
-    {
-        if (fd >= 0)
-            ::close(fd);
-    }
-};
 
 QByteArray id3v1(const QByteArray &title, const QByteArray &artist)
 {
@@ -413,8 +381,9 @@ TEST_F(PlaybackEngineTest, EntriesThatOpenNoDeviceAreMarkedHandedOnOrRefused)
 
 TEST_F(PlaybackEngineTest, DeviceFailuresShowTheirBox)
 {
-    SocketFile socket(media->file(QStringLiteral("socket.mp3")));
-    ASSERT_GE(socket.fd, 0);
+    // A listening socket exists as a file, but nothing can read it.
+    QLocalServer socket;
+    ASSERT_TRUE(socket.listen(media->file(QStringLiteral("socket.mp3"))));
     const std::tuple<const char *, const char *, const char *, const char *> cases[] = {
         {"garbage.mp3", "0", "MCI Device: MPEGVideo",
          "The File could not be opened.\rIt may be an unknown format, corrupt, or an "
