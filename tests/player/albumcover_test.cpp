@@ -1,7 +1,6 @@
 #include "player/albumcover.h"
-#include "support/testbytes.h"
-
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <gtest/gtest.h>
 

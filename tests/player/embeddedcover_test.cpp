@@ -199,9 +199,7 @@ QList<Fixture> fixtures()
          oggFile({"OpusHead" + QByteArray(11, 1), "OpusTags" + vorbisComments({vorbisEntry})}),
          front + QByteArray(700, 'x'), 3},
         {"Ogg FLAC",
-         oggFile({"\x7F"
-                  "FLAC" +
-                      QByteArray(46, 0),
+         oggFile({"\177FLAC" + QByteArray(46, 0),
                   char(0x86) + be32(quint32(flacPicture.size())).mid(1) + flacPicture}),
          front, 3},
         {"MP4 covr in moov/udta/meta", mp4File(front), front, 3},
