@@ -428,15 +428,15 @@ TEST_F(PlaybackEngineTest, TitlesNameTheTagOrTheEntry)
     EXPECT_EQ(signTexts, QStringList({"Velto - [Sine Quartet] - Blue Tone", "paused...",
                                       "Velto - [Sine Quartet] - Blue Tone", "Velto stopped"}));
 
-    playlist.PlNames = {QString(80, QLatin1Char('n'))};
-    playlist.PlPath = {file("one.wav")};
-    playlist.CurTrack = 1;
+    const QString longName(80, QLatin1Char('n'));
+    setList({"one.wav"});
+    playlist.PlNames = {longName};
     engine->PlayIt();
     ASSERT_TRUE(waitFor([&] { return started.size() == 2; }));
-    EXPECT_EQ(trayTip, (QStringLiteral("Velto - ") + QString(80, QLatin1Char('n'))).left(64));
-    EXPECT_EQ(windowTitle, QString(80, QLatin1Char('n'))) << "the title is not cut";
+    EXPECT_EQ(trayTip, ("Velto - " + longName).left(64));
+    EXPECT_EQ(windowTitle, longName) << "the title is not cut";
     EXPECT_EQ(labels[PlaybackEngine::kLengthLabel], QStringLiteral("0:01"));
-    EXPECT_EQ(signTexts.value(4), QStringLiteral("Velto - ") + QString(80, QLatin1Char('n')))
+    EXPECT_EQ(signTexts.value(4), "Velto - " + longName)
         << "the sign scrolls: its title is not cut";
     engine->StopIt();
 }
