@@ -4,8 +4,8 @@
 #include "support/discimage.h"
 #include "support/fakes.h"
 #include "support/recordingsurface.h"
+#include "support/testbytes.h"
 
-#include <QFile>
 #include <QLocalServer>
 #include <QMap>
 #include <gtest/gtest.h>
@@ -13,12 +13,6 @@
 #include <memory>
 
 namespace {
-
-QByteArray id3v1(const QByteArray &title, const QByteArray &artist)
-{
-    return "TAG" + title.leftJustified(30, ' ', true) + artist.leftJustified(30, ' ', true) +
-           QByteArray(30, ' ') + "2026" + QByteArray(30, ' ') + char(0);
-}
 
 // Real devices from the media engine module, silent (VELTO_AUDIO=null), on
 // media made for the suite.
@@ -39,10 +33,11 @@ protected:
         media->write(QStringLiteral("readme.txt"), "not media");
         media->write(QStringLiteral("cover.bmp"), "BM");
         media->write(QStringLiteral("Track05.cda"), "RIFF");
-        QFile mp3(media->file(QStringLiteral("tone.mp3")));
-        if (mp3.open(QIODevice::ReadOnly))
-            media->write(QStringLiteral("tagged.mp3"),
-                         mp3.readAll() + id3v1("Blue Tone", "Sine Quartet"));
+        media->write(QStringLiteral("tagged.mp3"),
+                     readAll(media->file(QStringLiteral("tone.mp3"))) + "TAG" +
+                         QByteArray("Blue Tone").leftJustified(30) +
+                         QByteArray("Sine Quartet").leftJustified(30) + QByteArray(30, ' ') +
+                         "2026" + QByteArray(30, ' ') + char(0));
     }
     void SetUp() override
     {
