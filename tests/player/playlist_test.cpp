@@ -159,10 +159,12 @@ TEST(PlaylistWriter, FailureLeavesTheOldListAndSaysSo)
     QFile::setPermissions(home.path() + QStringLiteral("/ro"),
                           QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     const QString message = Playlist(state).WritePL(kept);
-    if (::geteuid() != 0)
+    if (::geteuid() != 0) {
         EXPECT_FALSE(message.isEmpty());
-    if (!message.isEmpty())
+    }
+    if (!message.isEmpty()) {
         EXPECT_EQ(readAll(kept), QByteArray("old.mp3\r\n"));
+    }
     QFile::setPermissions(home.path() + QStringLiteral("/ro"),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
