@@ -21,7 +21,7 @@ struct Recorder
 {
     QStringList hints;
     QList<QRgb> colours; // top-left pixel of each picture shown; 0 for a clear
-    void attach(AlbumCover &cover)
+    explicit Recorder(AlbumCover &cover)
     {
         cover.show = [this](const QImage &picture, const QString &hint) {
             hints << hint;
@@ -94,8 +94,7 @@ TEST(LoadTagCover, FallsBackOnPlaylistEmbeddedBesideThenDefaultPicture)
         if (besidePicture)
             home.write("m/Cover.JPG", picture(beside, "PNG"));
         AlbumCover cover(home.file("velto/nocover.bmp"));
-        Recorder shown;
-        shown.attach(cover);
+        Recorder shown(cover);
         if (playlistPicture) {
             home.write("lists/party.gif", picture(playlist));
             cover.PlaylistLoaded(home.file("lists/party.m3u"));
@@ -124,8 +123,7 @@ TEST(TrackCover, AnItemsOwnPictureCountsWithoutTheTagRules)
     const QString without = home.write("m/without.mp3", QByteArray(600, '\x55'));
     const QString mine = home.write("mine.bmp", picture(chosen, "BMP"));
     AlbumCover cover(home.file("velto/nocover.bmp"));
-    Recorder shown;
-    shown.attach(cover);
+    Recorder shown(cover);
 
     cover.LoadCover(mine);
     cover.TrackCover(without);
@@ -144,8 +142,7 @@ TEST(LoadCover, ShowsOnceClearsOnMissingOrCorruptFilesOrAClearedPlaylist)
     const QString corrupt = home.write("p/broken.jpg", QByteArray("\xFF\xD8\xFF\xE0 not really"));
     home.write("p/Back.GIF", picture(0xff405060));
     AlbumCover cover;
-    Recorder shown;
-    shown.attach(cover);
+    Recorder shown(cover);
 
     cover.LoadCover(good);
     cover.LoadCover(good);
