@@ -1,7 +1,6 @@
 #include "player/albumcover.h"
-#include "support/testbytes.h"
-
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +21,7 @@ struct Recorder
 {
     QStringList hints;
     QList<QRgb> colours; // top-left pixel of each picture shown; 0 for a clear
-    void attach(AlbumCover &cover)
+    explicit Recorder(AlbumCover &cover)
     {
         cover.show = [this](const QImage &picture, const QString &hint) {
             hints << hint;
@@ -33,33 +32,19 @@ struct Recorder
 
 } // namespace
 
-// Files are written into one folder ("a|b"); an empty expectation means none found.
+// Files are written into one folder ("a|b"); an empty expectation means none
+// found. With an artist the candidates are the tag's names, and the last found wins.
 TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
 {
-    const std::tuple<const char *, const char *, const char *> cases[] = {
-        {"Album.BMP|Album.GIF|Album.JPG", "Album", "Album.BMP"},
-        {"Album.GIF|Album.JPG", "Album", "Album.GIF"},
-        {"ALBUM.bmp|Album.JPG", "Album", "ALBUM.bmp"}, // any case of bmp before an exact jpg
-        {"album.gif|Album.GIF", "Album", "Album.GIF"}, // exact case first
-        {"Album.JPG", "  Album  ", "Album.JPG"},
-        {"Album.png", "Album", ""},
-        {"Album.JPG/x", "Album", ""}, // a folder named like a cover
-    };
-    for (const auto &[files, baseName, expected] : cases) {
-        SCOPED_TRACE(files);
-        TempHome home;
-        for (const QString &f : QString::fromLatin1(files).split('|'))
-            home.write(QStringLiteral("music/") + f, "x");
-        const QString base = QString::fromLatin1(baseName);
-        const QString found = AlbumCover::FindCover(
-            base.startsWith(' ')
-                ? QStringLiteral("  ") + home.file("music/") + base.trimmed() + "  "
-                : home.file("music/") + base);
-        EXPECT_EQ(found, *expected ? home.file(QStringLiteral("music/") + expected) : QString());
-    }
-
-    // Candidates by tag: the last found wins.
-    const std::tuple<const char *, QString, QString, const char *> byTag[] = {
+    const std::tuple<const char *, QString, const char *, const char *> cases[] = {
+        {"Album.BMP|Album.GIF|Album.JPG", "Album", nullptr, "Album.BMP"},
+        {"Album.GIF|Album.JPG", "Album", nullptr, "Album.GIF"},
+        // Any case of bmp before an exact jpg.
+        {"ALBUM.bmp|Album.JPG", "Album", nullptr, "ALBUM.bmp"},
+        {"album.gif|Album.GIF", "Album", nullptr, "Album.GIF"}, // exact case first
+        {"Album.JPG", "  Album  ", nullptr, "Album.JPG"},
+        {"Album.png", "Album", nullptr, ""},
+        {"Album.JPG/x", "Album", nullptr, ""}, // a folder named like a cover
         {"Blue.BMP|Band - Blue.JPG", "Blue", "Band", "Band - Blue.JPG"},
         {"Blue.BMP|Band-Blue.GIF", "Blue", "Band", "Band-Blue.GIF"},
         {"Blue.BMP", "Blue", "", "Blue.BMP"},
@@ -68,13 +53,18 @@ TEST(FindCover, TriesBmpGifJpgInAnyLetterCaseAndByTagTheLastFoundWins)
          "Band - Blue.JPG"},
         {"band - blue.jpg", "BLUE", "BAND", "band - blue.jpg"},
     };
-    for (const auto &[files, album, artist, expected] : byTag) {
+    for (const auto &[files, base, artist, expected] : cases) {
         SCOPED_TRACE(files);
         TempHome home;
         for (const QString &f : QString::fromLatin1(files).split('|'))
             home.write(QStringLiteral("m/") + f, "x");
-        EXPECT_EQ(AlbumCover::tagCover(home.file("m"), album, artist),
-                  *expected ? home.file(QStringLiteral("m/") + expected) : QString());
+        const QString folder = home.file("m/");
+        const QString found =
+            artist
+                ? AlbumCover::tagCover(folder, base, QString::fromLatin1(artist))
+                : AlbumCover::FindCover(base.startsWith(' ') ? "  " + folder + base.trimmed() + "  "
+                                                             : folder + base);
+        EXPECT_EQ(found, *expected ? home.file(QStringLiteral("m/") + expected) : QString());
     }
 }
 
@@ -104,8 +94,7 @@ TEST(LoadTagCover, FallsBackOnPlaylistEmbeddedBesideThenDefaultPicture)
         if (besidePicture)
             home.write("m/Cover.JPG", picture(beside, "PNG"));
         AlbumCover cover(home.file("velto/nocover.bmp"));
-        Recorder shown;
-        shown.attach(cover);
+        Recorder shown(cover);
         if (playlistPicture) {
             home.write("lists/party.gif", picture(playlist));
             cover.PlaylistLoaded(home.file("lists/party.m3u"));
@@ -134,8 +123,7 @@ TEST(TrackCover, AnItemsOwnPictureCountsWithoutTheTagRules)
     const QString without = home.write("m/without.mp3", QByteArray(600, '\x55'));
     const QString mine = home.write("mine.bmp", picture(chosen, "BMP"));
     AlbumCover cover(home.file("velto/nocover.bmp"));
-    Recorder shown;
-    shown.attach(cover);
+    Recorder shown(cover);
 
     cover.LoadCover(mine);
     cover.TrackCover(without);
@@ -154,8 +142,7 @@ TEST(LoadCover, ShowsOnceClearsOnMissingOrCorruptFilesOrAClearedPlaylist)
     const QString corrupt = home.write("p/broken.jpg", QByteArray("\xFF\xD8\xFF\xE0 not really"));
     home.write("p/Back.GIF", picture(0xff405060));
     AlbumCover cover;
-    Recorder shown;
-    shown.attach(cover);
+    Recorder shown(cover);
 
     cover.LoadCover(good);
     cover.LoadCover(good);

@@ -154,13 +154,8 @@ EmbeddedPicture readBytes(const QByteArray &bytes)
     return readEmbeddedPicture(buffer);
 }
 
-struct Fixture
-{
-    const char *what;
-    QByteArray file;
-    QByteArray picture;
-    int type;
-};
+// What the file is, its bytes, the picture expected and its type.
+using Fixture = std::tuple<const char *, QByteArray, QByteArray, int>;
 
 QList<Fixture> fixtures()
 {
@@ -199,9 +194,7 @@ QList<Fixture> fixtures()
          oggFile({"OpusHead" + QByteArray(11, 1), "OpusTags" + vorbisComments({vorbisEntry})}),
          front + QByteArray(700, 'x'), 3},
         {"Ogg FLAC",
-         oggFile({"\x7F"
-                  "FLAC" +
-                      QByteArray(46, 0),
+         oggFile({"\177FLAC" + QByteArray(46, 0),
                   char(0x86) + be32(quint32(flacPicture.size())).mid(1) + flacPicture}),
          front, 3},
         {"MP4 covr in moov/udta/meta", mp4File(front), front, 3},
@@ -214,11 +207,11 @@ QList<Fixture> fixtures()
 
 TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndSurvivesBrokenOnes)
 {
-    for (const Fixture &f : fixtures()) {
-        SCOPED_TRACE(f.what);
-        const EmbeddedPicture pic = readBytes(f.file);
-        EXPECT_EQ(pic.data, f.picture);
-        EXPECT_EQ(pic.type, f.type);
+    for (const auto &[what, file, expected, type] : fixtures()) {
+        SCOPED_TRACE(what);
+        const EmbeddedPicture pic = readBytes(file);
+        EXPECT_EQ(pic.data, expected);
+        EXPECT_EQ(pic.type, type);
     }
     // Vorbis comments fall back on the old cover art field.
     const EmbeddedPicture old = pictureFromVorbisComments(
@@ -227,18 +220,18 @@ TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndSurvivesBrokenOnes)
     EXPECT_EQ(old.mimeType, "image/png");
 
     // Cut or corrupted files never crash nor invent data.
-    for (const Fixture &f : fixtures()) {
-        SCOPED_TRACE(f.what);
+    for (const auto &[what, file, expected, type] : fixtures()) {
+        SCOPED_TRACE(what);
         // Every cut: nothing, or a whole picture the file holds before the cut.
-        for (qsizetype n = 0; n < f.file.size(); ++n) {
-            const EmbeddedPicture pic = readBytes(f.file.left(n));
-            if (!pic.data.isEmpty() && pic.data != f.picture && pic.data != pictureBytes('O'))
+        for (qsizetype n = 0; n < file.size(); ++n) {
+            const EmbeddedPicture pic = readBytes(file.left(n));
+            if (!pic.data.isEmpty() && pic.data != expected && pic.data != pictureBytes('O'))
                 ADD_FAILURE() << "cut at " << n << " gave " << pic.data.toHex().toStdString();
         }
         // Single-byte damage anywhere, three values each: the parser must simply cope.
-        for (qsizetype n = 0; n < f.file.size(); ++n) {
+        for (qsizetype n = 0; n < file.size(); ++n) {
             for (const char value : {'\0', '\x7F', '\xFF'}) {
-                QByteArray damaged = f.file;
+                QByteArray damaged = file;
                 damaged[n] = value;
                 readBytes(damaged);
             }

@@ -18,9 +18,7 @@ class VisLoader : public ::testing::Test
 protected:
     void SetUp() override
     {
-        root = home.path() + '/';
         home.write("nocover.bmp", picture(0xff808080, "BMP", {8, 8}));
-        lists = root + "lists/";
         for (int i = 1; i <= 17; ++i)
             home.write(QStringLiteral("lists/list%1.m3u").arg(i, 2, 10, QLatin1Char('0')),
                        "a.mp3\n");
@@ -54,7 +52,7 @@ protected:
     }
 
     TempHome home;
-    QString root, lists;
+    const QString root = home.path() + '/', lists = root + "lists/";
     QString visPLPath;
     FakeDialogs dialogs;
     std::unique_ptr<frmVisLoader> loader;

@@ -1,8 +1,7 @@
 #include "player/id3tag.h"
 #include "player/mp3info.h"
-#include "support/testbytes.h"
-
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <gtest/gtest.h>
 
@@ -15,15 +14,7 @@ namespace {
 
 TagFields fields(const QString &title, const QString &track = QStringLiteral("3"), int genre = 1)
 {
-    TagFields f;
-    f.title = title;
-    f.artist = QStringLiteral("Someone");
-    f.album = QStringLiteral("Record");
-    f.year = QStringLiteral("2001");
-    f.comment = QStringLiteral("ok");
-    f.track = track;
-    f.genre = genre;
-    return f;
+    return {title, "Someone", "Record", "2001", "ok", track, genre};
 }
 
 } // namespace

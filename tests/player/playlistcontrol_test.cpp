@@ -32,12 +32,7 @@ protected:
     }
 
     QString labelName() const { return skin.labels.value(PlaylistControl::kNameLabel); }
-    int labelCount() const
-    {
-        return skin.labels.contains(PlaylistControl::kCountLabel)
-                   ? skin.labels.value(PlaylistControl::kCountLabel).toInt()
-                   : -1;
-    }
+    int labelCount() const { return skin.labels.value(PlaylistControl::kCountLabel, "-1").toInt(); }
 
     void waitForScan()
     {
@@ -89,7 +84,6 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPath)
 
     dialogs.saveResult = home.file(QStringLiteral("lists/mine"));
     control.PlSaveAs();
-    EXPECT_TRUE(QFile::exists(home.file(QStringLiteral("lists/mine.m3u"))));
     EXPECT_EQ(labelName(), QStringLiteral("mine.m3u"));
 
     control.PlClear();

@@ -18,11 +18,6 @@ QStringList entries(const VisScan &scan)
     return list;
 }
 
-bool finish(VisScan &scan, QSignalSpy &finished)
-{
-    return !scan.isRunning() || finished.wait(20000);
-}
-
 } // namespace
 
 TEST(VisScan, ListsDirFoldersFirstThenThePlaylistsOfTheTreeBreadthFirst)
@@ -38,7 +33,7 @@ TEST(VisScan, ListsDirFoldersFirstThenThePlaylistsOfTheTreeBreadthFirst)
     VisScan scan;
     QSignalSpy finished(&scan, &VisScan::finished);
     ASSERT_TRUE(scan.scan(home.path()));
-    ASSERT_TRUE(finish(scan, finished));
+    ASSERT_TRUE(!scan.isRunning() || finished.wait(20000));
     EXPECT_EQ(entries(scan),
               QStringList({"[Empty.Dir]", "[jazz.dir]", "[Rock.DIR]", r + "a.PLS", r + "b.m3u",
                            r + "jazz.dir/x.pls", r + "Rock.DIR/rock.m3u", r + "sub/s.M3U",

@@ -19,34 +19,31 @@ struct Fixture
     VolumeControl volume{wave, skin};
     QString caption() const { return skin.labels.value(VolumeControl::kBalanceLabel); }
     float knob() const { return float(skin.sliders.value(VolumeControl::kVolumeSlider)); }
-
-    quint32 left() const { return wave.waveOutGetVolume() & 0xffff; }
-    quint32 right() const { return wave.waveOutGetVolume() >> 16; }
 };
 
 TEST(VolumeControl, BalanceAndVolumeLevelSetTheCaptionAndBothChannels)
 {
-    const std::tuple<float, const char *, quint32, quint32> cases[] = {
+    // The output's word: the right channel in the high half, the left in the low.
+    const std::tuple<float, const char *, quint32> cases[] = {
         // The dead zone: both ends of it are still the centre.
-        {0.45f, "Centre", 0xffff, 0xffff},
-        {0.55f, "Centre", 0xffff, 0xffff},
+        {0.45f, "Centre", 0xffffffffu},
+        {0.55f, "Centre", 0xffffffffu},
         // 65535 x 0.88 = 57670.8: 57671, which is 0xE147 as a signed word.
-        {0.44f, "12% left", 0xffff, 0xe147},
+        {0.44f, "12% left", 0xe147ffffu},
         // 32767.5 rounds to the even 32768, which the word holds as -32768.
-        {0.75f, "50% right", 0x8000, 0xffff},
+        {0.75f, "50% right", 0xffff8000u},
         // Out of range, the balance is held at its ends; no number is the centre.
-        {2.0f, "100% right", 0, 0xffff},
-        {-1.0f, "100% left", 0xffff, 0},
-        {std::numeric_limits<float>::quiet_NaN(), "Centre", 0xffff, 0xffff},
+        {2.0f, "100% right", 0xffff0000u},
+        {-1.0f, "100% left", 0x0000ffffu},
+        {std::numeric_limits<float>::quiet_NaN(), "Centre", 0xffffffffu},
     };
-    for (const auto &[balance, caption, left, right] : cases) {
+    for (const auto &[balance, caption, word] : cases) {
         SCOPED_TRACE(balance);
         Fixture f;
         f.volume.setVolumeLevel(1);
         f.volume.SetBalance(balance);
         EXPECT_EQ(f.caption(), QString::fromLatin1(caption));
-        EXPECT_EQ(f.left(), left);
-        EXPECT_EQ(f.right(), right);
+        EXPECT_EQ(f.wave.waveOutGetVolume(), word);
     }
 
     // At the centre, the volume level writes both channels.
