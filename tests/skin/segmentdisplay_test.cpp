@@ -174,9 +174,7 @@ TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
         // The value is ignored: these modes always show the clock.
         EXPECT_EQ(show(group(0, qint16(mode)), 4711).text, QString::fromLatin1(shown))
             << time.toString().toStdString() << " mode " << mode;
-        ASSERT_EQ(labels.size(), 1u);
-        EXPECT_EQ(labels[0].first, 9);
-        EXPECT_EQ(labels[0].second, QString::fromLatin1(label9));
+        EXPECT_EQ(labels, (std::vector<std::pair<int, QString>>{{9, QString::fromLatin1(label9)}}));
     }
 
     // The label is sent when its text changes, and again after a new skin.
@@ -269,15 +267,13 @@ TEST_F(SegmentDisplayTest, RepaintAsksForTheGroupsCellOnly)
     };
     for (const auto &[mode, value, width] : cases) {
         show(group(0, qint16(mode)), value);
-        ASSERT_EQ(repaints.size(), 1u) << "mode " << mode;
-        EXPECT_EQ(repaints[0], QRect(10, 5, width, H)) << "mode " << mode;
+        EXPECT_EQ(repaints, std::vector{QRect(10, 5, width, H)}) << "mode " << mode;
     }
 
     DigitGroup atEdge = group(0, -3);
     atEdge.x = 190;
     show(atEdge, 123);
-    ASSERT_EQ(repaints.size(), 1u);
-    EXPECT_EQ(repaints[0], QRect(190, 5, 10, H));
+    EXPECT_EQ(repaints, std::vector{QRect(190, 5, 10, H)});
 }
 
 TEST_F(SegmentDisplayTest, HiddenUnknownAndUndrawableGroupsPaintNothing)

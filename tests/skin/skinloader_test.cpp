@@ -201,14 +201,14 @@ TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
 TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
 {
     for (const int scale : {1, 2, 3}) {
+        SCOPED_TRACE(scale);
         Rig rig;
         ASSERT_TRUE(rig.load(QStringLiteral("O,255,0,255\nB7,10,10,20,12,0,0,\"a\",\"~\"\n"
                                             "L3,10,40,50,10,1,1,1,8,\"\",\"~\"\n")));
         rig.loader.setScale(scale);
         EXPECT_EQ(rig.window.size(), QSize(120, 80) * scale);
         EXPECT_TRUE(
-            rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty())
-            << "scale " << scale;
+            rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty());
         EXPECT_FALSE(rig.window.mask().contains(QPoint(115, 75) * scale));
         EXPECT_EQ(rig.loader.labelWidget(3)->geometry(),
                   QRect(10 * scale, 40 * scale, 50 * scale, 10 * scale));
@@ -221,7 +221,7 @@ TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
         for (int y = 0; y < painted.height(); ++y)
             for (int x = 0; x < painted.width(); ++x)
                 wrong += painted.pixel(x, y) != rig.loader.canvas().pixel(x / scale, y / scale);
-        EXPECT_EQ(wrong, 0) << "scale " << scale << ": pixels not copied whole";
+        EXPECT_EQ(wrong, 0) << "pixels not copied whole";
 
         // Part of the window: the picture pixels under it, and nothing smoothed.
         QImage part(rig.window.size(), QImage::Format_RGB32);
