@@ -3,21 +3,12 @@
 #include "skin/skinreader.h"
 
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
-
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-} // namespace
 
 TEST(SkinImport, ConvertChangesOnlyTheSignature)
 {
