@@ -25,7 +25,7 @@ QStringList texts(const QList<SkinDirEntry> &entries)
 
 TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
 {
-    // Each header with the filters, of ALL, PLAYER, CALCULATOR, KARAOKE, FAVORITE, it is under.
+    // Each header and the filters, of ALL PLAYER CALCULATOR KARAOKE FAVORITE, that list it.
     const std::tuple<QByteArray, QStringList> cases[] = {
         {"\"Velto Skin/PLAYER,CALCULATOR\",\"Two\"", {"ALL", "PLAYER", "CALCULATOR"}},
         {"\"Velto Skin/CALCULATOR\",\"Calc\"", {"ALL", "CALCULATOR"}},
