@@ -11,17 +11,13 @@ TEST(FavouriteSkins, SlotsFollowTheMenuAndModeSlotsFallBackToTheirShippedSkin)
     const QString skins = dir.file(QStringLiteral("skins"));
     const QString mine = dir.file(QStringLiteral("mine"));
     QDir().mkpath(mine);
-    for (const char *name : {"default.skin", "calculator.skin"})
-        dir.write(QStringLiteral("skins/") + QLatin1String(name), {});
+    for (const char *shipped : {"default.skin", "calculator.skin"})
+        dir.write(QStringLiteral("skins/") + QLatin1String(shipped), {});
     FavouriteSkins::Slots favourites;
     favourites[2] = mine + QStringLiteral("/calc.skin");
     favourites[8] = QStringLiteral("  other.skin ");
 
-    const struct
-    {
-        int slot;
-        QString name, file;
-    } cases[] = {
+    const std::tuple<int, QString, QString> cases[] = {
         {0, "Favorite", ""},                    // no mode of its own
         {1, "Player", skins + "/default.skin"}, // empty: the shipped player
         {2, "Calculator", mine + "/calc.skin"}, // the slot's own skin
@@ -31,8 +27,8 @@ TEST(FavouriteSkins, SlotsFollowTheMenuAndModeSlotsFallBackToTheirShippedSkin)
         {10, "", ""},
         {-1, "", ""},
     };
-    for (const auto &c : cases) {
-        EXPECT_EQ(FavouriteSkins::slotName(c.slot), c.name) << c.slot;
-        EXPECT_EQ(FavouriteSkins::skinFile(c.slot, favourites, mine, skins), c.file) << c.slot;
+    for (const auto &[slot, name, file] : cases) {
+        EXPECT_EQ(FavouriteSkins::slotName(slot), name) << slot;
+        EXPECT_EQ(FavouriteSkins::skinFile(slot, favourites, mine, skins), file) << slot;
     }
 }

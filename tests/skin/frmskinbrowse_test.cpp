@@ -2,15 +2,12 @@
 
 #include "skinrig.h"
 
-#include <QComboBox>
-#include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
 
@@ -71,19 +68,15 @@ TEST_F(SkinBrowser, ListsTheSkinsOfTheFolderUnderEachType)
                      "CLOCK > Velto Slate Clock", "DEFAULT > Velto Slate",
                      "FMTUNER > Velto Slate FM Tuner", "KARAOKE > Velto Slate Karaoke",
                      "NOTEPAD > Velto Slate Notepad", "WEBRADIO > Velto Slate Web Radio"}));
-    const struct
-    {
-        QString type;
-        QStringList listed;
-    } cases[] = {
+    const std::tuple<QString, QStringList> cases[] = {
         {"WebRadio", {"WEBRADIO > Velto Slate Web Radio"}},
         {"Screensaver", {}},
         {"Favorite", {}},
     };
-    for (const auto &c : cases) {
-        browser->setTypeFilter(c.type);
-        EXPECT_EQ(browser->typeFilter(), c.type.toUpper());
-        EXPECT_EQ(entries(), c.listed) << c.type.toStdString();
+    for (const auto &[type, listed] : cases) {
+        browser->setTypeFilter(type);
+        EXPECT_EQ(browser->typeFilter(), type.toUpper());
+        EXPECT_EQ(entries(), listed) << type.toStdString();
     }
     EXPECT_TRUE(loads.isEmpty()) << "listing loads nothing";
 }
@@ -93,9 +86,7 @@ TEST_F(SkinBrowser, AClickLoadsTheSkinAndShowsItsComment)
     const int calculator = int(entries().indexOf("CALCULATOR > Velto Slate Calculator"));
     clickRow(calculator);
     ASSERT_EQ(loads, QStringList({skins + "/calculator.skin"}));
-    EXPECT_EQ(loader.file(), skins + "/calculator.skin");
     EXPECT_FALSE(comment().isEmpty());
-    EXPECT_FALSE(comment().contains('\r'));
     EXPECT_EQ(comment(), loader.skin().comment.trimmed().replace('\r', '\n'));
     clickRow(calculator);
     EXPECT_EQ(loads.size(), 1) << "the skin shown is not loaded again";
@@ -129,9 +120,8 @@ TEST_F(SkinBrowser, TheFolderButtonChangesTheSkinFolderUnlessCancelled)
 
     browser->SetSDir(); // cancelled
     ASSERT_EQ(dialogs.calls.size(), 1);
-    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select Skin Directory:"));
-    EXPECT_EQ(dialogs.calls[0].folder, skins);
-    EXPECT_TRUE(skinPath.isEmpty());
+    EXPECT_EQ(std::tuple(dialogs.calls[0].title, dialogs.calls[0].folder, skinPath),
+              std::tuple(QStringLiteral("Select Skin Directory:"), skins, QString()));
     EXPECT_EQ(entries().size(), 8);
 
     dialogs.folderResult = other;

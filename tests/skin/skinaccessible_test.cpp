@@ -12,16 +12,10 @@
 
 namespace {
 
-QString name(QObject *object)
+QString name(QObject *object, QAccessible::Text text = QAccessible::Name)
 {
     QAccessibleInterface *a = QAccessible::queryAccessibleInterface(object);
-    return a ? a->text(QAccessible::Name) : QStringLiteral("(none)");
-}
-
-QString value(QObject *object)
-{
-    QAccessibleInterface *a = QAccessible::queryAccessibleInterface(object);
-    return a ? a->text(QAccessible::Value) : QStringLiteral("(none)");
+    return a ? a->text(text) : QStringLiteral("(none)");
 }
 
 QAccessible::Role role(QObject *object)
@@ -74,14 +68,7 @@ TEST_F(SkinAccessible, EveryButtonIsNamedByItsTipAndPressesLikeAClick)
 
 TEST_F(SkinAccessible, LabelsAndDigitGroupsReadAsTheirText)
 {
-    struct Case
-    {
-        const char *what;
-        std::function<void()> set;
-        QObject *element;
-        QString name, value;
-    };
-    const QList<Case> cases = {
+    const std::tuple<const char *, std::function<void()>, QObject *, QString, QString> cases[] = {
         {"a label with a tip", [&] { loader.setLabel(4, QStringLiteral("MP3")); },
          loader.labelWidget(4), QStringLiteral("File type"), QStringLiteral("MP3")},
         // The whole text, not what fits the label's width.
@@ -95,16 +82,16 @@ TEST_F(SkinAccessible, LabelsAndDigitGroupsReadAsTheirText)
         {"name in character cells", [&] { loader.SetDD(2, QStringLiteral("Night Drive")); },
          loader.digitCell(2), QStringLiteral("Now playing"), QStringLiteral("Night Drive")},
     };
-    for (const Case &c : cases) {
-        ASSERT_TRUE(c.element) << c.what;
-        c.set();
-        EXPECT_EQ(role(c.element), QAccessible::StaticText) << c.what;
-        EXPECT_EQ(name(c.element), c.name) << c.what;
-        EXPECT_EQ(value(c.element), c.value) << c.what;
+    for (const auto &[what, set, element, named, shown] : cases) {
+        SCOPED_TRACE(what);
+        ASSERT_TRUE(element);
+        set();
+        EXPECT_EQ(std::tuple(role(element), name(element), name(element, QAccessible::Value)),
+                  std::tuple(QAccessible::StaticText, named, shown));
         QAccessibleTextInterface *text =
-            QAccessible::queryAccessibleInterface(c.element)->textInterface();
-        ASSERT_TRUE(text) << c.what;
-        EXPECT_EQ(text->text(0, text->characterCount()), c.value) << c.what;
+            QAccessible::queryAccessibleInterface(element)->textInterface();
+        ASSERT_TRUE(text);
+        EXPECT_EQ(text->text(0, text->characterCount()), shown);
     }
     // A label without a tip is named by its text.
     SkinLabelWidget *bare = loader.labelWidget(9);
@@ -117,14 +104,13 @@ TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
     SkinSliderWidget *position = loader.slider(1);
     loader.setSliderShown(1, true);
     loader.setSliderValue(1, 0.25);
-    EXPECT_EQ(role(position), QAccessible::Slider);
-    EXPECT_EQ(name(position), QStringLiteral("Position"));
-    EXPECT_EQ(value(position), QStringLiteral("25%"));
+    EXPECT_EQ(std::tuple(role(position), name(position), name(position, QAccessible::Value)),
+              std::tuple(QAccessible::Slider, QStringLiteral("Position"), QStringLiteral("25%")));
     QAccessibleValueInterface *v =
         QAccessible::queryAccessibleInterface(position)->valueInterface();
     ASSERT_TRUE(v);
-    EXPECT_EQ(v->currentValue().toDouble(), 25.0);
-    EXPECT_EQ(v->maximumValue().toDouble(), 100.0);
+    EXPECT_EQ(std::pair(v->currentValue().toDouble(), v->maximumValue().toDouble()),
+              std::pair(25.0, 100.0));
     // Set from outside, the slider acts as if the user let go of it there.
     QSignalSpy released(&loader, &SkinLoader::sliderReleased);
     v->setCurrentValue(50.0);
@@ -133,9 +119,8 @@ TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
     v->setCurrentValue(QStringLiteral("loud"));
     EXPECT_EQ(released.size(), 1);
 
-    SkinListArea *playlist = loader.list(1);
-    EXPECT_EQ(role(playlist), QAccessible::List);
-    EXPECT_EQ(name(playlist), QStringLiteral("Playlist"));
+    EXPECT_EQ(std::pair(role(loader.list(1)), name(loader.list(1))),
+              std::pair(QAccessible::List, QStringLiteral("Playlist")));
     // A list the skin does not place still has a name.
     EXPECT_EQ(name(loader.list(4)), QStringLiteral("Lyrics"));
     EXPECT_EQ(name(loader.area(1)), QStringLiteral("Album cover: double-click to choose one"));
@@ -144,11 +129,11 @@ TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
     lit.visible[2] = true;
     loader.ShowLights(lit);
     QAccessibleInterface *play = QAccessible::queryAccessibleInterface(loader.light(2));
-    EXPECT_EQ(play->role(), QAccessible::CheckBox);
-    EXPECT_EQ(play->text(QAccessible::Name), QStringLiteral("PLAY"));
-    EXPECT_EQ(play->text(QAccessible::Value), QStringLiteral("on"));
-    EXPECT_TRUE(play->state().checked);
-    EXPECT_TRUE(play->state().readOnly);
+    EXPECT_EQ(std::tuple(play->role(), play->text(QAccessible::Name),
+                         play->text(QAccessible::Value), play->state().checked,
+                         play->state().readOnly),
+              std::tuple(QAccessible::CheckBox, QStringLiteral("PLAY"), QStringLiteral("on"), true,
+                         true));
     EXPECT_FALSE(QAccessible::queryAccessibleInterface(loader.light(3))->state().checked);
 }
 

@@ -25,11 +25,8 @@ QStringList texts(const QList<SkinDirEntry> &entries)
 
 TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
 {
-    const struct
-    {
-        QByteArray header;
-        QStringList listedUnder; // of ALL, PLAYER, CALCULATOR, KARAOKE, FAVORITE
-    } cases[] = {
+    // Each header and the filters, of ALL PLAYER CALCULATOR KARAOKE FAVORITE, that list it.
+    const std::tuple<QByteArray, QStringList> cases[] = {
         {"\"Velto Skin/PLAYER,CALCULATOR\",\"Two\"", {"ALL", "PLAYER", "CALCULATOR"}},
         {"\"Velto Skin/CALCULATOR\",\"Calc\"", {"ALL", "CALCULATOR"}},
         // The older format is a player skin, whatever the case of its signature.
@@ -47,21 +44,17 @@ TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
         {"", {}},
     };
     const QStringList filters = {"ALL", "PLAYER", "CALCULATOR", "KARAOKE", "FAVORITE"};
-    for (const auto &c : cases) {
-        const SkinDirHeader header = parseSkinDirHeader(c.header);
+    for (const auto &[header, listedUnder] : cases) {
+        const SkinDirHeader parsed = parseSkinDirHeader(header);
         for (const QString &filter : filters)
-            EXPECT_EQ(skinListed(header, filter), c.listedUnder.contains(filter))
-                << c.header.constData() << " under " << filter.toStdString();
+            EXPECT_EQ(skinListed(parsed, filter), listedUnder.contains(filter))
+                << header.constData() << " under " << filter.toStdString();
     }
 }
 
 TEST(SkinDir, HeaderGivesSignatureTypeAndDisplayName)
 {
-    const struct
-    {
-        QByteArray line;
-        QString signature, type, name;
-    } cases[] = {
+    const std::tuple<QByteArray, QString, QString, QString> cases[] = {
         {"\"Velto Skin/PLAYER\",\"Slate\"", "Velto Skin", "PLAYER", "Slate"},
         {"Velto Skin/A/B,Name, more, fields", "Velto Skin", "A/B", "Name"},
         {"\"Velto Skin/PLAYER\"\r\n\"Next line\"", "Velto Skin", "PLAYER", ""},
@@ -71,29 +64,25 @@ TEST(SkinDir, HeaderGivesSignatureTypeAndDisplayName)
         {"\"Velto Skin/CLOCK\",\"Caf\xE9\"", "Velto Skin", "CLOCK",
          QString::fromUtf8("Caf\xC3\xA9")},
     };
-    for (const auto &c : cases) {
-        const SkinDirHeader h = parseSkinDirHeader(c.line);
-        EXPECT_EQ(h.signature, c.signature) << c.line.constData();
-        EXPECT_EQ(h.type, c.type) << c.line.constData();
-        EXPECT_EQ(h.displayName, c.name) << c.line.constData();
+    for (const auto &[line, signature, type, name] : cases) {
+        const SkinDirHeader h = parseSkinDirHeader(line);
+        EXPECT_EQ(std::tuple(h.signature, h.type, h.displayName), std::tuple(signature, type, name))
+            << line.constData();
     }
 }
 
 TEST(SkinDir, EntryIsCutAtItsFirstSeparator)
 {
-    const struct
-    {
-        QString file, display, entry, back;
-    } cases[] = {
+    const std::tuple<QString, QString, QString, QString> cases[] = {
         {"slate.skin", "Velto Slate", "SLATE > Velto Slate", "SLATE.skin"},
         {"Odd.SKIN", "A > B > C", "ODD > A > B > C", "ODD.skin"},
         {"no-extension", "", "NO-EXTENSION > ", "NO-EXTENSION.skin"},
         {"dots.in.name.skin", "x", "DOTS.IN.NAME > x", "DOTS.IN.NAME.skin"},
         {"straße.skin", "de", "STRASSE > de", "STRASSE.skin"},
     };
-    for (const auto &c : cases) {
-        EXPECT_EQ(skinEntry(c.file, c.display), c.entry);
-        EXPECT_EQ(skinFileOfEntry(c.entry), c.back);
+    for (const auto &[file, display, entry, back] : cases) {
+        EXPECT_EQ(skinEntry(file, display), entry);
+        EXPECT_EQ(skinFileOfEntry(entry), back);
     }
     EXPECT_EQ(skinFileOfEntry(QStringLiteral("NOSEPARATOR")), QStringLiteral("NOSEPARATOR.skin"));
 }

@@ -73,34 +73,28 @@ TEST(SkinButtons, PressShowsThePressedFaceOverTheButtonAtEveryScale)
 
 TEST(SkinButtons, CommandRunsOnReleaseOverTheButtonOrOverlayOnly)
 {
-    enum Target { OnButton, OnOverlay };
-    const struct
-    {
-        const char *what;
-        int hoverStyle;
-        Target target;
-        QPoint release; // relative to the button's top-left corner, in window pixels
-        std::vector<qint16> commands;
-    } cases[] = {
-        {"release over the button", 0, OnButton, {5, 5}, {15}},
-        {"release at the button's last pixel", 0, OnButton, {19, 11}, {15}},
-        {"release just right of it", 0, OnButton, {20, 5}, {}},
-        {"release over the overlay", 2, OnOverlay, {5, 5}, {15}},
-        {"release away from the overlay", 2, OnOverlay, {5, -1}, {}},
+    // Release is relative to the button's top-left corner, in window pixels; hover style 2
+    // puts the overlay over the button before the press.
+    const std::tuple<const char *, int, QPoint, std::vector<qint16>> cases[] = {
+        {"release over the button", 0, {5, 5}, {15}},
+        {"release at the button's last pixel", 0, {19, 11}, {15}},
+        {"release just right of it", 0, {20, 5}, {}},
+        {"release over the overlay", 2, {5, 5}, {15}},
+        {"release away from the overlay", 2, {5, -1}, {}},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto &[what, hoverStyle, release, commands] : cases) {
+        SCOPED_TRACE(what);
         Rig rig;
-        ASSERT_TRUE(rig.load(Buttons, c.hoverStyle));
+        ASSERT_TRUE(rig.load(Buttons, hoverStyle));
         SkinButtonWidget &next = rig.button(2);
-        QWidget *target = &next;
-        if (c.target == OnOverlay) {
+        QWidget *receiver = &next;
+        if (hoverStyle == 2) {
             QTest::mouseMove(&rig.window, next.geometry().center());
-            target = &rig.overlay();
+            receiver = &rig.overlay();
         }
-        QTest::mousePress(target, Qt::LeftButton, {}, {5, 5});
-        QTest::mouseRelease(target, Qt::LeftButton, {}, c.release);
-        EXPECT_EQ(rig.commands, c.commands);
+        QTest::mousePress(receiver, Qt::LeftButton, {}, {5, 5});
+        QTest::mouseRelease(receiver, Qt::LeftButton, {}, release);
+        EXPECT_EQ(rig.commands, commands);
         EXPECT_FALSE(rig.overlay().isVisible()) << "the overlay stays after release";
     }
 }
@@ -112,11 +106,10 @@ TEST(SkinButtons, HeldButtonLooksReleasedOutsideAndOtherMouseButtonsReachTheWind
     SkinButtonWidget &play = rig.button(1);
     QTest::mousePress(&play, Qt::LeftButton, {}, {4, 4});
     mouseMove(play, {40, 4}, Qt::LeftButton);
-    EXPECT_TRUE(rig.overlay().isVisible());
-    EXPECT_FALSE(rig.overlay().pressedLook());
+    EXPECT_EQ(std::pair(rig.overlay().isVisible(), rig.overlay().pressedLook()),
+              std::pair(true, false));
     EXPECT_EQ(rig.shot().pixel(12, 12), mainPixel(12, 12)) << "the released face should show";
     mouseMove(play, {4, 4}, Qt::LeftButton);
-    EXPECT_TRUE(rig.overlay().pressedLook());
     EXPECT_EQ(rig.shot().pixel(12, 12), resourcePixel(5 + 2, 7 + 2));
     QTest::mouseRelease(&play, Qt::LeftButton, {}, {4, 4});
     EXPECT_EQ(rig.commands, std::vector<qint16>{12});
@@ -133,23 +126,19 @@ TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
     Rig rig;
     ASSERT_TRUE(rig.load(Buttons, 2));
     PressedOverlay &overlay = rig.overlay();
-    const struct
-    {
-        int index;
-        QPoint face;
-        QSize size;
-    } route[] = {{1, {5, 7}, {20, 12}}, {3, {60, 0}, {16, 12}}, {1, {5, 7}, {20, 12}}};
+    const std::tuple<int, QPoint, QSize> route[] = {
+        {1, {5, 7}, {20, 12}}, {3, {60, 0}, {16, 12}}, {1, {5, 7}, {20, 12}}};
     QTest::mouseMove(&rig.window, {5, 60});
-    for (const auto &step : route) {
-        SkinButtonWidget &b = rig.button(step.index);
+    for (const auto &[index, face, size] : route) {
+        SkinButtonWidget &b = rig.button(index);
         QTest::mouseMove(&rig.window, b.geometry().center());
-        SCOPED_TRACE(step.index);
+        SCOPED_TRACE(index);
         ASSERT_TRUE(overlay.isVisible());
         EXPECT_EQ(overlay.geometry(), b.geometry());
-        EXPECT_TRUE(showsFace(overlay, step.face, step.size, 1));
+        EXPECT_TRUE(showsFace(overlay, face, size, 1));
         // Moving on within the button: the overlay covering it must not end the hover.
         QTest::mouseMove(&rig.window, b.geometry().center() + QPoint(1, 1));
-        EXPECT_EQ(std::tuple(overlay.isVisible(), overlay.index()), std::tuple(true, step.index));
+        EXPECT_EQ(std::tuple(overlay.isVisible(), overlay.index()), std::tuple(true, index));
     }
     QTest::mouseMove(&rig.window, {5, 60});
     EXPECT_FALSE(overlay.isVisible()) << "the pressed look stays after the mouse left";
@@ -163,8 +152,7 @@ TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
     QTest::mouseMove(&rig.window, rig.button(1).geometry().center() + QPoint(2, 0));
     EXPECT_FALSE(overlay.isVisible());
     QTest::mouseMove(&rig.window, rig.button(2).geometry().center());
-    EXPECT_TRUE(overlay.isVisible());
-    EXPECT_EQ(overlay.index(), 2);
+    EXPECT_EQ(std::tuple(overlay.isVisible(), overlay.index()), std::tuple(true, 2));
 }
 
 TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
@@ -175,10 +163,10 @@ TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
         SkinButtonWidget &play = rig.button(1);
         SkinButtonWidget &next = rig.button(2);
 
+        SCOPED_TRACE(style);
         QTest::mouseMove(&rig.window, play.geometry().center());
         QTest::mouseMove(&rig.window, next.geometry().center());
-        SCOPED_TRACE(style);
-        QImage shot = rig.shot();
+        const QImage shot = rig.shot();
         EXPECT_EQ(std::tuple(next.hoverBorder(), play.hoverBorder()),
                   std::tuple(style == 1, false));
         EXPECT_EQ(shot.pixel(40, 10) != mainPixel(40, 10), style == 1);
@@ -253,14 +241,8 @@ TEST(SkinButtons, AuthorOutlinesMarkButtonsAndLabelsInTwoStyles)
 TEST(SkinSlider, DragMovesTheKnobAlongItsTrack)
 {
     // Track 60 long, knob 10: the knob's left edge travels 0 to 50.
-    const struct
-    {
-        const char *what;
-        int scale;
-        bool vertical;
-        QPoint press, move; // in picture pixels along the slider
-        double value;
-    } cases[] = {
+    // Press and move are in picture pixels along the slider.
+    const std::tuple<const char *, int, bool, QPoint, QPoint, double> cases[] = {
         {"held by the knob, past the start", 1, false, {30, 4}, {-20, 4}, 0.0},
         {"held by the knob's edge, moved 10", 1, false, {26, 4}, {36, 4}, 0.7},
         {"pressed on the track: the knob centres there", 1, false, {10, 4}, {10, 4}, 0.1},
@@ -268,35 +250,34 @@ TEST(SkinSlider, DragMovesTheKnobAlongItsTrack)
         {"upright: the top is the maximum", 1, true, {4, 30}, {4, 5}, 1.0},
         {"upright: dragged down 10", 1, true, {4, 30}, {4, 40}, 0.3},
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
-        Rig rig(c.scale);
-        ASSERT_TRUE(rig.load(c.vertical ? QStringLiteral("S2,20,10,8,60,0,40,1,10,\"Volume\"\n")
-                                        : QStringLiteral("S2,20,40,60,8,0,40,0,10,\"Volume\"\n")));
+    for (const auto &[what, scale, vertical, press, move, value] : cases) {
+        SCOPED_TRACE(what);
+        Rig rig(scale);
+        ASSERT_TRUE(rig.load(vertical ? QStringLiteral("S2,20,10,8,60,0,40,1,10,\"Volume\"\n")
+                                      : QStringLiteral("S2,20,40,60,8,0,40,0,10,\"Volume\"\n")));
         SkinSliderWidget *slider = rig.loader.slider(2);
         ASSERT_TRUE(slider && slider->isVisible());
         QSignalSpy changed(&rig.loader, &SkinLoader::sliderChanged);
         QSignalSpy released(&rig.loader, &SkinLoader::sliderReleased);
         EXPECT_DOUBLE_EQ(slider->value(), 0.5) << "a new slider sits in the middle";
 
-        QTest::mousePress(slider, Qt::LeftButton, {}, c.press * c.scale);
-        EXPECT_TRUE(slider->dragging());
-        mouseMove(*slider, c.move * c.scale, Qt::LeftButton);
-        QTest::mouseRelease(slider, Qt::LeftButton, {}, c.move * c.scale);
-        EXPECT_NEAR(slider->value(), c.value, 1e-9);
+        QTest::mousePress(slider, Qt::LeftButton, {}, press * scale);
+        mouseMove(*slider, move * scale, Qt::LeftButton);
+        QTest::mouseRelease(slider, Qt::LeftButton, {}, move * scale);
+        EXPECT_NEAR(slider->value(), value, 1e-9);
         EXPECT_FALSE(slider->dragging());
         ASSERT_FALSE(changed.isEmpty());
-        EXPECT_EQ(changed.last().at(0).toInt(), 2);
-        EXPECT_NEAR(changed.last().at(1).toDouble(), c.value, 1e-9);
-        EXPECT_EQ(released.size(), 1);
+        EXPECT_EQ(std::pair(changed.last().at(0).toInt(), released.size()),
+                  std::pair(2, qsizetype(1)));
+        EXPECT_NEAR(changed.last().at(1).toDouble(), value, 1e-9);
 
         // The knob's picture is drawn where the value puts it.
-        const int along = int(std::lround((c.vertical ? 1 - c.value : c.value) * 50));
-        const QPoint knob = c.vertical ? QPoint(20, 10 + along) : QPoint(20 + along, 40);
+        const int along = int(std::lround((vertical ? 1 - value : value) * 50));
+        const QPoint knob = vertical ? QPoint(20, 10 + along) : QPoint(20 + along, 40);
         const QImage shot = rig.shot();
-        EXPECT_EQ(shot.pixel(knob * c.scale), resourcePixel(0, 40));
-        const QPoint last = c.vertical ? QPoint(7, 9) : QPoint(9, 7); // the knob's last pixel
-        EXPECT_EQ(shot.pixel((knob + last) * c.scale), resourcePixel(last.x(), 40 + last.y()));
+        EXPECT_EQ(shot.pixel(knob * scale), resourcePixel(0, 40));
+        const QPoint last = vertical ? QPoint(7, 9) : QPoint(9, 7); // the knob's last pixel
+        EXPECT_EQ(shot.pixel((knob + last) * scale), resourcePixel(last.x(), 40 + last.y()));
     }
 }
 
@@ -324,9 +305,8 @@ TEST(SkinLabel, AppliesFontAndScale)
     SkinLabelWidget *label = rig.loader.labelWidget(1);
     ASSERT_TRUE(label && label->isVisible());
     const QFont f = label->font();
-    EXPECT_EQ(f.family(), QStringLiteral("DejaVu Sans"));
-    EXPECT_EQ(f.pointSize(), 18);
-    EXPECT_EQ(std::tuple(f.bold(), f.italic(), f.underline()), std::tuple(false, true, true));
+    EXPECT_EQ(std::tuple(f.family(), f.pointSize(), f.bold(), f.italic(), f.underline()),
+              std::tuple(QStringLiteral("DejaVu Sans"), 18, false, true, true));
 }
 
 TEST(SkinLabel, TextKeepsItsSizeInSkinPixelsWhateverTheScreensDpi)
@@ -391,7 +371,6 @@ TEST(SkinLights, FollowTheLightsViewInEverySkinRepaintingOnlyTheirSpots)
     ASSERT_TRUE(rig.load(lights));
     LightsView view;
     view.visible[2] = true;
-    view.visible[3] = false;
     view.visible[0] = true; // light 0 has no switch behind it: never lit
     view.label26 = QStringLiteral("CD");
     rig.loader.ShowLights(view);
@@ -432,13 +411,11 @@ TEST(SkinAnim, RunsOnlyWhileStartedAndShown)
     EXPECT_EQ(rig.shot().pixel(10, 40), resourcePixel(0, 20));
 
     anim->start();
-    EXPECT_TRUE(anim->ticking());
     EXPECT_TRUE(QTest::qWaitFor([&] { return anim->frame() != 0; }, 20000));
     rig.loader.anim(2)->start();
     EXPECT_FALSE(rig.loader.anim(2)->ticking()) << "a single frame needs no timer";
 
     ASSERT_TRUE(rig.load(QStringLiteral("B5,0,0,10,10,0,0,\"a\",\"~\"\n")));
-    EXPECT_FALSE(anim->isVisible());
     EXPECT_FALSE(anim->ticking()) << "a hidden animation keeps a timer";
     ASSERT_TRUE(rig.load(QStringLiteral("A1,10,40,0,20,8,6,4,20,1,\"~\"\n")));
     EXPECT_TRUE(anim->ticking()) << "started and shown again";

@@ -3,28 +3,16 @@
 #include "skin/skinreader.h"
 
 #include "support/temphome.h"
+#include "support/testbytes.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-} // namespace
-
 TEST(SkinImport, ConvertChangesOnlyTheSignature)
 {
-    const struct
-    {
-        QByteArray in, out;
-    } cases[] = {
+    const std::tuple<QByteArray, QByteArray> cases[] = {
         {"\"Ne-Orb Skin\",\"Old\"\r\n1,0\r\n", "\"Velto Skin/PLAYER\",\"Old\"\r\n1,0\r\n"},
         {"Ne-Orb Skin,Old\n", "\"Velto Skin/PLAYER\",Old\n"},
         {"\xEF\xBB\xBF\n  \"Ne-Orb Skin/KARAOKE\",\"x\xE9\"\n",
@@ -36,8 +24,8 @@ TEST(SkinImport, ConvertChangesOnlyTheSignature)
         {"", ""},
         {"\"", ""},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(SkinImport::convert(c.in), c.out) << c.in.constData();
+    for (const auto &[in, out] : cases)
+        EXPECT_EQ(SkinImport::convert(in), out) << in.constData();
 }
 
 TEST(SkinImport, WritesTheCopyBesideTheOriginalAndNeverOverwrites)

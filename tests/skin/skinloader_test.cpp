@@ -73,12 +73,9 @@ TEST(SkinLoader, NewSkinHidesEveryElementOfTheOldOneAndSwitchingCreatesNothing)
     EXPECT_FALSE(rig.loader.list(1)->isVisible()) << "the playlist stays on the calculator";
     EXPECT_FALSE(rig.loader.slider(1)->isVisible());
     EXPECT_TRUE(rig.loader.list(5)->isVisible());
-    for (QWidget *w : elements(rig.window)) {
-        if (w->isVisibleTo(&rig.window)) {
-            EXPECT_TRUE(rig.window.rect().contains(w->geometry()))
-                << w->metaObject()->className() << " outside the calculator";
-        }
-    }
+    for (QWidget *w : elements(rig.window))
+        EXPECT_TRUE(!w->isVisibleTo(&rig.window) || rig.window.rect().contains(w->geometry()))
+            << w->metaObject()->className() << " outside the calculator";
     EXPECT_TRUE(rig.dialogs.messages.isEmpty())
         << rig.dialogs.messages.join(QLatin1Char('|')).toStdString();
 
@@ -101,8 +98,7 @@ TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
     EXPECT_EQ(rig.dialogs.messages, (QStringList{"Invalid Skin!", "Skin not found!"}));
     EXPECT_EQ(rig.loader.file(), before);
     EXPECT_EQ(rig.window.size(), QSize(100, 60));
-    ASSERT_NE(rig.loader.buttons().button(1), nullptr);
-    EXPECT_TRUE(rig.loader.buttons().button(1)->isVisible());
+    EXPECT_TRUE(rig.loader.buttons().button(1) && rig.loader.buttons().button(1)->isVisible());
 }
 
 TEST(SkinLoader, SetDDRepaintsOnlyItsCellAndAHiddenGroupShowsThePicture)
@@ -140,8 +136,6 @@ TEST(SkinLoader, NextSkinShowsTheValuesAndContentsOfTheLast)
     rig.loader.textField(1)->setText(QStringLiteral("http://radio"));
 
     ASSERT_TRUE(rig.load(QStringLiteral("B5,0,0,10,10,0,0,\"a\",\"~\"\n")));
-    EXPECT_FALSE(rig.loader.list(1)->isVisible());
-    EXPECT_FALSE(rig.loader.notepad()->isVisible());
     rig.loader.slider(1)->setValue(0.25);
     ASSERT_TRUE(rig.load(QStringLiteral("L8,0,0,50,10,1,1,1,8,\"\",\"~\"\n"
                                         "S1,0,20,100,8,0,40,0,10,\"~\"\n"
@@ -182,13 +176,6 @@ TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
         return rig.loader.canvas().copy(group->pos.x() + i * (group->glyphWidth + group->gap),
                                         group->pos.y(), group->glyphWidth, group->glyphHeight);
     };
-    const auto uniform = [](const QImage &img) {
-        for (int y = 0; y < img.height(); ++y)
-            for (int x = 0; x < img.width(); ++x)
-                if (img.pixel(x, y) != img.pixel(0, 0))
-                    return false;
-        return true;
-    };
     rig.loader.SetDD(6, QStringLiteral(" "));
     const QImage blank = cell(0);
     rig.loader.SetDD(6, shown);
@@ -196,8 +183,10 @@ TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
     for (int i = 0; i < shown.size(); ++i) {
         SCOPED_TRACE(i);
         const QImage glyph = cell(i);
+        QImage flat(glyph.size(), glyph.format());
+        flat.fill(glyph.pixelColor(0, 0));
         EXPECT_NE(glyph, blank);
-        EXPECT_FALSE(uniform(glyph)) << "a glyph, not an empty cell";
+        EXPECT_NE(glyph, flat) << "a glyph, not an empty cell";
         const auto [known, fresh] = glyphs.insert({shown[i], glyph});
         EXPECT_EQ(known->second, glyph) << "the same character, the same glyph";
         for (const auto &[ch, other] : glyphs) {
@@ -212,14 +201,14 @@ TEST(SkinLoader, ShippedClockDrawsEveryCharacterOfTheStopwatchTenths)
 TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
 {
     for (const int scale : {1, 2, 3}) {
+        SCOPED_TRACE(scale);
         Rig rig;
         ASSERT_TRUE(rig.load(QStringLiteral("O,255,0,255\nB7,10,10,20,12,0,0,\"a\",\"~\"\n"
                                             "L3,10,40,50,10,1,1,1,8,\"\",\"~\"\n")));
         rig.loader.setScale(scale);
         EXPECT_EQ(rig.window.size(), QSize(120, 80) * scale);
         EXPECT_TRUE(
-            rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty())
-            << "scale " << scale;
+            rig.window.mask().xored(scaledRegion(rig.loader.pictures().shape, scale)).isEmpty());
         EXPECT_FALSE(rig.window.mask().contains(QPoint(115, 75) * scale));
         EXPECT_EQ(rig.loader.labelWidget(3)->geometry(),
                   QRect(10 * scale, 40 * scale, 50 * scale, 10 * scale));
@@ -232,7 +221,7 @@ TEST(SkinLoader, RescaledWindowHasWholePixelsItsShapeAndItsElements)
         for (int y = 0; y < painted.height(); ++y)
             for (int x = 0; x < painted.width(); ++x)
                 wrong += painted.pixel(x, y) != rig.loader.canvas().pixel(x / scale, y / scale);
-        EXPECT_EQ(wrong, 0) << "scale " << scale << ": pixels not copied whole";
+        EXPECT_EQ(wrong, 0) << "pixels not copied whole";
 
         // Part of the window: the picture pixels under it, and nothing smoothed.
         QImage part(rig.window.size(), QImage::Format_RGB32);
@@ -303,11 +292,9 @@ TEST(SkinLoader, HostileRecordsNeverCrashTheWindow)
     rig.loader.setLabel(1, QString(5000, QLatin1Char('W')));
     rig.loader.setScale(3);
     QApplication::processEvents();
-    const QImage corner = rig.window.grab(QRect(0, 0, 64, 64)).toImage();
-    EXPECT_FALSE(corner.isNull());
+    EXPECT_FALSE(rig.window.grab(QRect(0, 0, 64, 64)).toImage().isNull());
 
     rig.window.hide();
     ASSERT_TRUE(rig.loader.LoadSkin(rig.write(QStringLiteral("huge.skin"), "W,32767,32767\n")));
-    EXPECT_LE(rig.window.width(), 8192);
-    EXPECT_LE(rig.window.height(), 8192);
+    EXPECT_TRUE(QRect(0, 0, 8192, 8192).contains(rig.window.rect()));
 }

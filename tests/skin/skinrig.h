@@ -5,6 +5,7 @@
 #include "support/fakes.h"
 #include "support/temphome.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QImage>
 #include <QMouseEvent>
@@ -33,11 +34,7 @@ inline QRgb mainPixel(int x, int y)
 
 inline std::string describe(const QRegion &region)
 {
-    std::string s;
-    for (const QRect &r : region)
-        s += " (" + std::to_string(r.x()) + "," + std::to_string(r.y()) + " " +
-             std::to_string(r.width()) + "x" + std::to_string(r.height()) + ")";
-    return s.empty() ? " empty" : s;
+    return ' ' + QDebug::toString(region).toStdString();
 }
 
 // The main window as far as the skin is concerned: it paints through the loader,

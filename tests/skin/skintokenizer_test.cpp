@@ -30,12 +30,7 @@ QStringList fieldsOf(const QString &text)
 
 TEST(SkinTokenizer, SplitsFieldsAtCommasAndLineEnds)
 {
-    const struct
-    {
-        const char *what;
-        QString text;
-        QStringList fields;
-    } cases[] = {
+    const std::tuple<const char *, QString, QStringList> cases[] = {
         {"empty file", "", {}},
         {"only blank lines", " \r\n\t\n\r\n", {}},
         {"commas and CR LF", "a,b\r\nc", {"a,", "b|", "c$"}},
@@ -52,42 +47,31 @@ TEST(SkinTokenizer, SplitsFieldsAtCommasAndLineEnds)
         {"quote at the end of the file", "\"", {"$"}},
         {"empty quotes", "\"\",\"\"", {",", "$"}},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(fieldsOf(c.text), c.fields) << c.what;
+    for (const auto &[what, text, fields] : cases)
+        EXPECT_EQ(fieldsOf(text), fields) << what;
 }
 
 TEST(SkinTokenizer, ReadsNumbersThatFitTheirWidth)
 {
     constexpr qint64 kNone = std::numeric_limits<qint64>::min();
-    const struct
-    {
-        QString field;
-        qint64 as16, as32;
-    } cases[] = {
-        {"0", 0, 0},
-        {"", 0, 0},
-        {"  +12\t", 12, 12},
-        {"-32768", -32768, -32768},
-        {"32767", 32767, 32767},
-        {"32768", kNone, 32768},
-        {"-32769", kNone, -32769},
-        {"2147483647", kNone, 2147483647},
-        {"-2147483648", kNone, -2147483648LL},
-        {"2147483648", kNone, kNone},
-        {"99999999999999999999999", kNone, kNone},
-        {"-", kNone, kNone},
-        {"1 2", kNone, kNone},
-        {"12a", kNone, kNone},
-        {"1.5", kNone, kNone},
+    // clang-format off
+    const std::tuple<QString, qint64, qint64> cases[] = {
+        {"0", 0, 0},                {"", 0, 0},                  {"  +12\t", 12, 12},
+        {"-32768", -32768, -32768}, {"32767", 32767, 32767},     {"32768", kNone, 32768},
+        {"-32769", kNone, -32769},  {"2147483647", kNone, 2147483647},
+        {"-2147483648", kNone, -2147483648LL},                   {"2147483648", kNone, kNone},
+        {"99999999999999999999999", kNone, kNone},               {"-", kNone, kNone},
+        {"1 2", kNone, kNone},      {"12a", kNone, kNone},       {"1.5", kNone, kNone},
         {"\"7\"", 7, 7},
     };
+    // clang-format on
     const auto value = [kNone](auto read) { return read ? qint64(*read) : kNone; };
-    for (const auto &c : cases) {
-        SkinTokenizer a(c.field + QStringLiteral(",next"));
-        EXPECT_EQ(value(a.int16()), c.as16) << "16-bit '" << c.field.toStdString() << "'";
+    for (const auto &[field, as16, as32] : cases) {
+        SkinTokenizer a(field + QStringLiteral(",next"));
+        EXPECT_EQ(value(a.int16()), as16) << "16-bit '" << field.toStdString() << "'";
         EXPECT_EQ(a.next(), QStringLiteral("next")) << "a bad number is still read whole";
-        SkinTokenizer b(c.field + QStringLiteral(",next"));
-        EXPECT_EQ(value(b.int32()), c.as32) << "32-bit '" << c.field.toStdString() << "'";
+        SkinTokenizer b(field + QStringLiteral(",next"));
+        EXPECT_EQ(value(b.int32()), as32) << "32-bit '" << field.toStdString() << "'";
     }
     SkinTokenizer ended(QStringLiteral("1\r\n\r\n"));
     EXPECT_EQ(ended.int16(), 1);
@@ -97,19 +81,15 @@ TEST(SkinTokenizer, ReadsNumbersThatFitTheirWidth)
 
 TEST(SkinTokenizer, CodeNumberTakesTheLeadingDigits)
 {
-    const struct
-    {
-        QString rest;
-        qint64 n;
-    } cases[] = {
+    const std::tuple<QString, qint64> cases[] = {
         {"12", 12},          {"", 0},
         {"12abc", 12},       {" -5", -5},
         {"+7 ", 7},          {"-", 0},
         {"00032767", 32767}, {"1.9", 1},
         {"on-night", 0},     {"99999999999999999999", qint64(1) << 40},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(SkinTokenizer::codeNumber(c.rest), c.n) << "'" << c.rest.toStdString() << "'";
+    for (const auto &[rest, n] : cases)
+        EXPECT_EQ(SkinTokenizer::codeNumber(rest), n) << "'" << rest.toStdString() << "'";
 }
 
 TEST(SkinTokenizer, RestOfLineKeepsQuotesAndCommasAndEndsTheLine)
