@@ -1,14 +1,9 @@
 #include "e2e.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QRandomGenerator>
 
-#include <gtest/gtest.h>
-
 #include <array>
-#include <csignal>
 #include <cstdio>
 
 namespace {
@@ -89,9 +84,9 @@ TEST_F(CrashSafeSaves, EveryFileIsTheOldOrTheNewVersionAfterAKill)
     for (size_t i = 0; i < kFiles.size(); ++i)
         ASSERT_NE(older[i], newer[i]) << kFiles[i];
 
-    const int kills = qEnvironmentVariableIntValue("VELTO_KILLS") > 0
-                          ? qEnvironmentVariableIntValue("VELTO_KILLS")
-                          : 200;
+    int kills = qEnvironmentVariableIntValue("VELTO_KILLS");
+    if (kills <= 0)
+        kills = 200;
     velto.setEnvironment(QStringLiteral("VELTO_SAVE_ROUNDS"), QString());
     QRandomGenerator random(QRandomGenerator::global()->generate());
     qint64 roundNs = 0; // one save round, measured from the first runs

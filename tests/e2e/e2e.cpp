@@ -5,17 +5,11 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QRasterWindow>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
 #include <QThread>
-
-#include <csignal>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -101,6 +95,17 @@ bool VeltoProcess::start(const QStringList &args)
     return m_process.waitForStarted(5000);
 }
 
+QString VeltoProcess::startWindow(const QStringList &args, int timeoutMs)
+{
+    return start(args) ? waitForWindow(timeoutMs) : QString();
+}
+
+QStringList VeltoProcess::windows(int timeoutMs) const
+{
+    return xdotool({"search", "--onlyvisible", "--pid", QString::number(pid())}, timeoutMs)
+        .split('\n', Qt::SkipEmptyParts);
+}
+
 QString VeltoProcess::waitForWindow(int timeoutMs)
 {
     QElapsedTimer clock;
@@ -117,11 +122,8 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
                        << error;
             return {};
         }
-        const QString ids = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                     QStringLiteral("--pid"), QString::number(pid())},
-                                    5000);
-        if (!ids.isEmpty())
-            return ids.split('\n').last();
+        if (const QStringList ids = windows(5000); !ids.isEmpty())
+            return ids.last();
         // Also notices an early exit, which a plain sleep would hide.
         m_process.waitForFinished(50);
     }
@@ -187,6 +189,12 @@ void key(const QString &name)
     xdotool({"key", name});
 }
 
+void focusPlaylist(const QString &windowId)
+{
+    const QRect list = shippedSkin(QStringLiteral("default.skin")).rect(QStringLiteral("X1"));
+    click(windowGeometry(windowId).topLeft() + list.topLeft() + QPoint(20, 8));
+}
+
 std::optional<QString> atspiClient(const QStringList &args)
 {
     QProcess client;
@@ -227,48 +235,20 @@ QGuiApplication &guiApp()
 
 } // namespace
 
-class Backdrop::Window : public QRasterWindow
+// The application comes before the window.
+Backdrop::Backdrop(QColor colour) : QRasterWindow((guiApp(), nullptr)), m_colour(colour)
 {
-public:
-    explicit Window(QColor colour) : m_colour(colour) { setFlags(Qt::FramelessWindowHint); }
-    int clicks = 0;
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
-    }
-    void mousePressEvent(QMouseEvent *) override { ++clicks; }
-
-private:
-    QColor m_colour;
-};
-
-Backdrop::Backdrop(QColor colour)
-{
-    guiApp();
-    m_window = new Window(colour);
-    m_window->setGeometry(QGuiApplication::primaryScreen()->geometry());
-    m_window->show();
-    const QPoint centre = m_window->geometry().center();
-    if (!waitUntil(
-            [&] { return m_window->isExposed() && QColor(grabScreen().pixel(centre)) == colour; }))
+    setFlags(Qt::FramelessWindowHint);
+    setGeometry(QGuiApplication::primaryScreen()->geometry());
+    show();
+    const QPoint centre = geometry().center();
+    if (!waitUntil([&] { return isExposed() && screenPixel(centre) == colour; }))
         ADD_FAILURE() << "the backdrop never showed";
 }
 
-Backdrop::~Backdrop()
+void Backdrop::paintEvent(QPaintEvent *)
 {
-    delete m_window;
-}
-
-int Backdrop::clicks() const
-{
-    return m_window->clicks;
-}
-
-QRect Backdrop::geometry() const
-{
-    return m_window->geometry();
+    QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
 }
 
 QImage grabScreen()
@@ -280,6 +260,11 @@ QImage grabScreen()
 QImage grabScreen(const QString &windowId, const QRect &inWindow)
 {
     return grabScreen().copy(inWindow.translated(windowGeometry(windowId).topLeft()));
+}
+
+QColor screenPixel(QPoint at)
+{
+    return QColor(grabScreen().pixel(at));
 }
 
 bool waitUntil(const std::function<bool()> &done, int timeoutMs)

@@ -2,11 +2,7 @@
 
 #include "support/testmedia.h"
 
-#include <QProcess>
 #include <QStandardPaths>
-#include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 
@@ -85,8 +81,7 @@ TEST_P(Keyboard, KeysReachTheSkinWhateverChildHasTheFocusAndTextFieldsKeepTheirs
     TestMedia media;
     const QString tone = media.sineWav(QStringLiteral("tone.wav"), 30000);
     VeltoProcess velto;
-    ASSERT_TRUE(velto.start({tone}));
-    const QString window = velto.waitForWindow();
+    const QString window = velto.startWindow({tone});
     ASSERT_FALSE(window.isEmpty());
     const auto title = [&window] { return xdotool({"getwindowname", window}); };
     const auto origin = [&window] { return windowGeometry(window).topLeft(); };
@@ -97,7 +92,7 @@ TEST_P(Keyboard, KeysReachTheSkinWhateverChildHasTheFocusAndTextFieldsKeepTheirs
             << "the window manager gives the new window the focus";
     } else {
         // The playlist takes the focus when the click activates the window.
-        click(origin() + player.rect(QStringLiteral("X1")).topLeft() + QPoint(20, 8));
+        focusPlaylist(window);
     }
     key(QStringLiteral("space"));
     EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("tone")); }))

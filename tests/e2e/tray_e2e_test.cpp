@@ -1,9 +1,6 @@
 #include "e2e.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QStandardPaths>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -53,18 +50,12 @@ private:
     QProcess m_process;
 };
 
-QStringList visibleWindows(const VeltoProcess &velto)
-{
-    return xdotool({"search", "--onlyvisible", "--pid", QString::number(velto.pid())}, 2000)
-        .split('\n', Qt::SkipEmptyParts);
-}
-
 // Velto's window that sits inside the panel: its tray icon.
 QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel)
 {
     QString icon;
     waitUntil([&] {
-        for (const QString &id : visibleWindows(velto))
+        for (const QString &id : velto.windows(2000))
             if (const QRect g = windowGeometry(id); !g.isEmpty() && panel.contains(g))
                 icon = id;
         return !icon.isEmpty();
@@ -76,10 +67,10 @@ QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel)
 // to list the menu's twelve entries.
 bool openMenu(const VeltoProcess &velto, const QString &icon)
 {
-    const QStringList before = visibleWindows(velto);
+    const QStringList before = velto.windows(2000);
     click(windowGeometry(icon).center(), "3");
     return waitUntil([&] {
-        for (const QString &id : visibleWindows(velto))
+        for (const QString &id : velto.windows(2000))
             if (!before.contains(id) && windowGeometry(id).height() >= 12 * 10)
                 return true;
         return false;

@@ -2,25 +2,7 @@
 
 #include "support/loopbackserver.h"
 
-#include <QDir>
-#include <QFile>
-#include <gtest/gtest.h>
-
-#include <csignal>
-
 namespace {
-
-const ShippedSkin &player()
-{
-    static const ShippedSkin skin = shippedSkin(QStringLiteral("default.skin"));
-    return skin;
-}
-
-const ShippedSkin &radio()
-{
-    static const ShippedSkin skin = shippedSkin(QStringLiteral("webradio.skin"));
-    return skin;
-}
 
 class WebRadioE2e : public E2e
 {
@@ -42,8 +24,9 @@ protected:
     }
 
     QString title() const { return xdotool({QStringLiteral("getwindowname"), window}); }
-    QImage area(const QString &code) const { return grabScreen(window, radio().rect(code)); }
+    QImage area(const QString &code) const { return grabScreen(window, radio.rect(code)); }
 
+    const ShippedSkin radio = shippedSkin(QStringLiteral("webradio.skin"));
     QByteArray tone;
     VeltoProcess velto;
     QString window;
@@ -72,17 +55,15 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
     list.write("Loopback Station @ " + server.url().toUtf8() + "\n");
     list.close();
 
-    ASSERT_TRUE(velto.start());
-    window = velto.waitForWindow();
+    window = velto.startWindow();
     ASSERT_FALSE(window.isEmpty());
-    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player().size; }));
-    // A click on the playlist gives the window the keys.
-    click(windowGeometry(window).topLeft() + player().rect(QStringLiteral("X1")).topLeft() +
-          QPoint(20, 8));
+    const QSize player = shippedSkin(QStringLiteral("default.skin")).size;
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player; }));
+    focusPlaylist(window);
     key(QStringLiteral("w"));
-    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }))
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio.size; }))
         << "W shows the web radio";
-    doubleClick(windowGeometry(window).topLeft() + radio().rect(QStringLiteral("X8")).topLeft() +
+    doubleClick(windowGeometry(window).topLeft() + radio.rect(QStringLiteral("X8")).topLeft() +
                 QPoint(30, 8));
     ASSERT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Morning Song")); }, 30000))
         << "the title is " << title().toStdString();
@@ -107,10 +88,9 @@ TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
     o.titles = {"Handed Over"};
     LoopbackServer server(o);
     ASSERT_TRUE(server.listening());
-    ASSERT_TRUE(velto.start({QStringLiteral("--play"), server.url()}));
-    window = velto.waitForWindow();
+    window = velto.startWindow({QStringLiteral("--play"), server.url()});
     ASSERT_FALSE(window.isEmpty());
-    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }));
+    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio.size; }));
     EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Handed Over")); }, 30000))
         << "the title is " << title().toStdString();
 }
