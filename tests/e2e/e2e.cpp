@@ -143,6 +143,17 @@ bool VeltoProcess::waitForExit(int timeoutMs)
     return m_process.waitForFinished(timeoutMs) && m_process.exitStatus() == QProcess::NormalExit;
 }
 
+Companion::~Companion()
+{
+    if (state() == NotRunning)
+        return;
+    terminate();
+    if (!waitForFinished(3000)) {
+        kill();
+        waitForFinished(3000);
+    }
+}
+
 VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args, const QString &folder)
 {
     QProcess p;

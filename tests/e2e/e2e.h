@@ -73,6 +73,13 @@ struct VeltoRun
 VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args,
                   const QString &folder = {});
 
+// A program run beside velto for a test (a window manager, a panel), ended with the test.
+class Companion : public QProcess
+{
+public:
+    ~Companion() override;
+};
+
 // A plain window of one colour covering the screen, beneath everything started
 // after it; it counts the clicks that reach it.
 class Backdrop : public QRasterWindow

@@ -19,33 +19,17 @@ QList<QRgb> edge(const QImage &screen, const QRect &r)
 
 // A window manager on the test's X server, for the run in which it gives
 // Velto the focus rather than a click.
-class WindowManager
+bool startWindowManager(Companion &wm)
 {
-public:
-    ~WindowManager()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.terminate();
-            m_process.waitForFinished(3000);
-        }
-    }
-    bool start()
-    {
-        m_process.start(QStringLiteral("openbox"), {"--sm-disable"});
-        // It manages the screen once it names itself on the root window.
-        if (!m_process.waitForStarted(5000))
-            return false;
-        return waitUntil([] {
-            QProcess xprop;
-            xprop.start(QStringLiteral("xprop"), {"-root", "_NET_SUPPORTING_WM_CHECK"});
-            return xprop.waitForFinished(2000) &&
-                   xprop.readAllStandardOutput().contains("window id");
-        });
-    }
-
-private:
-    QProcess m_process;
-};
+    wm.start(QStringLiteral("openbox"), {"--sm-disable"});
+    // It manages the screen once it names itself on the root window.
+    return wm.waitForStarted(5000) && waitUntil([] {
+               QProcess xprop;
+               xprop.start(QStringLiteral("xprop"), {"-root", "_NET_SUPPORTING_WM_CHECK"});
+               return xprop.waitForFinished(2000) &&
+                      xprop.readAllStandardOutput().contains("window id");
+           });
+}
 
 class Keyboard : public E2e, public ::testing::WithParamInterface<bool>
 {
@@ -56,11 +40,11 @@ protected:
         if (!IsSkipped() && GetParam()) {
             if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
                 GTEST_SKIP() << "no openbox to manage the windows";
-            ASSERT_TRUE(wm.start());
+            ASSERT_TRUE(startWindowManager(wm));
         }
     }
 
-    WindowManager wm;
+    Companion wm;
 };
 
 } // namespace

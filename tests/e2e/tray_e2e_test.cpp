@@ -6,49 +6,31 @@ namespace {
 
 const QSize kPanel(100, 32); // trayer sits in the top right corner
 
-// A notification area on the test's X server.
-class Trayer
+// A notification area on the test's X server: the panel's geometry once it
+// is mapped, or an empty rectangle.
+QRect startTrayer(Companion &trayer, int screenWidth)
 {
-public:
-    ~Trayer()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.terminate();
-            if (!m_process.waitForFinished(3000)) {
-                m_process.kill();
-                m_process.waitForFinished(3000);
-            }
+    trayer.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    trayer.start(QStringLiteral("trayer"),
+                 {"--edge", "top", "--align", "right", "--widthtype", "pixel", "--width",
+                  QString::number(kPanel.width()), "--heighttype", "pixel", "--height",
+                  QString::number(kPanel.height()), "--transparent", "false", "--SetDockType",
+                  "false", "--SetPartialStrut", "false"});
+    if (!trayer.waitForStarted(5000))
+        return {};
+    QRect panel;
+    waitUntil([&] {
+        const QString ids = xdotool(
+            {"search", "--onlyvisible", "--pid", QString::number(trayer.processId())}, 2000);
+        for (const QString &id : ids.split('\n', Qt::SkipEmptyParts)) {
+            const QRect g = windowGeometry(id);
+            if (g.size() == kPanel && g.right() == screenWidth - 1 && g.top() == 0)
+                panel = g;
         }
-    }
-
-    // The panel's geometry once it is mapped, or an empty rectangle.
-    QRect start(int screenWidth)
-    {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QStringLiteral("trayer"),
-                        {"--edge", "top", "--align", "right", "--widthtype", "pixel", "--width",
-                         QString::number(kPanel.width()), "--heighttype", "pixel", "--height",
-                         QString::number(kPanel.height()), "--transparent", "false",
-                         "--SetDockType", "false", "--SetPartialStrut", "false"});
-        if (!m_process.waitForStarted(5000))
-            return {};
-        QRect panel;
-        waitUntil([&] {
-            const QString ids = xdotool(
-                {"search", "--onlyvisible", "--pid", QString::number(m_process.processId())}, 2000);
-            for (const QString &id : ids.split('\n', Qt::SkipEmptyParts)) {
-                const QRect g = windowGeometry(id);
-                if (g.size() == kPanel && g.right() == screenWidth - 1 && g.top() == 0)
-                    panel = g;
-            }
-            return !panel.isEmpty() || m_process.state() != QProcess::Running;
-        });
-        return panel;
-    }
-
-private:
-    QProcess m_process;
-};
+        return !panel.isEmpty() || trayer.state() != QProcess::Running;
+    });
+    return panel;
+}
 
 // Velto's window that sits inside the panel: its tray icon.
 QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel)
@@ -87,12 +69,11 @@ protected:
             return;
         if (QStandardPaths::findExecutable(QStringLiteral("trayer")).isEmpty())
             GTEST_SKIP() << "no trayer to give the X server a notification area";
-        const int screenWidth = grabScreen().width();
-        panel = trayer.start(screenWidth);
+        panel = startTrayer(trayer, grabScreen().width());
         ASSERT_FALSE(panel.isEmpty()) << "trayer did not show its panel";
     }
 
-    Trayer trayer;
+    Companion trayer;
     QRect panel;
 };
 
