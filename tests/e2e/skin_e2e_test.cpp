@@ -37,28 +37,25 @@ ShippedPlayer shippedPlayer()
             p.taken << (code.startsWith('D') ? skin.digits(code, 10) : skin.rect(code));
     }
     // Whole neighbourhoods of one kind, so a one-pixel difference in placement cannot blur
-    // the checks.
-    for (int y = 8; y < p.main.height() - 8 && p.bare.x() < 0; y += 2) {
-        for (int x = 8; x < p.main.width() - 8 && p.bare.x() < 0; x += 2) {
-            bool free = true;
-            for (const QRect &r : p.taken)
-                free = free && !r.intersects(QRect(x - 6, y - 6, 13, 13));
-            for (int dy = -6; free && dy <= 6; dy += 3)
-                for (int dx = -6; free && dx <= 6; dx += 3)
-                    free = p.main.pixel(x + dx, y + dy) != p.transparent;
-            if (free)
-                p.bare = {x, y};
-        }
-    }
-    for (int y = 1; y + 1 < p.main.height() && p.hole.x() < 0; ++y)
-        for (int x = 1; x + 1 < p.main.width() && p.hole.x() < 0; ++x) {
-            bool cut = true;
-            for (int dy = -1; dy <= 1; ++dy)
-                for (int dx = -1; dx <= 1; ++dx)
-                    cut = cut && p.main.pixel(x + dx, y + dy) == p.transparent;
-            if (cut)
-                p.hole = {x, y};
-        }
+    // the checks: the first point whose square around it is all hole, or all bare skin.
+    auto first = [&p](int radius, int step, bool hole) {
+        const QRect square(-radius, -radius, 2 * radius + 1, 2 * radius + 1);
+        for (int y = radius; y + radius < p.main.height(); y += step)
+            for (int x = radius; x + radius < p.main.width(); x += step) {
+                bool all =
+                    hole || std::none_of(p.taken.begin(), p.taken.end(), [&](const QRect &r) {
+                        return r.intersects(square.translated(x, y));
+                    });
+                for (int dy = -radius; all && dy <= radius; dy += step)
+                    for (int dx = -radius; all && dx <= radius; dx += step)
+                        all = (p.main.pixel(x + dx, y + dy) == p.transparent) == hole;
+                if (all)
+                    return QPoint(x, y);
+            }
+        return QPoint(-1, -1);
+    };
+    p.bare = first(6, 3, false);
+    p.hole = first(1, 1, true);
     return p;
 }
 
