@@ -39,14 +39,12 @@ protected:
 // the station stalls and come back to it.
 TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 {
-    LoopbackServer::Stream o;
-    o.mp3 = tone;
-    o.titles = {"Morning Song", "Evening Song"};
-    o.titleSeconds = 6;
-    o.burstBytes = 8000;
-    o.stallAfterSeconds = 15;
-    o.stallSeconds = 4;
-    LoopbackServer server(o);
+    LoopbackServer server(LoopbackServer::Stream{.mp3 = tone,
+                                                 .burstBytes = 8000,
+                                                 .titles = {"Morning Song", "Evening Song"},
+                                                 .titleSeconds = 6,
+                                                 .stallAfterSeconds = 15,
+                                                 .stallSeconds = 4});
     ASSERT_TRUE(server.listening());
     // The station list the user keeps: only the loopback station, never the shipped one.
     QDir().mkpath(velto.home(QStringLiteral("data/velto")));
@@ -83,10 +81,7 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 
 TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
 {
-    LoopbackServer::Stream o;
-    o.mp3 = tone;
-    o.titles = {"Handed Over"};
-    LoopbackServer server(o);
+    LoopbackServer server(LoopbackServer::Stream{.mp3 = tone, .titles = {"Handed Over"}});
     ASSERT_TRUE(server.listening());
     window = velto.startWindow({QStringLiteral("--play"), server.url()});
     ASSERT_FALSE(window.isEmpty());
