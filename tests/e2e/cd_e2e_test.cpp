@@ -4,6 +4,7 @@
 #include "support/loopbackserver.h"
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 
 namespace {
@@ -56,11 +57,7 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
                                                  "TTITLE0=First Light\r\nTTITLE1=Second Light\r\n"
                                                  "TTITLE2=Last Light\r\n.\r\n"};
     });
-    struct OpenAtEnd
-    {
-        Gate &gate;
-        ~OpenAtEnd() { gate.open(); }
-    } openAtEnd{entry};
+    const std::shared_ptr<void> openAtEnd(nullptr, [&](void *) { entry.open(); });
 
     VeltoProcess velto;
     velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
