@@ -32,62 +32,38 @@ QRect startTrayer(Companion &trayer, int screenWidth)
     return panel;
 }
 
-// Velto's window that sits inside the panel: its tray icon.
-QString waitForTrayIcon(const VeltoProcess &velto, const QRect &panel)
+} // namespace
+
+using TrayMenu = E2e;
+
+TEST_F(TrayMenu, QuitFromTheIconMenuEndsThroughTheNormalShutDown)
 {
+    if (QStandardPaths::findExecutable(QStringLiteral("trayer")).isEmpty())
+        GTEST_SKIP() << "no trayer to give the X server a notification area";
+    Companion trayer;
+    const QRect panel = startTrayer(trayer, grabScreen().width());
+    ASSERT_FALSE(panel.isEmpty()) << "trayer did not show its panel";
+    VeltoProcess velto;
+    ASSERT_TRUE(velto.start());
+    // Velto's window that sits inside the panel is its tray icon.
     QString icon;
-    waitUntil([&] {
+    ASSERT_TRUE(waitUntil([&] {
         for (const QString &id : velto.windows(2000))
             if (const QRect g = windowGeometry(id); !g.isEmpty() && panel.contains(g))
                 icon = id;
         return !icon.isEmpty();
-    });
-    return icon;
-}
-
-// Right-clicks the icon and waits for a new window of velto's, tall enough
-// to list the menu's twelve entries.
-bool openMenu(const VeltoProcess &velto, const QString &icon)
-{
+    })) << "no tray icon in the panel";
+    // The menu: a new window of velto's, tall enough to list its twelve entries.
     const QStringList before = velto.windows(2000);
     click(windowGeometry(icon).center(), "3");
-    return waitUntil([&] {
+    ASSERT_TRUE(waitUntil([&] {
         for (const QString &id : velto.windows(2000))
             if (!before.contains(id) && windowGeometry(id).height() >= 12 * 10)
                 return true;
         return false;
-    });
-}
-
-class TrayMenu : public E2e
-{
-protected:
-    void SetUp() override
-    {
-        E2e::SetUp();
-        if (IsSkipped())
-            return;
-        if (QStandardPaths::findExecutable(QStringLiteral("trayer")).isEmpty())
-            GTEST_SKIP() << "no trayer to give the X server a notification area";
-        panel = startTrayer(trayer, grabScreen().width());
-        ASSERT_FALSE(panel.isEmpty()) << "trayer did not show its panel";
-    }
-
-    Companion trayer;
-    QRect panel;
-};
-
-TEST_F(TrayMenu, QuitFromTheIconMenuEndsThroughTheNormalShutDown)
-{
-    VeltoProcess velto;
-    ASSERT_TRUE(velto.start());
-    const QString icon = waitForTrayIcon(velto, panel);
-    ASSERT_FALSE(icon.isEmpty()) << "no tray icon in the panel";
-    ASSERT_TRUE(openMenu(velto, icon)) << "no menu after a right click on the icon";
+    })) << "no menu after a right click on the icon";
     key(QStringLiteral("q"));
     ASSERT_TRUE(velto.waitForExit());
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("config/velto/velto.ini"))));
     EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));
 }
-
-} // namespace
