@@ -13,12 +13,6 @@ const std::array<const char *, 4> kFiles = {"config/velto/velto.ini", "data/velt
                                             "data/velto/autolist.txt", "track.mp3"};
 constexpr const char *kTagBackup = "data/velto/tagwrite.bak";
 
-QByteArray contents(const QString &path)
-{
-    QFile in(path);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
-}
-
 // Reads standard output until a line starting with the prefix; false when
 // velto ends first.
 bool waitForLine(QProcess &p, const QByteArray &prefix, QByteArray &seen)
@@ -63,8 +57,10 @@ protected:
     std::array<QByteArray, kFiles.size()> snapshot()
     {
         std::array<QByteArray, kFiles.size()> all;
-        for (size_t i = 0; i < kFiles.size(); ++i)
-            all[i] = contents(velto.home(QLatin1String(kFiles[i])));
+        for (size_t i = 0; i < kFiles.size(); ++i) {
+            QFile in(velto.home(QLatin1String(kFiles[i])));
+            all[i] = in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
+        }
         return all;
     }
 
