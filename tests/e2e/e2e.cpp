@@ -20,7 +20,37 @@ const char *const kScalingVariables[] = {"QT_SCALE_FACTOR",
                                          "QT_FONT_DPI",
                                          "VELTO_SCALE"};
 
-QGuiApplication &guiApp();
+QGuiApplication &guiApp()
+{
+    static int argc = 1;
+    static char name[] = "e2e_tests";
+    static char *argv[] = {name, nullptr};
+    static QGuiApplication *app = [] {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        // Screen pixels, one for one, whatever the user's scaling.
+        for (const char *name : kScalingVariables)
+            qunsetenv(name);
+        return new QGuiApplication(argc, argv);
+    }();
+    return *app;
+}
+
+QStringList splitFields(const QString &line)
+{
+    QStringList fields;
+    QString field;
+    bool quoted = false;
+    for (const QChar c : line) {
+        if (c == QLatin1Char('"'))
+            quoted = !quoted;
+        else if (c == QLatin1Char(',') && !quoted)
+            fields << field.trimmed(), field.clear();
+        else
+            field += c;
+    }
+    fields << field.trimmed();
+    return fields;
+}
 
 } // namespace
 
@@ -227,25 +257,6 @@ std::optional<std::string> atspiMissing()
     return std::nullopt;
 }
 
-namespace {
-
-QGuiApplication &guiApp()
-{
-    static int argc = 1;
-    static char name[] = "e2e_tests";
-    static char *argv[] = {name, nullptr};
-    static QGuiApplication *app = [] {
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        // Screen pixels, one for one, whatever the user's scaling.
-        for (const char *name : kScalingVariables)
-            qunsetenv(name);
-        return new QGuiApplication(argc, argv);
-    }();
-    return *app;
-}
-
-} // namespace
-
 // The application comes before the window.
 Backdrop::Backdrop(QColor colour) : QRasterWindow((guiApp(), nullptr)), m_colour(colour)
 {
@@ -327,27 +338,6 @@ QString ShippedSkin::key(const QString &code) const
     const qsizetype amp = name.indexOf(QLatin1Char('&'));
     return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
 }
-
-namespace {
-
-QStringList splitFields(const QString &line)
-{
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-        if (c == QLatin1Char('"'))
-            quoted = !quoted;
-        else if (c == QLatin1Char(',') && !quoted)
-            fields << field.trimmed(), field.clear();
-        else
-            field += c;
-    }
-    fields << field.trimmed();
-    return fields;
-}
-
-} // namespace
 
 ShippedSkin shippedSkin(const QString &name)
 {
