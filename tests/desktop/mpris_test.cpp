@@ -200,7 +200,6 @@ TEST_F(Mpris, PlayerctlControlsPlaybackPositionAndVolume)
         playerctl({QLatin1String(command)});
         EXPECT_TRUE(waitFor(state, 1)) << command;
     }
-    EXPECT_EQ(playerctl({"status"}), QStringLiteral("Playing"));
 
     playerctl({"position", "5"});
     const double position = playerctl({"position"}).toDouble();

@@ -64,7 +64,6 @@ TEST_F(DeskTools, CalculatorComputesWithItsButtonsAndKeys)
     ASSERT_GE(origin.x(), 0);
 
     const QRect display = calculator.rect(QStringLiteral("L23")).translated(origin);
-    ASSERT_FALSE(display.isEmpty());
     QString read;
     const auto shows = [&](const char *text) {
         return waitUntil([&] { return (read = readAloud(display)) == QLatin1String(text); }, 40000);
