@@ -2,11 +2,7 @@
 
 #include "support/testmedia.h"
 
-#include <QProcess>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace {
 

@@ -2,13 +2,6 @@
 
 #include "support/loopbackserver.h"
 
-#include <QDir>
-#include <QFile>
-#include <QImage>
-#include <gtest/gtest.h>
-
-#include <csignal>
-
 // The skin browser, the visual playlist selector and the web browser mode,
 // driven with real mouse and keys on the real program.
 
@@ -44,11 +37,6 @@ QString windowNamed(const VeltoProcess &velto, const QString &name)
     return found;
 }
 
-QColor pixel(QPoint at)
-{
-    return QColor(grabScreen().pixel(at));
-}
-
 bool near(QColor a, QColor b, int tolerance = 24)
 {
     return std::abs(a.red() - b.red()) <= tolerance &&
@@ -56,20 +44,16 @@ bool near(QColor a, QColor b, int tolerance = 24)
            std::abs(a.blue() - b.blue()) <= tolerance;
 }
 
-class Browsers : public E2e
+// Opens the popup menu over the main window's playlist and picks entries by their keys.
+void menu(const QString &window, const QStringList &keys)
 {
-protected:
-    // Opens the popup menu over the main window's playlist and picks entries
-    // by their keys.
-    void menu(const QString &window, const QStringList &keys)
-    {
-        const QRect list = shippedSkin(QStringLiteral("default.skin")).rect(QStringLiteral("X1"));
-        click(windowGeometry(window).topLeft() + list.topLeft() + QPoint(20, 8));
-        key(QStringLiteral("m"));
-        for (const QString &k : keys)
-            key(k);
-    }
-};
+    focusPlaylist(window);
+    key(QStringLiteral("m"));
+    for (const QString &k : keys)
+        key(k);
+}
+
+using Browsers = E2e;
 
 } // namespace
 
@@ -80,8 +64,7 @@ TEST_F(Browsers, AClickInTheSkinBrowserLoadsTheSkin)
     ASSERT_TRUE(copySkin(QStringLiteral("default.skin"), mine));
     ASSERT_TRUE(copySkin(QStringLiteral("calculator.skin"), mine));
     velto.writeSettings({{"skin", "default.skin"}, {"skinpath", mine}});
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow();
+    const QString window = velto.startWindow();
     ASSERT_FALSE(window.isEmpty());
     const QSize player = windowGeometry(window).size();
 
@@ -116,8 +99,7 @@ TEST_F(Browsers, TheSelectorPagesAndLoadsAPlaylist)
     green.fill(QColor(0, 200, 0));
     ASSERT_TRUE(green.save(lists + "/list17.bmp"));
     velto.writeSettings({{"visplpath", lists}});
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow();
+    const QString window = velto.startWindow();
     ASSERT_FALSE(window.isEmpty());
 
     // A key shared by two entries only moves between them: the second "p" is
@@ -136,14 +118,15 @@ TEST_F(Browsers, TheSelectorPagesAndLoadsAPlaylist)
     const int right = windowGeometry(window).right() + 40;
     xdotool({"windowmove", selector, QString::number(right), "0"});
     ASSERT_TRUE(waitUntil([&] { return windowGeometry(selector).left() >= right; }));
-    const QColor grid = pixel(windowGeometry(selector).topLeft() + QPoint(4, 4));
-    ASSERT_TRUE(waitUntil([&] { return pixel(box(15)) != grid; })) << "page 1 has 16 pictures";
+    const QColor grid = screenPixel(windowGeometry(selector).topLeft() + QPoint(4, 4));
+    ASSERT_TRUE(waitUntil([&] { return screenPixel(box(15)) != grid; }))
+        << "page 1 has 16 pictures";
 
     click(box(5));                // the selector has the keys now
     key(QStringLiteral("alt+d")); // Pg &Dn
-    EXPECT_TRUE(waitUntil([&] { return near(pixel(box(0)), QColor(0, 200, 0)); }))
+    EXPECT_TRUE(waitUntil([&] { return near(screenPixel(box(0)), QColor(0, 200, 0)); }))
         << "page 2 shows the seventeenth list's picture";
-    EXPECT_TRUE(waitUntil([&] { return pixel(box(1)) == grid; })) << "and nothing beside it";
+    EXPECT_TRUE(waitUntil([&] { return screenPixel(box(1)) == grid; })) << "and nothing beside it";
 
     // The list's entry reaches the main playlist on the skin.
     const QRect list = shippedSkin(QStringLiteral("default.skin"))
@@ -153,7 +136,7 @@ TEST_F(Browsers, TheSelectorPagesAndLoadsAPlaylist)
     doubleClick(box(0));
     EXPECT_TRUE(waitUntil([&] { return grabScreen().copy(list) != before; }))
         << "the playlist on the skin shows the entry";
-    click(list.topLeft() + QPoint(20, 8));
+    focusPlaylist(window);
     key(QStringLiteral("ctrl+q"));
     ASSERT_TRUE(velto.waitForExit());
     QFile playlist(velto.home(QStringLiteral("data/velto/playlist.m3u")));
@@ -168,8 +151,7 @@ TEST_F(Browsers, TheBrowserModeShowsALoopbackPage)
 #endif
     VeltoProcess velto;
     velto.writeSettings({{"skin", "browser.skin"}, {"skinpath", VELTO_DATA_DIR "/skins"}});
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow(60000);
+    const QString window = velto.startWindow({}, 60000);
     ASSERT_FALSE(window.isEmpty());
     const ShippedSkin skin = shippedSkin(QStringLiteral("browser.skin"));
     const QRect field = skin.rect(QStringLiteral("T1"));
@@ -190,7 +172,8 @@ TEST_F(Browsers, TheBrowserModeShowsALoopbackPage)
     EXPECT_TRUE(waitUntil([&] { return server.asked("/page") > 0; }, 60000))
         << "the page was asked for; velto said: " << velto.output().toStdString();
     EXPECT_TRUE(waitUntil(
-        [&] { return near(pixel(origin + page.center()), QColor(0x13, 0x57, 0x9b), 8); }, 60000))
+        [&] { return near(screenPixel(origin + page.center()), QColor(0x13, 0x57, 0x9b), 8); },
+        60000))
         << "the page shows in the skin's web area";
 
     key(QStringLiteral("ctrl+q"));

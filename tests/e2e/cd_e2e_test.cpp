@@ -3,10 +3,8 @@
 #include "support/discimage.h"
 #include "support/loopbackserver.h"
 
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
-
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 
 namespace {
@@ -59,21 +57,15 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
                                                  "TTITLE0=First Light\r\nTTITLE1=Second Light\r\n"
                                                  "TTITLE2=Last Light\r\n.\r\n"};
     });
-    struct OpenAtEnd
-    {
-        Gate &gate;
-        ~OpenAtEnd() { gate.open(); }
-    } openAtEnd{entry};
+    const std::shared_ptr<void> openAtEnd(nullptr, [&](void *) { entry.open(); });
 
     VeltoProcess velto;
     velto.setEnvironment(QStringLiteral("VELTO_AUDIO"), QStringLiteral("null"));
-    velto.writeSettings(
-        {{"cddbcmd", server.url("/~cddb/cddb.cgi/?cmd=")},
-         {"usecddb", "1"},
-         {"emailid", "tester@example.org"},
-         {"cddrive", velto.home(QStringLiteral("no-drive"))}});
-    ASSERT_TRUE(velto.start({cue}));
-    const QString window = velto.waitForWindow();
+    velto.writeSettings({{"cddbcmd", server.url("/~cddb/cddb.cgi/?cmd=")},
+                         {"usecddb", "1"},
+                         {"emailid", "tester@example.org"},
+                         {"cddrive", velto.home(QStringLiteral("no-drive"))}});
+    const QString window = velto.startWindow({cue});
     ASSERT_FALSE(window.isEmpty());
     const auto title = [&window] { return xdotool({"getwindowname", window}); };
 
@@ -97,7 +89,7 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     const QImage loaded = grabScreen(window, status);
 
     // The list takes the focus, and X plays the next track: track 2.
-    click(windowGeometry(window).topLeft() + list.topLeft() + QPoint(20, 8));
+    focusPlaylist(window);
     key(QStringLiteral("x"));
     ASSERT_TRUE(waitUntil([&] {
         return title().startsWith(QLatin1String("02 - Second Light  (00:12)"));

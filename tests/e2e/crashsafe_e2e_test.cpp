@@ -1,14 +1,9 @@
 #include "e2e.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QRandomGenerator>
 
-#include <gtest/gtest.h>
-
 #include <array>
-#include <csignal>
 #include <cstdio>
 
 namespace {
@@ -17,12 +12,6 @@ namespace {
 const std::array<const char *, 4> kFiles = {"config/velto/velto.ini", "data/velto/playlist.m3u",
                                             "data/velto/autolist.txt", "track.mp3"};
 constexpr const char *kTagBackup = "data/velto/tagwrite.bak";
-
-QByteArray contents(const QString &path)
-{
-    QFile in(path);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
-}
 
 // Reads standard output until a line starting with the prefix; false when
 // velto ends first.
@@ -68,8 +57,10 @@ protected:
     std::array<QByteArray, kFiles.size()> snapshot()
     {
         std::array<QByteArray, kFiles.size()> all;
-        for (size_t i = 0; i < kFiles.size(); ++i)
-            all[i] = contents(velto.home(QLatin1String(kFiles[i])));
+        for (size_t i = 0; i < kFiles.size(); ++i) {
+            QFile in(velto.home(QLatin1String(kFiles[i])));
+            all[i] = in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("(missing)");
+        }
         return all;
     }
 
@@ -89,9 +80,9 @@ TEST_F(CrashSafeSaves, EveryFileIsTheOldOrTheNewVersionAfterAKill)
     for (size_t i = 0; i < kFiles.size(); ++i)
         ASSERT_NE(older[i], newer[i]) << kFiles[i];
 
-    const int kills = qEnvironmentVariableIntValue("VELTO_KILLS") > 0
-                          ? qEnvironmentVariableIntValue("VELTO_KILLS")
-                          : 200;
+    int kills = qEnvironmentVariableIntValue("VELTO_KILLS");
+    if (kills <= 0)
+        kills = 200;
     velto.setEnvironment(QStringLiteral("VELTO_SAVE_ROUNDS"), QString());
     QRandomGenerator random(QRandomGenerator::global()->generate());
     qint64 roundNs = 0; // one save round, measured from the first runs

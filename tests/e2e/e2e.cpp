@@ -5,17 +5,11 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QRasterWindow>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
 #include <QThread>
-
-#include <csignal>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -26,7 +20,37 @@ const char *const kScalingVariables[] = {"QT_SCALE_FACTOR",
                                          "QT_FONT_DPI",
                                          "VELTO_SCALE"};
 
-QGuiApplication &guiApp();
+QGuiApplication &guiApp()
+{
+    static int argc = 1;
+    static char name[] = "e2e_tests";
+    static char *argv[] = {name, nullptr};
+    static QGuiApplication *app = [] {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        // Screen pixels, one for one, whatever the user's scaling.
+        for (const char *name : kScalingVariables)
+            qunsetenv(name);
+        return new QGuiApplication(argc, argv);
+    }();
+    return *app;
+}
+
+QStringList splitFields(const QString &line)
+{
+    QStringList fields;
+    QString field;
+    bool quoted = false;
+    for (const QChar c : line) {
+        if (c == QLatin1Char('"'))
+            quoted = !quoted;
+        else if (c == QLatin1Char(',') && !quoted)
+            fields << field.trimmed(), field.clear();
+        else
+            field += c;
+    }
+    fields << field.trimmed();
+    return fields;
+}
 
 } // namespace
 
@@ -101,6 +125,17 @@ bool VeltoProcess::start(const QStringList &args)
     return m_process.waitForStarted(5000);
 }
 
+QString VeltoProcess::startWindow(const QStringList &args, int timeoutMs)
+{
+    return start(args) ? waitForWindow(timeoutMs) : QString();
+}
+
+QStringList VeltoProcess::windows(int timeoutMs) const
+{
+    return xdotool({"search", "--onlyvisible", "--pid", QString::number(pid())}, timeoutMs)
+        .split('\n', Qt::SkipEmptyParts);
+}
+
 QString VeltoProcess::waitForWindow(int timeoutMs)
 {
     QElapsedTimer clock;
@@ -117,11 +152,8 @@ QString VeltoProcess::waitForWindow(int timeoutMs)
                        << error;
             return {};
         }
-        const QString ids = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                     QStringLiteral("--pid"), QString::number(pid())},
-                                    5000);
-        if (!ids.isEmpty())
-            return ids.split('\n').last();
+        if (const QStringList ids = windows(5000); !ids.isEmpty())
+            return ids.last();
         // Also notices an early exit, which a plain sleep would hide.
         m_process.waitForFinished(50);
     }
@@ -139,6 +171,17 @@ void VeltoProcess::signal(int signo)
 bool VeltoProcess::waitForExit(int timeoutMs)
 {
     return m_process.waitForFinished(timeoutMs) && m_process.exitStatus() == QProcess::NormalExit;
+}
+
+Companion::~Companion()
+{
+    if (state() == NotRunning)
+        return;
+    terminate();
+    if (!waitForFinished(3000)) {
+        kill();
+        waitForFinished(3000);
+    }
 }
 
 VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args, const QString &folder)
@@ -187,6 +230,12 @@ void key(const QString &name)
     xdotool({"key", name});
 }
 
+void focusPlaylist(const QString &windowId)
+{
+    const QRect list = shippedSkin(QStringLiteral("default.skin")).rect(QStringLiteral("X1"));
+    click(windowGeometry(windowId).topLeft() + list.topLeft() + QPoint(20, 8));
+}
+
 std::optional<QString> atspiClient(const QStringList &args)
 {
     QProcess client;
@@ -208,67 +257,20 @@ std::optional<std::string> atspiMissing()
     return std::nullopt;
 }
 
-namespace {
-
-QGuiApplication &guiApp()
+// The application comes before the window.
+Backdrop::Backdrop(QColor colour) : QRasterWindow((guiApp(), nullptr)), m_colour(colour)
 {
-    static int argc = 1;
-    static char name[] = "e2e_tests";
-    static char *argv[] = {name, nullptr};
-    static QGuiApplication *app = [] {
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        // Screen pixels, one for one, whatever the user's scaling.
-        for (const char *name : kScalingVariables)
-            qunsetenv(name);
-        return new QGuiApplication(argc, argv);
-    }();
-    return *app;
-}
-
-} // namespace
-
-class Backdrop::Window : public QRasterWindow
-{
-public:
-    explicit Window(QColor colour) : m_colour(colour) { setFlags(Qt::FramelessWindowHint); }
-    int clicks = 0;
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
-    }
-    void mousePressEvent(QMouseEvent *) override { ++clicks; }
-
-private:
-    QColor m_colour;
-};
-
-Backdrop::Backdrop(QColor colour)
-{
-    guiApp();
-    m_window = new Window(colour);
-    m_window->setGeometry(QGuiApplication::primaryScreen()->geometry());
-    m_window->show();
-    const QPoint centre = m_window->geometry().center();
-    if (!waitUntil(
-            [&] { return m_window->isExposed() && QColor(grabScreen().pixel(centre)) == colour; }))
+    setFlags(Qt::FramelessWindowHint);
+    setGeometry(QGuiApplication::primaryScreen()->geometry());
+    show();
+    const QPoint centre = geometry().center();
+    if (!waitUntil([&] { return isExposed() && screenPixel(centre) == colour; }))
         ADD_FAILURE() << "the backdrop never showed";
 }
 
-Backdrop::~Backdrop()
+void Backdrop::paintEvent(QPaintEvent *)
 {
-    delete m_window;
-}
-
-int Backdrop::clicks() const
-{
-    return m_window->clicks;
-}
-
-QRect Backdrop::geometry() const
-{
-    return m_window->geometry();
+    QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
 }
 
 QImage grabScreen()
@@ -280,6 +282,11 @@ QImage grabScreen()
 QImage grabScreen(const QString &windowId, const QRect &inWindow)
 {
     return grabScreen().copy(inWindow.translated(windowGeometry(windowId).topLeft()));
+}
+
+QColor screenPixel(QPoint at)
+{
+    return QColor(grabScreen().pixel(at));
 }
 
 bool waitUntil(const std::function<bool()> &done, int timeoutMs)
@@ -331,27 +338,6 @@ QString ShippedSkin::key(const QString &code) const
     const qsizetype amp = name.indexOf(QLatin1Char('&'));
     return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
 }
-
-namespace {
-
-QStringList splitFields(const QString &line)
-{
-    QStringList fields;
-    QString field;
-    bool quoted = false;
-    for (const QChar c : line) {
-        if (c == QLatin1Char('"'))
-            quoted = !quoted;
-        else if (c == QLatin1Char(',') && !quoted)
-            fields << field.trimmed(), field.clear();
-        else
-            field += c;
-    }
-    fields << field.trimmed();
-    return fields;
-}
-
-} // namespace
 
 ShippedSkin shippedSkin(const QString &name)
 {

@@ -1,15 +1,19 @@
 #pragma once
 
 #include <QColor>
+#include <QDir>
+#include <QFile>
 #include <QHash>
 #include <QImage>
 #include <QProcess>
+#include <QRasterWindow>
 #include <QRect>
 #include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +29,8 @@ public:
     ~VeltoProcess();
 
     bool start(const QStringList &args = {});
+    // start() and waitForWindow(): the window's id, or empty.
+    QString startWindow(const QStringList &args = {}, int timeoutMs = 20000);
     // Adds to the environment of the next start; the user's screen scaling
     // never reaches velto, so sizes are those of the skin unless a test says.
     void setEnvironment(const QString &name, const QString &value);
@@ -35,6 +41,8 @@ public:
     // margins are wide: a sanitizer build on a busy machine starts slowly.
     QString waitForWindow(int timeoutMs = 20000);
     bool waitForExit(int timeoutMs = 20000);
+    // The ids of velto's visible windows.
+    QStringList windows(int timeoutMs = 10000) const;
     bool finished() const { return m_process.state() == QProcess::NotRunning; }
     // -1 after a crash.
     int exitCode() const
@@ -65,25 +73,34 @@ struct VeltoRun
 VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args,
                   const QString &folder = {});
 
+// A program run beside velto for a test (a window manager, a panel), ended with the test.
+class Companion : public QProcess
+{
+public:
+    ~Companion() override;
+};
+
 // A plain window of one colour covering the screen, beneath everything started
 // after it; it counts the clicks that reach it.
-class Backdrop
+class Backdrop : public QRasterWindow
 {
 public:
     explicit Backdrop(QColor colour);
-    ~Backdrop();
-    int clicks() const;
-    QRect geometry() const;
+    int clicks = 0;
+
+protected:
+    void paintEvent(QPaintEvent *) override;
+    void mousePressEvent(QMouseEvent *) override { ++clicks; }
 
 private:
-    class Window;
-    Window *m_window;
+    QColor m_colour;
 };
 
 // The X server's picture of the screen (the test connects to it lazily).
 QImage grabScreen();
 // What the screen shows of the window's own rectangle.
 QImage grabScreen(const QString &windowId, const QRect &inWindow);
+QColor screenPixel(QPoint at);
 // Lets the test's own windows handle their events until done() holds or the
 // time is up; returns done(). The margin is for a busy machine only.
 bool waitUntil(const std::function<bool()> &done, int timeoutMs = 20000);
@@ -96,6 +113,8 @@ QString xdotool(const QStringList &args, int timeoutMs = 10000);
 void click(QPoint at, const char *button = "1");
 void doubleClick(QPoint at);
 void key(const QString &name);
+// A click on the default skin's playlist, which gives the window the keys.
+void focusPlaylist(const QString &windowId);
 // Runs atspi-client.py, a screen reader's view of velto over the accessibility
 // bus, with these arguments; its standard output, or nothing on failure.
 std::optional<QString> atspiClient(const QStringList &args);

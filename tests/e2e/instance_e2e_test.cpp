@@ -1,11 +1,6 @@
 #include "e2e.h"
 #include "support/testmedia.h"
 
-#include <QProcess>
-#include <gtest/gtest.h>
-
-#include <csignal>
-
 namespace {
 
 class Instance : public E2e
@@ -39,8 +34,7 @@ TEST_F(Instance, LaterStartsHandOverAndTheRunningOneAnswers)
     EXPECT_EQ(alone.exitCode, 1);
     EXPECT_EQ(alone.err, QStringLiteral("velto: Velto is not running\n"));
 
-    ASSERT_TRUE(velto.start({QStringLiteral("--play"), one}));
-    ASSERT_FALSE(velto.waitForWindow().isEmpty());
+    ASSERT_FALSE(velto.startWindow({QStringLiteral("--play"), one}).isEmpty());
     EXPECT_TRUE(statusUntil([](const QStringList &s) { return s.value(0) == "Playing"; }));
 
     // --play from another folder: the name is relative to where it was typed.
@@ -83,13 +77,11 @@ TEST_F(Instance, TwoStartsAtOnceEndWithOneWindow)
 
 TEST_F(Instance, StartAfterAKilledOneTakesItsPlace)
 {
-    ASSERT_TRUE(velto.start());
-    ASSERT_FALSE(velto.waitForWindow().isEmpty());
+    ASSERT_FALSE(velto.startWindow().isEmpty());
     velto.signal(SIGKILL);
     EXPECT_FALSE(velto.waitForExit()) << "killed, not ended";
     // Its socket is still there, with nobody behind it.
-    ASSERT_TRUE(velto.start());
-    ASSERT_FALSE(velto.waitForWindow().isEmpty());
+    ASSERT_FALSE(velto.startWindow().isEmpty());
     const VeltoRun status = runVelto(velto.environment(), {QStringLiteral("--status")});
     EXPECT_EQ(status.exitCode, 0) << status.err.toStdString();
     EXPECT_TRUE(status.out.startsWith(QStringLiteral("Stopped\n"))) << status.out.toStdString();

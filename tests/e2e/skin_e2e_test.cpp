@@ -2,7 +2,6 @@
 
 #include <QRegularExpression>
 #include <QSettings>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -38,28 +37,25 @@ ShippedPlayer shippedPlayer()
             p.taken << (code.startsWith('D') ? skin.digits(code, 10) : skin.rect(code));
     }
     // Whole neighbourhoods of one kind, so a one-pixel difference in placement cannot blur
-    // the checks.
-    for (int y = 8; y < p.main.height() - 8 && p.bare.x() < 0; y += 2) {
-        for (int x = 8; x < p.main.width() - 8 && p.bare.x() < 0; x += 2) {
-            bool free = true;
-            for (const QRect &r : p.taken)
-                free = free && !r.intersects(QRect(x - 6, y - 6, 13, 13));
-            for (int dy = -6; free && dy <= 6; dy += 3)
-                for (int dx = -6; free && dx <= 6; dx += 3)
-                    free = p.main.pixel(x + dx, y + dy) != p.transparent;
-            if (free)
-                p.bare = {x, y};
-        }
-    }
-    for (int y = 1; y + 1 < p.main.height() && p.hole.x() < 0; ++y)
-        for (int x = 1; x + 1 < p.main.width() && p.hole.x() < 0; ++x) {
-            bool cut = true;
-            for (int dy = -1; dy <= 1; ++dy)
-                for (int dx = -1; dx <= 1; ++dx)
-                    cut = cut && p.main.pixel(x + dx, y + dy) == p.transparent;
-            if (cut)
-                p.hole = {x, y};
-        }
+    // the checks: the first point whose square around it is all hole, or all bare skin.
+    auto first = [&p](int radius, int step, bool hole) {
+        const QRect square(-radius, -radius, 2 * radius + 1, 2 * radius + 1);
+        for (int y = radius; y + radius < p.main.height(); y += step)
+            for (int x = radius; x + radius < p.main.width(); x += step) {
+                bool all =
+                    hole || std::none_of(p.taken.begin(), p.taken.end(), [&](const QRect &r) {
+                        return r.intersects(square.translated(x, y));
+                    });
+                for (int dy = -radius; all && dy <= radius; dy += step)
+                    for (int dx = -radius; all && dx <= radius; dx += step)
+                        all = (p.main.pixel(x + dx, y + dy) == p.transparent) == hole;
+                if (all)
+                    return QPoint(x, y);
+            }
+        return QPoint(-1, -1);
+    };
+    p.bare = first(6, 3, false);
+    p.hole = first(1, 1, true);
     return p;
 }
 
@@ -84,16 +80,11 @@ QStringList wrongBlocks(const QImage &screen, const ShippedPlayer &player, const
                 for (int dx = 0; dx < factor; ++dx) {
                     const QPoint at = window.topLeft() + QPoint(x, y) * factor + QPoint(dx, dy);
                     const QRgb got = screen.pixel(at);
-                    if (got == want)
-                        continue;
-                    if (++count <= limit)
-                        wrong << QStringLiteral("skin %1,%2 (%3) at %4,%5: %6 instead of %7")
-                                     .arg(x)
-                                     .arg(y)
-                                     .arg(hole ? "hole" : "picture")
-                                     .arg(at.x())
-                                     .arg(at.y())
-                                     .arg(QColor(got).name(), QColor(want).name());
+                    if (got != want && ++count <= limit)
+                        wrong << QString::asprintf("skin %d,%d (%s) at %d,%d: %s instead of %s", x,
+                                                   y, hole ? "hole" : "picture", at.x(), at.y(),
+                                                   qPrintable(QColor(got).name()),
+                                                   qPrintable(QColor(want).name()));
                 }
             }
         }
@@ -152,40 +143,38 @@ TEST_F(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses
     Backdrop backdrop(beneath);
     VeltoProcess velto;
     velto.writeSettings({{"winsnap", "1"}, {"winsavepos", "1"}, {"x", "300"}, {"y", "200"}});
-    ASSERT_TRUE(velto.start());
-    const QString window = velto.waitForWindow();
+    const QString window = velto.startWindow();
     ASSERT_FALSE(window.isEmpty());
     const QRect placed(QPoint(300, 200), player.main.size());
     const QColor skin(player.main.pixel(player.bare));
-    auto pixel = [](QPoint at) { return QColor(grabScreen().pixel(at)); };
     // Placed once mapped, and painted a little later.
     waitUntil([&] {
-        return windowGeometry(window) == placed && pixel(placed.topLeft() + player.bare) == skin;
+        return windowGeometry(window) == placed &&
+               screenPixel(placed.topLeft() + player.bare) == skin;
     });
     const QRect frame = windowGeometry(window);
     ASSERT_EQ(frame, placed);
-    EXPECT_EQ(pixel(frame.topLeft() + player.hole), beneath);
-    EXPECT_EQ(pixel(frame.topLeft() + player.bare), skin);
+    EXPECT_EQ(screenPixel(frame.topLeft() + player.hole), beneath);
+    EXPECT_EQ(screenPixel(frame.topLeft() + player.bare), skin);
 
-    const int before = backdrop.clicks();
+    const int before = backdrop.clicks;
     click(frame.topLeft() + player.hole);
-    EXPECT_TRUE(waitUntil([&] { return backdrop.clicks() == before + 1; }))
+    EXPECT_TRUE(waitUntil([&] { return backdrop.clicks == before + 1; }))
         << "a click in the hole reaches the window beneath";
     // Had the click on the skin reached the backdrop, it would have come
     // before the click in the hole that follows it.
     click(frame.topLeft() + player.bare);
     click(frame.topLeft() + player.hole);
-    ASSERT_TRUE(waitUntil([&] { return backdrop.clicks() >= before + 2; }));
-    EXPECT_EQ(backdrop.clicks(), before + 2) << "a click on the skin stays with Velto";
+    ASSERT_TRUE(waitUntil([&] { return backdrop.clicks >= before + 2; }));
+    EXPECT_EQ(backdrop.clicks, before + 2) << "a click on the skin stays with Velto";
 
     EXPECT_EQ(drag(window, player.bare, {150, 100}, {450, 300}), QPoint(450, 300));
     // 10 pixels from the left edge is inside the snapping distance.
     EXPECT_EQ(drag(window, player.bare, {-440, 0}, {0, 300}), QPoint(0, 300));
 
+    // Sorted: the menu may change the stacking order.
     auto windows = [&velto] {
-        QStringList ids =
-            xdotool({"search", "--onlyvisible", "--pid", QString::number(velto.pid())})
-                .split('\n', Qt::SkipEmptyParts);
+        QStringList ids = velto.windows();
         ids.sort();
         return ids;
     };
@@ -193,7 +182,7 @@ TEST_F(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses
     click(topLeft(window) + player.bare, "3");
     EXPECT_TRUE(waitUntil([&] { return windows().size() == shown.size() + 1; }))
         << "the menu opened as a window of its own";
-    xdotool({"key", "Escape"});
+    key(QStringLiteral("Escape"));
     ASSERT_TRUE(waitUntil([&] { return windows() == shown; }))
         << "Escape closes the menu and nothing else";
 
@@ -231,8 +220,7 @@ TEST_F(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
         velto.writeSettings({{"winsavepos", "1"}, {"x", "40"}, {"y", "30"}});
         for (const auto &[name, value] : c.environment)
             velto.setEnvironment(name, value);
-        ASSERT_TRUE(velto.start());
-        const QString window = velto.waitForWindow();
+        const QString window = velto.startWindow();
         ASSERT_FALSE(window.isEmpty());
 
         const int f = c.factor;
@@ -251,9 +239,9 @@ TEST_F(ShapedWindow, ScalesByTheScreensWholeFactorCrispAndWithItsShapeExact)
                                  << "; the skin's size and place times " << f << " expected";
         EXPECT_TRUE(wrong.isEmpty()) << wrong.join('\n').toStdString();
 
-        const int before = backdrop.clicks();
+        const int before = backdrop.clicks;
         click(placed.topLeft() + player.hole * f + QPoint(f / 2, f / 2));
-        EXPECT_TRUE(waitUntil([&] { return backdrop.clicks() == before + 1; }))
+        EXPECT_TRUE(waitUntil([&] { return backdrop.clicks == before + 1; }))
             << "a click in the hole reaches the window beneath";
         click(placed.topLeft() + player.close.center() * f);
         EXPECT_TRUE(velto.waitForExit()) << "the close button, scaled, ends Velto";

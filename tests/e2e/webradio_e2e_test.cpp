@@ -2,25 +2,7 @@
 
 #include "support/loopbackserver.h"
 
-#include <QDir>
-#include <QFile>
-#include <gtest/gtest.h>
-
-#include <csignal>
-
 namespace {
-
-const ShippedSkin &player()
-{
-    static const ShippedSkin skin = shippedSkin(QStringLiteral("default.skin"));
-    return skin;
-}
-
-const ShippedSkin &radio()
-{
-    static const ShippedSkin skin = shippedSkin(QStringLiteral("webradio.skin"));
-    return skin;
-}
 
 class WebRadioE2e : public E2e
 {
@@ -42,8 +24,9 @@ protected:
     }
 
     QString title() const { return xdotool({QStringLiteral("getwindowname"), window}); }
-    QImage area(const QString &code) const { return grabScreen(window, radio().rect(code)); }
+    QImage area(const QString &code) const { return grabScreen(window, radio.rect(code)); }
 
+    const ShippedSkin radio = shippedSkin(QStringLiteral("webradio.skin"));
     QByteArray tone;
     VeltoProcess velto;
     QString window;
@@ -56,14 +39,12 @@ protected:
 // the station stalls and come back to it.
 TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 {
-    LoopbackServer::Stream o;
-    o.mp3 = tone;
-    o.titles = {"Morning Song", "Evening Song"};
-    o.titleSeconds = 6;
-    o.burstBytes = 8000;
-    o.stallAfterSeconds = 15;
-    o.stallSeconds = 4;
-    LoopbackServer server(o);
+    LoopbackServer server(LoopbackServer::Stream{.mp3 = tone,
+                                                 .burstBytes = 8000,
+                                                 .titles = {"Morning Song", "Evening Song"},
+                                                 .titleSeconds = 6,
+                                                 .stallAfterSeconds = 15,
+                                                 .stallSeconds = 4});
     ASSERT_TRUE(server.listening());
     // The station list the user keeps: only the loopback station, never the shipped one.
     QDir().mkpath(velto.home(QStringLiteral("data/velto")));
@@ -72,17 +53,15 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
     list.write("Loopback Station @ " + server.url().toUtf8() + "\n");
     list.close();
 
-    ASSERT_TRUE(velto.start());
-    window = velto.waitForWindow();
+    window = velto.startWindow();
     ASSERT_FALSE(window.isEmpty());
-    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player().size; }));
-    // A click on the playlist gives the window the keys.
-    click(windowGeometry(window).topLeft() + player().rect(QStringLiteral("X1")).topLeft() +
-          QPoint(20, 8));
+    const QSize player = shippedSkin(QStringLiteral("default.skin")).size;
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == player; }));
+    focusPlaylist(window);
     key(QStringLiteral("w"));
-    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }))
+    ASSERT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio.size; }))
         << "W shows the web radio";
-    doubleClick(windowGeometry(window).topLeft() + radio().rect(QStringLiteral("X8")).topLeft() +
+    doubleClick(windowGeometry(window).topLeft() + radio.rect(QStringLiteral("X8")).topLeft() +
                 QPoint(30, 8));
     ASSERT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Morning Song")); }, 30000))
         << "the title is " << title().toStdString();
@@ -102,15 +81,11 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
 
 TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
 {
-    LoopbackServer::Stream o;
-    o.mp3 = tone;
-    o.titles = {"Handed Over"};
-    LoopbackServer server(o);
+    LoopbackServer server(LoopbackServer::Stream{.mp3 = tone, .titles = {"Handed Over"}});
     ASSERT_TRUE(server.listening());
-    ASSERT_TRUE(velto.start({QStringLiteral("--play"), server.url()}));
-    window = velto.waitForWindow();
+    window = velto.startWindow({QStringLiteral("--play"), server.url()});
     ASSERT_FALSE(window.isEmpty());
-    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio().size; }));
+    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio.size; }));
     EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Handed Over")); }, 30000))
         << "the title is " << title().toStdString();
 }
