@@ -367,7 +367,9 @@ TEST_F(Mpris, FloodOfCallsLeavesThePlayerResponsive)
     const size_t before = mallinfo2().uordblks;
     for (int i = 0; i < 3; ++i)
         ASSERT_EQ(round(), QStringLiteral("Playing"));
-    EXPECT_LT(qint64(mallinfo2().uordblks) - qint64(before), 1024 * 1024)
+    // The engine's own threads keep allocating while it plays (up to 1.8 MB
+    // seen under load); a leak of 100 bytes a call would pass 3 MB.
+    EXPECT_LT(qint64(mallinfo2().uordblks) - qint64(before), 30000 * 100)
         << "bytes still allocated after 30,000 more calls";
     // A busy machine may hold the test up too: four frames is what a user notices.
     EXPECT_LT(longestGap, 250) << "ms without a timer event";
