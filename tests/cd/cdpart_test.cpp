@@ -62,6 +62,7 @@ struct Rig
           part(playlist, playback, {useCdp, useCddb, cddbCmd, email, drivePath},
                {skin, dialogs, fakeDrive ? *fakeDrive : drive, http, dir.filePath("cdplayer.ini")})
     {
+        disc.sectors = {225, 300, 380};
         playlist.PlNames = {"song one", "song two"};
         playlist.PlPath = {"/music/one.mp3", "/music/two.mp3"};
         playlist.CurTrack = 2;
@@ -84,10 +85,7 @@ struct Rig
         return {200, queryReply, false};
     }
 
-    QString image(const DiscImage &disc, const QString &name = "disc")
-    {
-        return disc.write(dir.path(), name);
-    }
+    QString image() { return disc.write(dir.path(), "disc"); }
     void beat(int n = 1)
     {
         for (int i = 0; i < n; ++i)
@@ -101,6 +99,7 @@ struct Rig
     }
 
     QTemporaryDir dir;
+    DiscImage disc;
     std::string queryReply = "202 No match\r\n", readReply;
     LoopbackServer server;
     qint16 useCdp = 1, useCddb = 0;
@@ -115,13 +114,6 @@ struct Rig
     int stops = 0, plays = 0;
     CdPart part;
 };
-
-DiscImage threeTracks()
-{
-    DiscImage d;
-    d.sectors = {225, 300, 380};
-    return d;
-}
 
 } // namespace
 
@@ -156,12 +148,11 @@ TEST(CdPart, AnImageFillsThePlaylistWithItsTracks)
 {
     Rig r;
     r.useCdp = 0;
-    const DiscImage disc = threeTracks();
-    const QString cue = r.image(disc);
+    const QString cue = r.image();
     QSignalSpy changed(&r.part, &CdPart::playlistChanged);
     r.part.OpenImage(cue);
     ASSERT_TRUE(r.part.cdMode());
-    EXPECT_TRUE(r.dialogs.messages.isEmpty()) << r.dialogs.messages.join('|').toStdString();
+    EXPECT_EQ(r.dialogs.messages, QStringList());
     EXPECT_EQ(r.part.source(), cue);
     EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Track  1  (00:03)", "02 - Track  2  (00:04)",
                                                "03 - Track  3  (00:05)"}));
@@ -169,7 +160,7 @@ TEST(CdPart, AnImageFillsThePlaylistWithItsTracks)
     EXPECT_TRUE(r.playlist.PlPath[1].startsWith("cdtrack://2/"))
         << r.playlist.PlPath[1].toStdString();
     EXPECT_EQ(r.playlist.CurTrack, 1);
-    EXPECT_EQ(r.part.table().CDDBId, disc.cddbId());
+    EXPECT_EQ(r.part.table().CDDBId, r.disc.cddbId());
     EXPECT_EQ(r.part.media(), 905);
     EXPECT_EQ(r.part.track(), 1);
     EXPECT_FALSE(r.part.titlesLoaded());
@@ -181,7 +172,7 @@ TEST(CdPart, AnImageFillsThePlaylistWithItsTracks)
 TEST(CdPart, StatusWordsFollowTheEngine)
 {
     Rig r;
-    r.part.OpenImage(r.image(threeTracks()));
+    r.part.OpenImage(r.image());
     const struct
     {
         bool playing, paused;
@@ -204,10 +195,9 @@ TEST(CdPart, TheTitleFileNamesAKnownDiscAndNoServerIsAsked)
 {
     Rig r;
     r.useCddb = 1;
-    const DiscImage disc = threeTracks();
-    ASSERT_TRUE(r.writeTitles("[" + disc.cdPlayerId().toLower().toUtf8() +
+    ASSERT_TRUE(r.writeTitles("[" + r.disc.cdPlayerId().toLower().toUtf8() +
                               "]\r\nartist=The Band\r\n0=Opening\r\n2=Closing\r\nnumtracks=3\r\n"));
-    r.part.OpenImage(r.image(disc));
+    r.part.OpenImage(r.image());
     EXPECT_TRUE(r.part.titlesLoaded());
     EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Track  2  (00:04)",
                                                "03 - Closing  (00:05)"}));
@@ -225,10 +215,9 @@ TEST(CdPart, TheTitleFileNamesAKnownDiscAndNoServerIsAsked)
 TEST(CdPart, AWrongTrackCountInTheTitleFileIsToldAndTitlesBeforeItStay)
 {
     Rig r;
-    const DiscImage disc = threeTracks();
-    ASSERT_TRUE(r.writeTitles("[" + disc.cdPlayerId().toUtf8() +
+    ASSERT_TRUE(r.writeTitles("[" + r.disc.cdPlayerId().toUtf8() +
                               "]\r\n1=Middle\r\nNUMTRACKS=4\r\n2=Never\r\n"));
-    r.part.OpenImage(r.image(disc));
+    r.part.OpenImage(r.image());
     EXPECT_EQ(r.dialogs.messages, QStringList{"Number of Tracks do not match! ( 3 4)"});
     EXPECT_EQ(r.playlist.PlNames[1], QStringLiteral("02 - Middle  (00:04)"));
     EXPECT_EQ(r.playlist.PlNames[2], QStringLiteral("03 - Track  3  (00:05)"));
@@ -239,11 +228,10 @@ TEST(CdPart, CdTextNamesTheTracksBeforeAnyServer)
 {
     Rig r;
     r.useCddb = 1;
-    DiscImage disc = threeTracks();
-    disc.titles = {"Opening", "", "Closing"};
-    disc.albumTitle = "First Album";
-    disc.albumPerformer = "The Band";
-    r.part.OpenImage(r.image(disc));
+    r.disc.titles = {"Opening", "", "Closing"};
+    r.disc.albumTitle = "First Album";
+    r.disc.albumPerformer = "The Band";
+    r.part.OpenImage(r.image());
     EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Track  2  (00:04)",
                                                "03 - Closing  (00:05)"}));
     EXPECT_EQ(r.playlist.title, QStringLiteral("First Album"));
@@ -256,11 +244,10 @@ TEST(CdPart, ACddbServerNamesTheTracks)
 {
     Rig r;
     r.useCddb = 1;
-    const DiscImage disc = threeTracks();
-    r.queryReply = "200 rock " + disc.cddbId().toStdString() + " The Band / First Album\r\n";
+    r.queryReply = "200 rock " + r.disc.cddbId().toStdString() + " The Band / First Album\r\n";
     r.readReply = "210 rock follows\r\nDTITLE=The Band / First Album\r\nTTITLE0=Opening\r\n"
                   "TTITLE1=Middle\r\nTTITLE2=Closing";
-    r.part.OpenImage(r.image(disc));
+    r.part.OpenImage(r.image());
     EXPECT_EQ(r.status(), QStringLiteral("Looking for Album on CDDB server..."));
     ASSERT_TRUE(QTest::qWaitFor([&] { return r.part.titlesLoaded(); }));
     EXPECT_EQ(r.playlist.PlNames, (QStringList{"01 - Opening  (00:03)", "02 - Middle  (00:04)",
@@ -276,15 +263,14 @@ TEST(CdPart, AnotherDiscInTheImageIsReadAnew)
 {
     Rig r;
     r.useCdp = 0;
-    DiscImage disc = threeTracks();
-    const QString cue = r.image(disc);
+    const QString cue = r.image();
     r.part.OpenImage(cue);
     r.playback.playing = true;
     r.beat();
     EXPECT_EQ(r.status(), QStringLiteral("Playing"));
 
-    disc.sectors = {100, 200, 300, 400};
-    r.image(disc);
+    r.disc.sectors = {100, 200, 300, 400};
+    r.image();
     r.beat();
     EXPECT_EQ(r.status(), QStringLiteral("Ready"));
     EXPECT_EQ(r.stops, 1) << "what played of the old disc stops";
@@ -292,37 +278,22 @@ TEST(CdPart, AnotherDiscInTheImageIsReadAnew)
     r.beat();
     EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
     EXPECT_EQ(r.playlist.PlNames.size(), 4);
-    EXPECT_EQ(r.part.table().CDDBId, disc.cddbId());
+    EXPECT_EQ(r.part.table().CDDBId, r.disc.cddbId());
 
     ASSERT_TRUE(QFile::remove(cue));
     r.beat();
     EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
     EXPECT_TRUE(r.playlist.PlNames.isEmpty());
-    r.image(disc);
+    r.image();
     r.beat();
     EXPECT_EQ(r.status(), QStringLiteral("Stopped"));
     EXPECT_EQ(r.playlist.PlNames.size(), 4);
 }
 
-TEST(CdPart, EjectTakesTheImageOutAndTheDriveIsTheSourceAgain)
-{
-    Rig r;
-    const QString cue = r.image(threeTracks());
-    r.part.OpenImage(cue);
-    r.playback.playing = true;
-    r.part.DoIt(13);
-    EXPECT_EQ(r.stops, 1);
-    EXPECT_EQ(r.part.source(), r.drivePath);
-    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
-    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
-    EXPECT_TRUE(r.part.cdMode());
-}
-
 TEST(CdPart, ABrokenImageIsToldAndNothingChanges)
 {
     Rig r;
-    DiscImage disc = threeTracks();
-    const QString cue = r.image(disc);
+    const QString cue = r.image();
     QFile::remove(r.dir.filePath("disc.bin"));
     r.part.OpenImage(cue);
     EXPECT_FALSE(r.part.cdMode());
@@ -331,10 +302,10 @@ TEST(CdPart, ABrokenImageIsToldAndNothingChanges)
     EXPECT_EQ(r.playlist.PlNames.size(), 2) << "the files stay";
 }
 
-TEST(CdPart, PlayingAnImageOrATrackFileGoesToCdMode)
+TEST(CdPart, PlayingAnImageOrATrackGoesToCdModeAndEjectEndsIt)
 {
     Rig r;
-    const QString cue = r.image(threeTracks());
+    const QString cue = r.image();
     r.part.PlayImage(cue);
     EXPECT_TRUE(r.part.cdMode());
     EXPECT_EQ(r.plays, 1);
@@ -345,6 +316,14 @@ TEST(CdPart, PlayingAnImageOrATrackFileGoesToCdMode)
     EXPECT_EQ(r.playlist.CurTrack, 3);
     r.part.PlayTrack(4);
     EXPECT_EQ(r.plays, 2) << "no such track";
+
+    // Eject takes the image out and the drive is the source again.
+    r.part.DoIt(13);
+    EXPECT_EQ(r.stops, 1);
+    EXPECT_EQ(r.part.source(), r.drivePath);
+    EXPECT_TRUE(r.playlist.PlNames.isEmpty());
+    EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
+    EXPECT_TRUE(r.part.cdMode());
 }
 
 // Tray out, no disc, a disc spinning up, a disc: the words, and no reading
@@ -354,7 +333,7 @@ TEST(CdPart, ADriveIsFollowedThroughItsStatesWithoutBusyPolling)
     FakeCdDrive drive;
     Rig r(&drive);
     r.useCdp = 0;
-    drive.image = r.image(threeTracks());
+    drive.image = r.image();
     r.part.DoIt(37);
     EXPECT_EQ(r.status(), QStringLiteral("No Disc"));
     EXPECT_TRUE(r.dialogs.messages.isEmpty()) << "a drive is there";

@@ -53,7 +53,7 @@ TEST(CdTable, IdentitiesOfGeneratedImagesMatchAnIndependentCount)
     }
 }
 
-TEST(CdTable, TracksInMinutesSecondsFramesAndMilliseconds)
+TEST(CdTable, TracksInTimeUnitsAndTheTrackUnderAPosition)
 {
     // Track 1 at 0:02.00 for 3 s, track 2 at 0:05.00 for 65.4 s, track 3 at 1:10.30 to the end.
     const CdTable table = readCdTable(discOf({150, 375, 375 + 4905}, 375 + 4905 + 4500));
@@ -80,6 +80,13 @@ TEST(CdTable, TracksInMinutesSecondsFramesAndMilliseconds)
     }
     EXPECT_EQ(table.CDSeconds, 128) << "(4905 + 4500 + 225) sectors, whole seconds";
     EXPECT_EQ(table.tracks[4].EndMs, 0) << "slots past the last track stay empty";
+
+    const std::pair<qint32, int> under[] = {{0, 1},      {2000, 1},   {4999, 1},
+                                            {5000, 2},   {70399, 2},  {70400, 3},
+                                            {130399, 3}, {130400, 0}, {INT32_MAX, 0}};
+    for (const auto &[ms, track] : under)
+        EXPECT_EQ(findCdTrack(table, ms), track) << ms;
+    EXPECT_EQ(findCdTrack(CdTable(), 1), 0) << "no disc";
 }
 
 // Twelve tracks whose start seconds' digits add up to 0x2E, on a disc 2000 s long.
@@ -134,22 +141,6 @@ TEST(CdTable, EntriesShowNumberTitleAndLength)
     for (const auto &c : cases)
         EXPECT_EQ(MakeCDEntry(c.track, QString::fromUtf8(c.title), c.ms),
                   QString::fromUtf8(c.entry));
-}
-
-TEST(CdTable, FindsTheTrackUnderThePosition)
-{
-    const CdTable table = readCdTable(discOf({150, 375, 5280}, 9780));
-    const struct
-    {
-        qint32 ms;
-        int track;
-    } cases[] = {
-        {0, 1},     {2000, 1},   {4999, 1},   {5000, 2},      {70399, 2},
-        {70400, 3}, {130399, 3}, {130400, 0}, {INT32_MAX, 0},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(findCdTrack(table, c.ms), c.track) << c.ms;
-    EXPECT_EQ(findCdTrack(CdTable(), 1), 0) << "no disc";
 }
 
 TEST(CdTable, StatusWords)

@@ -197,7 +197,7 @@ TEST_F(FmTunerTest, PresetLinesTuneTheirFrequencyAndShowTheirName)
     }
 }
 
-TEST_F(FmTunerTest, StoreFillsEmptySlotsAndRenameReplacesTheName)
+TEST_F(FmTunerTest, StoreFillsEmptySlotsRenameReplacesTheNameAndDeleteRemoves)
 {
     start();
     fm->DoIt(94); // preset key 3 on an empty list
@@ -219,21 +219,15 @@ TEST_F(FmTunerTest, StoreFillsEmptySlotsAndRenameReplacesTheName)
     EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Jazz & Blues"));
     EXPECT_EQ(stationsBytes(), QByteArray("\n\n\n088.0 Jazz & Blues\n"));
 
-    // F2 in the list renames the preset selected there.
-    writeStations("101.5 A\n102.0 B\n");
+    // F2 in the list renames the preset selected there, Delete removes it.
+    writeStations("101.5 A\n102.0 B\n103.0 C\n");
     fm->LoadPresets();
     list()->setCurrentRow(1);
     QTest::keyClick(list(), Qt::Key_F2);
     EXPECT_EQ(status(), QStringLiteral("Edit station  name"));
     fm->FMRenameDone(QStringLiteral("Bee\nline"));
-    EXPECT_EQ(stationsBytes(), QByteArray("101.5 A\n102.0 Bee line\n")) << "one preset, one line";
-}
-
-TEST_F(FmTunerTest, DeleteInTheListRemovesThePreset)
-{
-    writeStations("101.5 A\n102.0 B\n103.0 C\n");
-    start();
-    list()->setCurrentRow(1);
+    EXPECT_EQ(stationsBytes(), QByteArray("101.5 A\n102.0 Bee line\n103.0 C\n"))
+        << "one preset, one line";
     QTest::keyClick(list(), Qt::Key_Delete);
     EXPECT_EQ(fm->presets(), QStringList({QStringLiteral("101.5 A"), QStringLiteral("103.0 C")}));
     EXPECT_EQ(stationsBytes(), QByteArray("101.5 A\n103.0 C\n"));
@@ -290,12 +284,10 @@ TEST_F(FmTunerTest, ShutDownAsksToMuteOnlyWhenItMayAsk)
         qint16 enable;
         bool interactive, answer;
         int questions, offs;
-    } cases[] = {
-        {1, true, true, 1, 1},
-        {1, true, false, 1, 0},
-        {1, false, true, 0, 0},
-        {0, true, true, 0, 0},
-    };
+    } cases[] = {{1, true, true, 1, 1},
+                 {1, true, false, 1, 0},
+                 {1, false, true, 0, 0},
+                 {0, true, true, 0, 0}};
     for (const auto &c : cases) {
         enable = c.enable;
         band.offs = 0;
@@ -304,9 +296,7 @@ TEST_F(FmTunerTest, ShutDownAsksToMuteOnlyWhenItMayAsk)
         start(false);
         fm->ending(c.interactive);
         EXPECT_EQ(dialogs.questions.size(), c.questions);
-        if (c.questions) {
-            EXPECT_EQ(dialogs.questions[0], QStringLiteral("Mute FM Tuner Audio?"));
-        }
+        EXPECT_EQ(dialogs.questions.value(0), c.questions ? "Mute FM Tuner Audio?" : QString());
         EXPECT_EQ(band.offs, c.offs);
     }
 }

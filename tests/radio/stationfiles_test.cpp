@@ -36,14 +36,12 @@ TEST(FmPreset, ReadsFrequencyAndNameFromTheLine)
 
 TEST(FmPreset, StoredAndRenamedLines)
 {
-    EXPECT_EQ(FmPreset::stored(880), QStringLiteral("088.0 FM"));
-    EXPECT_EQ(FmPreset::stored(1015), QStringLiteral("101.5 FM"));
-    EXPECT_EQ(FmPreset::renamed(QStringLiteral("101.5 FM"), QStringLiteral("Radio Nova")),
-              QStringLiteral("101.5 Radio Nova"));
-    EXPECT_EQ(FmPreset::renamed(QStringLiteral("99.9"), QStringLiteral("Jazz")),
-              QStringLiteral("99.9 Jazz"));
-    EXPECT_EQ(FmPreset::mhz(875), QStringLiteral("87.5"));
-    EXPECT_EQ(FmPreset::mhz(1080), QStringLiteral("108.0"));
+    EXPECT_EQ(FmPreset::stored(880), "088.0 FM");
+    EXPECT_EQ(FmPreset::stored(1015), "101.5 FM");
+    EXPECT_EQ(FmPreset::renamed("101.5 FM", "Radio Nova"), "101.5 Radio Nova");
+    EXPECT_EQ(FmPreset::renamed("99.9", "Jazz"), "99.9 Jazz");
+    EXPECT_EQ(FmPreset::mhz(875), "87.5");
+    EXPECT_EQ(FmPreset::mhz(1080), "108.0");
 }
 
 TEST(WebStation, SplitsAtTheFirstAtSign)

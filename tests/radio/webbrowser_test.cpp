@@ -168,7 +168,7 @@ protected:
     std::unique_ptr<BrowserRig> rig;
 };
 
-TEST_F(WebEngine, PagesShowInTheWebAreaAndHistoryGoesBothWays)
+TEST_F(WebEngine, PagesAndFilesShowInTheWebAreaAndHistoryGoesBothWays)
 {
     EXPECT_EQ(rig->skin.area(3)->content(), rig->browser.view()->widget());
     rig->type(server.url("/one"));
@@ -189,6 +189,13 @@ TEST_F(WebEngine, PagesShowInTheWebAreaAndHistoryGoesBothWays)
         << "Refresh asks again";
     EXPECT_EQ(rig->browser.urlList(), QStringList({server.url("/one"), server.url("/two")}));
     EXPECT_TRUE(rig->outside.isEmpty());
+
+    const QString file = rig->home.write(QStringLiteral("page.html"),
+                                         "<html><head><title>From a file</title></head></html>");
+    rig->browser.SetURL(QUrl::fromLocalFile(file).toString());
+    ASSERT_TRUE(titled("From a file"));
+    rig->browser.DoIt(101); // no home page: the addresses visited
+    EXPECT_TRUE(titled("Velto"));
 }
 
 TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
@@ -213,14 +220,4 @@ TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
     EXPECT_TRUE(QTest::qWaitFor([&] { return rig->outside.size() > 1; }, 30000));
     EXPECT_EQ(rig->outside.mid(1), QStringList({"mailto:someone@example.org"}));
     EXPECT_EQ(rig->title(), QStringLiteral("Mail")) << "the page stays";
-}
-
-TEST_F(WebEngine, FilePagesAndTheStartPageShowToo)
-{
-    const QString file = rig->home.write(QStringLiteral("page.html"),
-                                         "<html><head><title>From a file</title></head></html>");
-    rig->browser.SetURL(QUrl::fromLocalFile(file).toString());
-    ASSERT_TRUE(titled("From a file"));
-    rig->browser.DoIt(101); // no home page: the addresses visited
-    EXPECT_TRUE(titled("Velto"));
 }

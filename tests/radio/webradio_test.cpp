@@ -58,8 +58,8 @@ protected:
     std::array<QString, 10> radioUrl;
     std::unique_ptr<WebRadio> radio;
 
-    static MediaDeviceFactory *factory;
-    static QByteArray *tone;
+    static inline MediaDeviceFactory *factory = nullptr;
+    static inline QByteArray *tone = nullptr;
     // The engine the radio plays on: the suite's, loaded once.
     MediaDeviceFactory *devices = factory;
 
@@ -95,16 +95,13 @@ protected:
     SkinTextField *field() { return skin.textField(WebRadio::kAddressField); }
 };
 
-MediaDeviceFactory *WebRadioTest::factory = nullptr;
-QByteArray *WebRadioTest::tone = nullptr;
-
 #define NEED_STATION(server)                                                                       \
     if (!(server))                                                                                 \
     GTEST_SKIP() << "needs the media engine, ffmpeg and a loopback port"
 
 } // namespace
 
-TEST_F(WebRadioTest, PlaysAStationAndShowsWhatItsStreamTells)
+TEST_F(WebRadioTest, PlaysAStationShowsWhatItsStreamTellsAndKeepsTheAddresses)
 {
     LoopbackServer::Stream o;
     o.titles = {"Caf\xE9 One", "Song Two"}; // the first in Latin-1
@@ -143,6 +140,23 @@ TEST_F(WebRadioTest, PlaysAStationAndShowsWhatItsStreamTells)
     radio->WRStop();
     EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Stopped"));
     EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+
+    // A typed address, and the quick stations: each address once, newest first.
+    const QString withoutScheme = server->url().mid(QStringLiteral("http://").size());
+    field()->setText(withoutScheme);
+    QTest::keyClick(field(), Qt::Key_Return);
+    EXPECT_EQ(radio->current().location, server->url()) << "http:// is put in front";
+    EXPECT_EQ(radio->current().name, QStringLiteral("Station"));
+    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+    radio->playAddress(server->url(QStringLiteral("/other")));
+    radio->playAddress(server->url());
+    EXPECT_EQ(radioUrl[0], server->url());
+    EXPECT_EQ(radioUrl[1], server->url(QStringLiteral("/other")));
+    EXPECT_TRUE(radioUrl[2].isEmpty());
+    radio->DoIt(131);
+    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
+    radio->DoIt(139); // an empty quick station does nothing
+    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
 }
 
 TEST_F(WebRadioTest, AStallShowsBufferingThenPlaysOn)
@@ -198,22 +212,6 @@ TEST_F(WebRadioTest, TheFirstStationWaitsForTheEngineAndAStopMeanwhileHolds)
     radio.reset();
 }
 
-TEST_F(WebRadioTest, AMissingStreamSaysItCannotConnect)
-{
-    auto server = station();
-    NEED_STATION(server);
-    start();
-    radio->playAddress(server->url(QStringLiteral("/missing.mp3")));
-    ASSERT_TRUE(waitFor([&] {
-        return label(WebRadio::kStatusLabel) == QLatin1String("Cannot connect");
-    })) << skin.statuses.join('|').toStdString();
-    EXPECT_TRUE(waitFor([&] {
-        return label(WebRadio::kOnAirLabel) == QLatin1String("HTTP error 404 Not Found");
-    })) << "the server's answer, not just the engine's failure: "
-        << label(WebRadio::kOnAirLabel).toStdString();
-    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
-}
-
 TEST_F(WebRadioTest, AClosedConnectionIsToldAndPlayReconnects)
 {
     LoopbackServer::Stream o;
@@ -232,7 +230,7 @@ TEST_F(WebRadioTest, AClosedConnectionIsToldAndPlayReconnects)
     EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
 }
 
-TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStream)
+TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStreamAndAMissingOneCannotConnect)
 {
     auto server = station();
     NEED_STATION(server);
@@ -257,6 +255,16 @@ TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStream)
     ASSERT_TRUE(
         waitFor([&] { return label(WebRadio::kStatusLabel) == QLatin1String("Cannot connect"); }));
     EXPECT_EQ(server->asked("/self.m3u"), 1) << "a playlist that names itself is read once";
+
+    radio->playAddress(server->url(QStringLiteral("/missing.mp3")));
+    ASSERT_TRUE(waitFor([&] {
+        return label(WebRadio::kStatusLabel) == QLatin1String("Cannot connect");
+    })) << skin.statuses.join('|').toStdString();
+    EXPECT_TRUE(waitFor([&] {
+        return label(WebRadio::kOnAirLabel) == QLatin1String("HTTP error 404 Not Found");
+    })) << "the server's answer, not just the engine's failure: "
+        << label(WebRadio::kOnAirLabel).toStdString();
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
 }
 
 TEST_F(WebRadioTest, StationListRules)
@@ -305,27 +313,4 @@ TEST_F(WebRadioTest, StationListRules)
     EXPECT_EQ(radio->presetIndex(), 2);
     EXPECT_EQ(label(WebRadio::kStationLabel), QStringLiteral("Blues"));
     EXPECT_EQ(stationsBytes().count('\n'), 3);
-}
-
-TEST_F(WebRadioTest, TypedAddressesAndQuickStations)
-{
-    auto server = station();
-    NEED_STATION(server);
-    start();
-    const QString withoutScheme = server->url().mid(QStringLiteral("http://").size());
-    field()->setText(withoutScheme);
-    QTest::keyClick(field(), Qt::Key_Return);
-    EXPECT_EQ(radio->current().location, server->url()) << "http:// is put in front";
-    EXPECT_EQ(radio->current().name, QStringLiteral("Station"));
-    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
-
-    radio->playAddress(server->url(QStringLiteral("/other")));
-    radio->playAddress(server->url());
-    EXPECT_EQ(radioUrl[0], server->url());
-    EXPECT_EQ(radioUrl[1], server->url(QStringLiteral("/other")));
-    EXPECT_TRUE(radioUrl[2].isEmpty()) << "each address once, newest first";
-    radio->DoIt(131);
-    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
-    radio->DoIt(139); // an empty quick station does nothing
-    EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
 }

@@ -39,6 +39,7 @@ protected:
         }
     }
     QString shown() const { return skin.labels.value(Calculator::kDisplayLabel); }
+    QString folder() const { return home.file(QStringLiteral("velto")); }
     QString writeFile(const QString &name, const QByteArray &bytes)
     {
         return home.write(QStringLiteral("velto/") + name, bytes);
@@ -49,7 +50,7 @@ protected:
     RecordingSurface skin;
     FakeDialogs dialogs;
     QString CvtFile;
-    Calculator calc{{CvtFile}, {skin, dialogs, home.file(QStringLiteral("velto"))}};
+    Calculator calc{{CvtFile}, {skin, dialogs, folder()}};
 };
 
 } // namespace
@@ -228,6 +229,8 @@ TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
                            "  Padded ,2 \n"
                            "Zero,0");
     calc.started();
+    EXPECT_TRUE(dialogs.calls.isEmpty()) << "no last file: no file dialog at start";
+    EXPECT_EQ(shown(), QStringLiteral("0"));
     calc.LoadCvtFile(QStringLiteral("units.ccf"));
     EXPECT_EQ(CvtFile, QStringLiteral("units.ccf")) << "kept as given";
     EXPECT_TRUE(dialogs.messages.isEmpty());
@@ -266,30 +269,21 @@ TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
     }
 
     // The list is not cleared by a second file.
-    writeFile("more.ccf", "Miles to km,1.609344\n");
-    calc.LoadCvtFile(home.file(QStringLiteral("velto/more.ccf")));
+    const QString more = writeFile("more.ccf", "Miles to km,1.609344\n");
+    calc.LoadCvtFile(more);
     EXPECT_EQ(list().count(), lines.size() + 1);
-    EXPECT_EQ(CvtFile, home.file(QStringLiteral("velto/more.ccf")));
+    EXPECT_EQ(CvtFile, more);
 }
 
-TEST_F(CalculatorTest, NoConversionChosenConvertsNothing)
+TEST_F(CalculatorTest, NoConversionConvertsNothingAndTheDialogAsksForAFile)
 {
     key("5 cvt");
-    EXPECT_EQ(shown(), QStringLiteral("5")) << "an empty list";
-    writeFile("one.ccf", "Double,2\n");
-    calc.LoadCvtFile(QStringLiteral("one.ccf"));
-    list().setCurrentRow(-1);
-    key("back");
-    EXPECT_EQ(shown(), QStringLiteral("5"));
-}
-
-TEST_F(CalculatorTest, TheDialogAsksForAConversionFileInTheProgramFolder)
-{
+    EXPECT_EQ(shown(), QStringLiteral("5")) << "an empty list converts nothing";
     calc.DoIt(69);
     ASSERT_EQ(dialogs.calls.size(), 1);
     EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select Conversion File"));
     EXPECT_EQ(dialogs.calls[0].filter, QStringLiteral("CalcCvt Files|*.ccf"));
-    EXPECT_EQ(dialogs.calls[0].folder, home.file(QStringLiteral("velto")));
+    EXPECT_EQ(dialogs.calls[0].folder, folder());
     EXPECT_EQ(CvtFile, QString()) << "cancelled";
 
     const QString file = writeFile("lengths.ccf", "Feet to m,0.3048\n");
@@ -297,18 +291,9 @@ TEST_F(CalculatorTest, TheDialogAsksForAConversionFileInTheProgramFolder)
     calc.DoIt(69);
     EXPECT_EQ(CvtFile, file);
     EXPECT_EQ(calc.conversions(), QStringList{"Feet to m,0.3048"});
-}
-
-TEST_F(CalculatorTest, StartLoadsTheLastFileAndNothingWhenThereIsNone)
-{
-    calc.started();
-    EXPECT_TRUE(dialogs.calls.isEmpty()) << "no file dialog at start";
-    EXPECT_EQ(shown(), QStringLiteral("0"));
-    writeFile("units.ccf", "Inches to cm,2.54\n");
-    CvtFile = QStringLiteral("units.ccf");
-    Calculator next{{CvtFile}, {skin, dialogs, home.file(QStringLiteral("velto"))}};
-    next.started();
-    EXPECT_EQ(next.conversions(), QStringList{"Inches to cm,2.54"});
+    list().setCurrentRow(-1);
+    key("back");
+    EXPECT_EQ(shown(), QStringLiteral("5")) << "no conversion chosen";
 }
 
 // The conversion list is the skin's and outlives a calculator. A gone one
@@ -320,12 +305,11 @@ TEST_F(CalculatorTest, AGoneCalculatorHearsNoClicksOnTheList)
     CvtFile = QStringLiteral("units.ccf");
     RecordingSurface elsewhere;
     std::optional<Calculator> slot;
-    slot.emplace(Calculator::Options{CvtFile},
-                 Calculator::Services{skin, dialogs, home.file(QStringLiteral("velto"))});
+    slot.emplace(Calculator::Options{CvtFile}, Calculator::Services{skin, dialogs, folder()});
     slot->started();
+    ASSERT_EQ(slot->conversions(), QStringList{"Inches to cm,2.54"}) << "the last file loads";
     slot.reset();
-    slot.emplace(Calculator::Options{CvtFile},
-                 Calculator::Services{elsewhere, dialogs, home.file(QStringLiteral("velto"))});
+    slot.emplace(Calculator::Options{CvtFile}, Calculator::Services{elsewhere, dialogs, folder()});
     slot->started();
     elsewhere.labels.clear();
     list().setCurrentRow(-1);
@@ -348,8 +332,8 @@ TEST_F(CalculatorTest, BadFilesSayWhatIsWrongAndAddNothing)
         {"big.ccf", big, "The conversion file %1/big.ccf cannot be read: it is too big."},
         {"folder.ccf",
          {},
-         "The conversion file %1/folder.ccf cannot be read: it is not a regular "
-         "file."},
+         "The conversion file %1/folder.ccf cannot be read: it is not a "
+         "regular file."},
         {"missing.ccf", {}, nullptr},
     };
     for (const auto &c : cases) {
@@ -357,11 +341,8 @@ TEST_F(CalculatorTest, BadFilesSayWhatIsWrongAndAddNothing)
         if (!c.bytes.isEmpty())
             writeFile(QString::fromLatin1(c.name), c.bytes);
         calc.LoadCvtFile(QString::fromLatin1(c.name));
-        const QStringList expected =
-            c.message ? QStringList{QString::fromLatin1(c.message).replace(
-                            QStringLiteral("%1"), home.file(QStringLiteral("velto")))}
-                      : QStringList{};
-        EXPECT_EQ(dialogs.messages, expected) << c.name;
+        const QString message = QString::fromLatin1(c.message).replace("%1", folder());
+        EXPECT_EQ(dialogs.messages, c.message ? QStringList{message} : QStringList{}) << c.name;
         EXPECT_TRUE(calc.conversions().isEmpty()) << c.name;
         EXPECT_EQ(CvtFile, QString()) << c.name;
     }

@@ -30,14 +30,8 @@ TEST(ConversionFile, KeepsEveryLineThatIsNotBlankAsItStands)
     }
 }
 
-TEST(ConversionFile, RefusesBinaryAndLeavesOutLinesTooLongToBeConversions)
+TEST(ConversionFile, LeavesOutLinesTooLongToBeConversions)
 {
-    const ConversionFile binary =
-        readConversionFile(QByteArray("a,1\n\0\x7f", 6), QStringLiteral("b.ccf"));
-    EXPECT_FALSE(binary.isText);
-    EXPECT_TRUE(binary.lines.isEmpty());
-    EXPECT_EQ(binary.messages, QStringList{"b.ccf is not a conversion file: it is not text."});
-
     const QByteArray longest = "x," + QByteArray(kMaxConversionLine - 2, '1');
     const ConversionFile lengths = readConversionFile(
         longest + "\n" + longest + "1\nok,2\n" + QByteArray(5000, 'y'), QStringLiteral("l.ccf"));

@@ -37,38 +37,26 @@ TEST(Mixer, PicksTheFirstMixerInItsOrderOfPreference)
 {
     const struct
     {
-        const char *name;
         QStringList inFirst, inSecond;
         QString program; // the file name found, empty for none
-        QStringList arguments;
+        QStringList arguments = {};
     } cases[] = {
-        {"pavucontrol before all others",
-         {"alsamixer", "xterm"},
+        {{"alsamixer", "xterm"},
          {"gnome-control-center", "pavucontrol-qt", "pavucontrol"},
-         "pavucontrol",
-         {}},
-        {"then its Qt twin", {"gnome-control-center"}, {"pavucontrol-qt"}, "pavucontrol-qt", {}},
-        {"a file that cannot run is passed over",
-         {"!pavucontrol"},
-         {"pavucontrol-qt"},
-         "pavucontrol-qt",
-         {}},
-        {"then GNOME's sound settings",
-         {"xterm"},
-         {"alsamixer", "gnome-control-center"},
-         "gnome-control-center",
-         {"sound"}},
-        {"alsamixer in the desktop's terminal",
-         {"xterm", "x-terminal-emulator"},
+         "pavucontrol"},
+        {{"gnome-control-center"}, {"pavucontrol-qt"}, "pavucontrol-qt"},
+        {{"!pavucontrol"}, {"pavucontrol-qt"}, "pavucontrol-qt"}, // cannot run: passed over
+        {{"xterm"}, {"alsamixer", "gnome-control-center"}, "gnome-control-center", {"sound"}},
+        {{"xterm", "x-terminal-emulator"},
          {"alsamixer"},
          "x-terminal-emulator",
          {"-e", "ALSAMIXER"}},
-        {"alsamixer in xterm", {"xterm"}, {"alsamixer"}, "xterm", {"-e", "ALSAMIXER"}},
-        {"alsamixer without a terminal is no mixer", {}, {"alsamixer"}, {}, {}},
-        {"nothing at all", {}, {}, {}, {}},
+        {{"xterm"}, {"alsamixer"}, "xterm", {"-e", "ALSAMIXER"}},
+        {{}, {"alsamixer"}, {}}, // alsamixer without a terminal is no mixer
+        {{}, {}, {}},
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(&c - cases);
         SearchPath p;
         for (const QString &name : c.inFirst)
             SearchPath::add(p.first, name);

@@ -58,28 +58,22 @@ protected:
 
 TEST(NoteText, ReadsWhatItCanAndSaysWhatItChanged)
 {
+    const QString cp1252 =
+        "n.txt is not UTF-8 text: it was read as Windows-1252, and Save writes it as UTF-8.";
+    const QString nuls =
+        "n.txt holds %1 NUL byte(s), which a note cannot show: they were left out.";
     const struct
     {
         QByteArray bytes;
         QString text;
-        QStringList messages;
+        QStringList messages = {};
     } cases[] = {
-        {"plain\nlines\n", "plain\nlines\n", {}},
-        {"\xEF\xBB\xBFGr\xC3\xBC\xC3\x9F"
-         "e",
-         "Gr\u00fc\u00dfe",
-         {}},
-        {"caf\xE9 \x80",
-         "caf\u00e9 \u20ac",
-         {"n.txt is not UTF-8 text: it was read as Windows-1252, and Save writes it as UTF-8."}},
-        {QByteArray("a\0b\0\0c", 6),
-         "abc",
-         {"n.txt holds 3 NUL byte(s), which a note cannot show: they were left out."}},
-        {QByteArray("\0\xE9", 2),
-         "\u00e9",
-         {"n.txt holds 1 NUL byte(s), which a note cannot show: they were left out.",
-          "n.txt is not UTF-8 text: it was read as Windows-1252, and Save writes it as UTF-8."}},
-        {"", "", {}},
+        {"plain\nlines\n", "plain\nlines\n"},
+        {"\xEF\xBB\xBFGr\xC3\xBC\xC3\x9F!", "Gr\u00fc\u00df!"},
+        {"caf\xE9 \x80", "caf\u00e9 \u20ac", {cp1252}},
+        {QByteArray("a\0b\0\0c", 6), "abc", {nuls.arg(3)}},
+        {QByteArray("\0\xE9", 2), "\u00e9", {nuls.arg(1), cp1252}},
+        {"", ""},
     };
     for (const auto &c : cases) {
         const NoteText note = readNoteText(c.bytes, QStringLiteral("n.txt"));
@@ -105,7 +99,7 @@ TEST_F(NotepadTest, DialogsAskWithTheirTitlesAndACancelDoesNothing)
 }
 
 // Each round of saving and loading adds one line end, as it always did.
-TEST_F(NotepadTest, SaveAddsOneLineEndAndLoadReadsItBack)
+TEST_F(NotepadTest, SaveAddsOneLineEndLoadReadsItBackAndAFailedSaveLeavesTheFile)
 {
     const QString file = home.file(QStringLiteral("note.txt"));
     type(QStringLiteral("first\nsecond \u00e9"));
@@ -120,6 +114,12 @@ TEST_F(NotepadTest, SaveAddsOneLineEndAndLoadReadsItBack)
     EXPECT_EQ(note.text(), QStringLiteral("first\nsecond \u00e9\n\n"));
     EXPECT_EQ(dialogs.calls.last().folder, home.path()) << "the next dialog starts where this was";
     EXPECT_TRUE(dialogs.messages.isEmpty());
+
+    const QString nowhere = home.file(QStringLiteral("no-such-folder/note.txt"));
+    save(nowhere);
+    ASSERT_EQ(dialogs.messages.size(), 1);
+    EXPECT_TRUE(dialogs.messages[0].startsWith("The note could not be saved to " + nowhere + ": "));
+    EXPECT_EQ(readAll(file), QByteArray("first\nsecond \xC3\xA9\n\n")) << "a failed save leaves it";
 }
 
 TEST_F(NotepadTest, LoadsUpTo32767BytesAndSaysWhyALargerFileDoesNot)
@@ -144,18 +144,6 @@ TEST_F(NotepadTest, LoadsUpTo32767BytesAndSaysWhyALargerFileDoesNot)
     EXPECT_EQ(note.text(), QStringLiteral("xy\u00ff"));
     EXPECT_EQ(dialogs.messages.size(), 1) << "one box for everything the file needed";
     EXPECT_EQ(dialogs.messages.value(0).count('\r'), 1);
-}
-
-TEST_F(NotepadTest, ASaveThatFailsSaysSoAndLeavesTheFile)
-{
-    const QString file = home.write(QStringLiteral("note.txt"), "old");
-    type(QStringLiteral("new"));
-    save(home.file(QStringLiteral("no-such-folder/note.txt")));
-    ASSERT_EQ(dialogs.messages.size(), 1);
-    EXPECT_TRUE(dialogs.messages[0].startsWith(
-        QStringLiteral("The note could not be saved to ") +
-        home.file(QStringLiteral("no-such-folder/note.txt")) + ": "));
-    EXPECT_EQ(readAll(file), QByteArray("old"));
 }
 
 TEST_F(NotepadTest, APrinterGetsTheNoteThroughItsDialogButNeverAnEmptyOne)

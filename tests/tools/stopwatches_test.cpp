@@ -34,13 +34,11 @@ protected:
         for (int op : ops)
             sw.TimerFn(op);
     }
-    QString counters(int timer) const
+    // Running, hours, minutes, tenths.
+    QString counters(int t) const
     {
-        return QStringLiteral("%1 %2 %3 %4")
-            .arg(sw.field(timer, 0))
-            .arg(sw.field(timer, 2))
-            .arg(sw.field(timer, 3))
-            .arg(sw.field(timer, 4));
+        return QString::asprintf("%d %d %d %d", sw.field(t, 0), sw.field(t, 2), sw.field(t, 3),
+                                 sw.field(t, 4));
     }
 };
 
@@ -60,7 +58,7 @@ TEST_F(StopwatchesTest, RunningTimersCountHoursMinutesAndTenths)
     {
         std::vector<qint64> steps;
         const char *text;
-        const char *fields; // running, hours, minutes, tenths
+        const char *fields;
     } cases[] = {
         {{250, 250, 250, 250}, "0:00:01.0", "1 0 0 10"},
         {{99, 1}, "0:00:00.1", "1 0 0 1"},
