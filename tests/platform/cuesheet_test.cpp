@@ -88,61 +88,47 @@ TEST(CueSheet, KeywordsInAnyCaseAndAnUnclosedQuote)
 // Every way a sheet can fail to describe a playable image says which.
 TEST(CueSheet, ProblemsNameWhatIsWrong)
 {
-    const qint64 big = 100000LL * 2352;
+    const QByteArray bin = "FILE a.bin BINARY\n", one = "TRACK 01 AUDIO\nINDEX 01 00:00:00\n";
+    const char *order =
+        " is out of order: the tracks of a CD are numbered 1 to 99, one after the other.";
     const struct
     {
         QByteArray text;
-        qint64 bytes;
-        const char *problem;
+        QString problem;
+        qint64 bytes = 100000LL * 2352;
     } cases[] = {
-        {"TRACK 01 AUDIO\nINDEX 01 00:00:00\n", big, "The cue sheet names no image file."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nFILE b.bin BINARY\nTRACK 02 "
-         "AUDIO\nINDEX 01 00:00:00\n",
-         big, "The cue sheet names 2 files; Velto plays images kept in one file."},
-        {"FILE a.flac WAVE\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n", big,
+        {one, "The cue sheet names no image file."},
+        {bin + one + "FILE b.bin BINARY\nTRACK 02 AUDIO\nINDEX 01 00:00:00\n",
+         "The cue sheet names 2 files; Velto plays images kept in one file."},
+        {"FILE a.flac WAVE\n" + one,
          "The image file a.flac is of type WAVE; Velto plays raw images (type BINARY) only."},
-        {"FILE a.bin\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n", big,
+        {"FILE a.bin\n" + one,
          "The image file a.bin is of type none; Velto plays raw images (type BINARY) only."},
-        {"FILE a.bin MOTOROLA\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n", big,
+        {"FILE a.bin MOTOROLA\n" + one,
          "The image file a.bin is of type MOTOROLA; Velto plays raw images (type BINARY) only."},
-        {"FILE a.bin BINARY\n", big, "The cue sheet holds no track."},
-        {"TRACK 01 AUDIO\nFILE a.bin BINARY\nINDEX 01 00:00:00\n", big,
+        {bin, "The cue sheet holds no track."},
+        {"TRACK 01 AUDIO\n" + bin + "INDEX 01 00:00:00\n",
          "Track 1 comes before the image file is named."},
-        {"FILE a.bin BINARY\nTRACK 02 AUDIO\nINDEX 01 00:00:00\nTRACK 01 AUDIO\nINDEX 01 "
-         "00:01:00\n",
-         big,
-         "Track 1 is out of order: the tracks of a CD are numbered 1 to 99, one after the "
-         "other."},
-        {"FILE a.bin BINARY\nTRACK 00 AUDIO\nINDEX 01 00:00:00\n", big,
-         "Track 0 is out of order: the tracks of a CD are numbered 1 to 99, one after the other."},
-        {"FILE a.bin BINARY\nTRACK x AUDIO\nINDEX 01 00:00:00\n", big,
-         "Track ? is out of order: the tracks of a CD are numbered 1 to 99, one after the other."},
-        {"FILE a.bin BINARY\nTRACK 01 MODE1/2048\nINDEX 01 00:00:00\n", big,
+        {bin + "TRACK 02 AUDIO\nINDEX 01 00:00:00\nTRACK 01 AUDIO\nINDEX 01 00:01:00\n",
+         "Track 1" + QString::fromLatin1(order)},
+        {bin + "TRACK 00 AUDIO\nINDEX 01 00:00:00\n", "Track 0" + QString::fromLatin1(order)},
+        {bin + "TRACK x AUDIO\nINDEX 01 00:00:00\n", "Track ?" + QString::fromLatin1(order)},
+        {bin + "TRACK 01 MODE1/2048\nINDEX 01 00:00:00\n",
          "Track 1 is of type MODE1/2048; Velto reads images of 2352-byte sectors only."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 00 00:00:00\n", big,
-         "Track 1 has no start (INDEX 01)."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:99:00\n", big,
-         "Track 1 has no start (INDEX 01)."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:05:00\nTRACK 02 AUDIO\nINDEX 01 "
-         "00:01:00\n",
-         big, "Track 2 starts at or before the start of track 1."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:05:00\nTRACK 02 AUDIO\nINDEX 01 "
-         "00:05:00\n",
-         big, "Track 2 starts at or before the start of track 1."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n", -1,
-         "The image file a.bin was not found."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 01 "
-         "00:00:10\n",
-         10 * 2352, "The image file a.bin ends before track 2 begins: it is cut short."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n", 2351,
-         "The image file a.bin ends before track 1 begins: it is cut short."},
-        {"FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nTRACK 02 MODE2/2352\nINDEX 01 "
-         "00:00:10\n",
-         11 * 2352, ""},
+        {bin + "TRACK 01 AUDIO\nINDEX 00 00:00:00\n", "Track 1 has no start (INDEX 01)."},
+        {bin + "TRACK 01 AUDIO\nINDEX 01 00:99:00\n", "Track 1 has no start (INDEX 01)."},
+        {bin + "TRACK 01 AUDIO\nINDEX 01 00:05:00\nTRACK 02 AUDIO\nINDEX 01 00:01:00\n",
+         "Track 2 starts at or before the start of track 1."},
+        {bin + "TRACK 01 AUDIO\nINDEX 01 00:05:00\nTRACK 02 AUDIO\nINDEX 01 00:05:00\n",
+         "Track 2 starts at or before the start of track 1."},
+        {bin + one, "The image file a.bin was not found.", -1},
+        {bin + one + "TRACK 02 AUDIO\nINDEX 01 00:00:10\n",
+         "The image file a.bin ends before track 2 begins: it is cut short.", 10 * 2352},
+        {bin + one, "The image file a.bin ends before track 1 begins: it is cut short.", 2351},
+        {bin + one + "TRACK 02 MODE2/2352\nINDEX 01 00:00:10\n", "", 11 * 2352},
     };
     for (const auto &c : cases)
-        EXPECT_EQ(cueSheetProblem(parseCueSheet(c.text), c.bytes), QString::fromUtf8(c.problem))
-            << c.text.constData();
+        EXPECT_EQ(cueSheetProblem(parseCueSheet(c.text), c.bytes), c.problem) << c.text.constData();
 }
 
 TEST(CueSheet, NinetyNineTracksAtMost)

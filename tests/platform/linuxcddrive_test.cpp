@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -16,6 +17,13 @@ class CdImages : public ::testing::Test
 {
 protected:
     QString folder(const QString &name) const { return dir.filePath(name); }
+    QString put(const QString &name, const QByteArray &bytes) const
+    {
+        QFile f(folder(name));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size())
+            << name.toStdString();
+        return f.fileName();
+    }
 
     QTemporaryDir dir;
     LinuxCdDrive drive;
@@ -41,8 +49,6 @@ TEST_F(CdImages, TableOfContentsAndCdTextOfAnImage)
     image.albumTitle = "First Album";
     image.albumPerformer = "The Band";
     const QString cue = image.write(folder("a"), "disc");
-    ASSERT_FALSE(cue.isEmpty());
-
     EXPECT_EQ(drive.status(cue), CdDrive::Status::Disc);
     const CdDisc disc = drive.read(cue);
     ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
@@ -88,12 +94,9 @@ TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
         ASSERT_EQ(whole.size(), 44 + bytes);
         EXPECT_EQ(whole.left(4), QByteArray("RIFF"));
         EXPECT_EQ(whole.mid(8, 8), QByteArray("WAVEfmt "));
-        const auto le32 = [&whole](int at) {
-            return quint32(quint8(whole[at])) | quint32(quint8(whole[at + 1])) << 8 |
-                   quint32(quint8(whole[at + 2])) << 16 | quint32(quint8(whole[at + 3])) << 24;
-        };
-        EXPECT_EQ(le32(24), 44100u) << "sample rate";
-        EXPECT_EQ(le32(40), quint32(bytes)) << "data size";
+        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 24), 44100u) << "sample rate";
+        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 40), quint32(bytes))
+            << "data size";
         EXPECT_TRUE(whole.mid(44) == track);
 
         for (const auto &[from, piece] : {std::pair<qint64, qint64>{10, 7},
@@ -123,10 +126,7 @@ TEST_F(CdImages, AnImageNamedOtherwiseThanItsSheetIsReadThroughAView)
     image.binName = "Some Other Name.BIN";
     const QString cue = image.write(folder("c"), "disc");
     // A decoy where libcdio would look.
-    QFile decoy(folder("c/disc.bin"));
-    ASSERT_TRUE(decoy.open(QIODevice::WriteOnly));
-    decoy.write(QByteArray(50 * 2352, '\x55'));
-    decoy.close();
+    put("c/disc.bin", QByteArray(50 * 2352, '\x55'));
 
     const CdDisc disc = drive.read(cue);
     ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
@@ -136,10 +136,7 @@ TEST_F(CdImages, AnImageNamedOtherwiseThanItsSheetIsReadThroughAView)
     EXPECT_TRUE(readAll(*reader, 44, 4096) == image.binBytes().mid(20 * 2352));
 
     // Names written on Windows: backslashes and another letter case.
-    QFile sheet(cue);
-    ASSERT_TRUE(sheet.open(QIODevice::WriteOnly));
-    sheet.write(image.cueText("C:\\Rips\\some other name.bin"));
-    sheet.close();
+    put("c/disc.cue", image.cueText("C:\\Rips\\some other name.bin"));
     EXPECT_TRUE(drive.read(cue).ok());
 }
 
@@ -147,16 +144,8 @@ TEST_F(CdImages, BrokenImagesSayWhatIsWrong)
 {
     DiscImage good;
     good.sectors = {20, 30};
-    const QString base = folder("d");
-    QDir().mkpath(base);
-    const auto write = [&](const QString &name, const QByteArray &bytes) {
-        QFile f(base + '/' + name);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return f.fileName();
-    };
-    write("short.bin", good.binBytes().left(21 * 2352 - 5));
-    write("whole.bin", good.binBytes());
+    const QString base = dir.path();
+    put("short.bin", good.binBytes().left(21 * 2352 - 5));
     const QString fifo = base + "/pipe.cue";
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     QDir().mkpath(base + "/folder.cue");
@@ -166,11 +155,11 @@ TEST_F(CdImages, BrokenImagesSayWhatIsWrong)
         QString cue;
         const char *problem;
     } cases[] = {
-        {write("missing.cue", good.cueText("nowhere.bin")),
+        {put("missing.cue", good.cueText("nowhere.bin")),
          "The image file nowhere.bin was not found."},
-        {write("short.cue", good.cueText("short.bin")),
+        {put("short.cue", good.cueText("short.bin")),
          "The image file short.bin ends before track 2 begins: it is cut short."},
-        {write("empty.cue", ""), "The cue sheet names no image file."},
+        {put("empty.cue", ""), "The cue sheet names no image file."},
         {fifo, "The cue sheet cannot be read: it is not a regular file."},
         {base + "/folder.cue", "The cue sheet cannot be read: it is not a regular file."},
         {base + "/gone.cue", "The cue sheet cannot be read: it is missing."},

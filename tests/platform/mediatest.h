@@ -65,14 +65,16 @@ protected:
 
     static QString file(const char *name) { return media->file(QString::fromLatin1(name)); }
 
+    // Opens a file of the suite's media by its name, or any other by its path.
     static std::unique_ptr<MediaDevice>
-    openDevice(EventLog &log, const char *name, const QString &type = QStringLiteral("MPEGVideo"),
+    openDevice(EventLog &log, const QString &name,
+               const QString &type = QStringLiteral("MPEGVideo"),
                MediaDeviceFactory &from = *factory)
     {
         auto device = from.create();
         device->setEvents(log.events());
         device->setDeviceType(type);
-        device->setFileName(file(name));
+        device->setFileName(name.contains('/') ? name : media->file(name));
         device->open();
         return device;
     }

@@ -22,7 +22,6 @@ TEST(QtPrinter, APdfHoldsTheTextWrappedToThePage)
     ASSERT_EQ(printer.printToPdf(lines.join('\n'), QStringLiteral("Velto note"), file),
               Printer::Result::Printed);
     const QString text = pdfText(file);
-    ASSERT_FALSE(text.isEmpty());
     for (const QString &line :
          {QStringLiteral("Line 1 of the note"), QStringLiteral("Line 150 of the note"),
           QStringLiteral("Gr\u00fc\u00dfe, \u00e7a va? 10 \u20ac")})

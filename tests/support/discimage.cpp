@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include <cmath>
+#include <numeric>
 
 namespace {
 
@@ -28,10 +29,7 @@ bool writeFile(const QString &path, const QByteArray &bytes)
 QByteArray DiscImage::binBytes() const
 {
     QByteArray out;
-    qint64 total = 0;
-    for (qint32 n : sectors)
-        total += n;
-    out.reserve(total * 2352);
+    out.reserve(qint64(leadOut() - kLeadIn) * 2352);
     for (int t = 0; t < sectors.size(); ++t) {
         const double pitch = 220.0 * (t + 1);
         const qint64 frames = qint64(sectors[t]) * kFramesPerSector;
@@ -91,10 +89,7 @@ QList<qint32> DiscImage::offsets() const
 
 qint32 DiscImage::leadOut() const
 {
-    qint32 at = kLeadIn;
-    for (qint32 n : sectors)
-        at += n;
-    return at;
+    return std::accumulate(sectors.begin(), sectors.end(), kLeadIn);
 }
 
 // The identity CDDB servers file a disc under: the digit sum of every

@@ -11,6 +11,16 @@
 #include <QStringList>
 #include <deque>
 
+// The next answer of a script; an empty one once the script has run out.
+template<typename T> T takeFront(std::deque<T> &script)
+{
+    if (script.empty())
+        return {};
+    T front = std::move(script.front());
+    script.pop_front();
+    return front;
+}
+
 // Records every message and dialog, and answers from a script. An empty
 // answer is a cancelled dialog.
 class FakeDialogs : public Dialogs
@@ -47,21 +57,13 @@ public:
     {
         prompts << prompt;
         offered << answer;
-        if (textAnswers.empty())
-            return {};
-        QString r = textAnswers.front();
-        textAnswers.pop_front();
-        return r;
+        return takeFront(textAnswers);
     }
     QStringList openFiles(const QString &title, const QString &folder,
                           const QString &filter) override
     {
         calls << Call{QStringLiteral("open"), title, folder, filter};
-        if (openResults.empty())
-            return {};
-        QStringList r = openResults.front();
-        openResults.pop_front();
-        return r;
+        return takeFront(openResults);
     }
     QString openFile(const QString &title, const QString &folder, const QString &filter,
                      int &filterIndex) override
@@ -104,14 +106,7 @@ public:
     std::deque<double> values;
     quint32 seeded = 0;
     void seed(quint32 v) override { seeded = v; }
-    double next() override
-    {
-        if (values.empty())
-            return 0.0;
-        const double v = values.front();
-        values.pop_front();
-        return v;
-    }
+    double next() override { return takeFront(values); }
 };
 
 class FakeScreens : public Screens
@@ -133,9 +128,7 @@ public:
                                const QString &key) const override
     {
         const auto it = values.find(section.toLower() + '/' + key.toLower());
-        if (it == values.end())
-            return std::nullopt;
-        return *it;
+        return it == values.end() ? std::nullopt : std::optional(*it);
     }
     void save(const QString &, const QString &section, const QString &key,
               const QString &value) override

@@ -39,21 +39,6 @@ QByteArray answer(int status, const QByteArray &type, const QByteArray &body)
 
 } // namespace
 
-LoopbackServer::LoopbackServer()
-{
-    listen();
-}
-
-LoopbackServer::LoopbackServer(Handler handler) : m_handler(std::move(handler))
-{
-    listen();
-}
-
-LoopbackServer::LoopbackServer(Stream stream) : m_stream(std::move(stream))
-{
-    listen();
-}
-
 void LoopbackServer::listen()
 {
     m_listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);

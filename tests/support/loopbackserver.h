@@ -49,9 +49,9 @@ public:
         qint64 closeAfterBytes = -1;
     };
 
-    LoopbackServer();
-    explicit LoopbackServer(Handler handler);
-    explicit LoopbackServer(Stream stream);
+    LoopbackServer() { listen(); }
+    explicit LoopbackServer(Handler handler) : m_handler(std::move(handler)) { listen(); }
+    explicit LoopbackServer(Stream stream) : m_stream(std::move(stream)) { listen(); }
     ~LoopbackServer();
     LoopbackServer(const LoopbackServer &) = delete;
     LoopbackServer &operator=(const LoopbackServer &) = delete;
