@@ -110,12 +110,6 @@ int main(int argc, char **argv)
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::Floor);
     ScreenScale screenScale;
-#ifdef VELTO_HAS_WEBENGINE
-    // The browser mode's engine, a module loaded later, needs this set before
-    // the application exists. It makes the application open OpenGL at start,
-    // so a build without the engine leaves it out.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-#endif
     QApplication app(argc, argv);
     screenScale.restore();
     QApplication::setApplicationName(QStringLiteral("velto"));

@@ -12,10 +12,6 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
-#ifdef VELTO_HAS_WEBENGINE
-    // What the web engine asks of a program that loads it as a module.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-#endif
     QApplication app(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     const int result = RUN_ALL_TESTS();
