@@ -5,6 +5,7 @@
 #include "velto.h"
 #include "windowflags.h"
 
+#include "core/commands.h"
 #include "core/menumodel.h"
 #include "core/programfolder.h"
 #include "core/saveloop.h"
@@ -175,7 +176,7 @@ int main(int argc, char **argv)
         // media engine not loaded yet; report when the position first moves.
         QObject::connect(&window, &frmNeOrb::firstFramePainted, &window, [&velto, &playAsked] {
             playAsked.start();
-            velto.DoIt(12);
+            velto.DoIt(Command::Play);
         });
         QObject::connect(&velto.player().engine(), &PlaybackEngine::ticked, &window,
                          [&window, &playAsked](qint64 position) {

@@ -4,6 +4,8 @@
 #include "velto.h"
 #include "windowflags.h"
 
+#include "core/commands.h"
+
 #include <QUrl>
 
 #include <cmath>
@@ -84,36 +86,36 @@ void MprisBridge::play()
 {
     const PlaybackState &s = m_velto.player().state();
     if (s.playing && s.paused)
-        m_velto.DoIt(11);
+        m_velto.DoIt(Command::Pause);
     else if (!s.playing)
-        m_velto.DoIt(12);
+        m_velto.DoIt(Command::Play);
 }
 
 void MprisBridge::pause()
 {
     const PlaybackState &s = m_velto.player().state();
     if (s.playing && !s.paused)
-        m_velto.DoIt(11);
+        m_velto.DoIt(Command::Pause);
 }
 
 void MprisBridge::playPause()
 {
-    m_velto.DoIt(36);
+    m_velto.DoIt(Command::PlayPause);
 }
 
 void MprisBridge::stop()
 {
-    m_velto.DoIt(10);
+    m_velto.DoIt(Command::Stop);
 }
 
 void MprisBridge::next()
 {
-    m_velto.DoIt(15);
+    m_velto.DoIt(Command::Next);
 }
 
 void MprisBridge::previous()
 {
-    m_velto.DoIt(14);
+    m_velto.DoIt(Command::Previous);
 }
 
 void MprisBridge::setPositionUs(qint64 position)
@@ -131,13 +133,13 @@ void MprisBridge::setVolume(double volume)
 void MprisBridge::setShuffle(bool on)
 {
     if (m_velto.player().flags().Shuffle != on)
-        m_velto.DoIt(28);
+        m_velto.DoIt(Command::Shuffle);
 }
 
 void MprisBridge::setLoopTrack(bool on)
 {
     if (m_velto.player().flags().RepeatItem != on)
-        m_velto.DoIt(27);
+        m_velto.DoIt(Command::RepeatItem);
 }
 
 void MprisBridge::openUri(const QString &uri)
@@ -155,5 +157,5 @@ void MprisBridge::raise()
 
 void MprisBridge::quit()
 {
-    m_velto.DoIt(1);
+    m_velto.DoIt(Command::ShutDown);
 }

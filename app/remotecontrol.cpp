@@ -5,6 +5,7 @@
 #include "windowflags.h"
 
 #include "core/commandline.h"
+#include "core/commands.h"
 #include "platform/dialogs.h"
 #include "platform/singleinstance.h"
 
@@ -183,13 +184,13 @@ void RemoteControl::perform(const RemoteRequest &request)
     // As if the button were pressed: whatever mode the skin is in decides.
     switch (request.action) {
     case Action::PlayPause:
-        return m_velto.DoIt(36);
+        return m_velto.DoIt(Command::PlayPause);
     case Action::Next:
-        return m_velto.DoIt(15);
+        return m_velto.DoIt(Command::Next);
     case Action::Previous:
-        return m_velto.DoIt(14);
+        return m_velto.DoIt(Command::Previous);
     case Action::Stop:
-        return m_velto.DoIt(10);
+        return m_velto.DoIt(Command::Stop);
     case Action::Status:
         return;
     case Action::Open:

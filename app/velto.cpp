@@ -2,6 +2,7 @@
 
 #include "app/frmprefs.h"
 #include "app/windowflags.h"
+#include "core/commands.h"
 #include "core/menumodel.h"
 #include "core/settingkeys.h"
 #include "platform/clock.h"
@@ -156,7 +157,7 @@ void Velto::connectParts()
     });
     connect(&m_webRadio, &WebRadio::playingStarted, this, [this] {
         if (m_player.state().playing)
-            m_player.DoIt(10);
+            m_player.DoIt(Command::Stop);
     });
     connect(&m_webRadio, &WebRadio::titlesChanged, this,
             [this](const QString &title, const QString &tip) {
@@ -244,7 +245,7 @@ void Velto::DoIt(qint16 cmd)
 void Velto::windowCommand(qint16 cmd)
 {
     switch (cmd) {
-    case 1:
+    case Command::ShutDown:
         // Closing a window hidden in the tray runs the shut-down but would not end the program.
         if (m_window.close())
             QCoreApplication::quit();

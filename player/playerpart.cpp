@@ -3,6 +3,7 @@
 #include "frmqfind.h"
 #include "frmvisloader.h"
 
+#include "core/commands.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "skin/skinlistarea.h"
@@ -130,17 +131,17 @@ void PlayerPart::DoIt(qint16 cmd)
         m_volume.ToggleMute();
         emit stateChanged();
         return;
-    case 10:
+    case Command::Stop:
         pl.cancelScan(); // Stop also ends a folder scan
         m_waitingStart = {};
         return e.StopIt();
-    case 11:
+    case Command::Pause:
         return e.PauseIt();
-    case 12:
+    case Command::Play:
         return playWhenLoaded();
-    case 14:
+    case Command::Previous:
         return startWhenLoaded([&e] { e.PrevTrack(); });
-    case 15:
+    case Command::Next:
         return startWhenLoaded([&e] { e.NextTrack(); });
     case 16:
         return m_trackInfo.ShowAux16();
@@ -168,9 +169,9 @@ void PlayerPart::DoIt(qint16 cmd)
         return toggle(&PlayerFlags::IntroScan);
     case 26:
         return toggle(&PlayerFlags::StopAfterItem);
-    case 27:
+    case Command::RepeatItem:
         return toggle(&PlayerFlags::RepeatItem);
-    case 28:
+    case Command::Shuffle:
         return toggle(&PlayerFlags::Shuffle);
     case 30:
         return e.LoopPoint();
@@ -186,7 +187,7 @@ void PlayerPart::DoIt(qint16 cmd)
         return ToggleAux();
     case 35:
         return ShowVisSelect();
-    case 36:
+    case Command::PlayPause:
         if (e.state().playing)
             return e.PauseIt();
         return playWhenLoaded();
