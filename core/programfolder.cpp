@@ -29,6 +29,31 @@ QString ProgramFolder::shippedDataPath()
     return QStringLiteral(VELTO_SOURCE_DATA_DIR);
 }
 
+namespace {
+
+// QFile::copy flushes every file to disk, which on a first start took most of
+// the time before the window showed. Shipped files can be copied again, so
+// these skip the flush; each is renamed into place only once it is whole.
+bool copyShipped(const QString &source, const QString &target)
+{
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = in.readAll();
+    const QString part = target + QStringLiteral(".part");
+    QFile out(part);
+    if (out.open(QIODevice::WriteOnly | QIODevice::Truncate) && out.write(bytes) == bytes.size() &&
+        out.flush()) {
+        out.close();
+        if (QFile::rename(part, target))
+            return true;
+    }
+    out.remove();
+    return false;
+}
+
+} // namespace
+
 QString ProgramFolder::prepare(const QString &shippedData) const
 {
     QDir root;
@@ -39,18 +64,15 @@ QString ProgramFolder::prepare(const QString &shippedData) const
     if (shippedData.isEmpty() || !QFileInfo(shippedData).isDir())
         return {};
     const QDir from(shippedData);
-    QDirIterator it(shippedData, QDir::Files | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
+    QDirIterator it(shippedData, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString source = it.next();
         const QString target = file(from.relativeFilePath(source));
         if (QFileInfo::exists(target))
             continue; // never overwrite what the user has
         root.mkpath(QFileInfo(target).absolutePath());
-        if (!QFile::copy(source, target))
+        if (!copyShipped(source, target))
             qWarning("velto: could not copy %s to %s", qPrintable(source), qPrintable(target));
-        else
-            QFile(target).setPermissions(QFile(target).permissions() | QFile::WriteOwner);
     }
     return {};
 }
