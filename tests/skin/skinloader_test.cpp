@@ -91,6 +91,8 @@ TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
 {
     Rig rig;
     ASSERT_TRUE(rig.load(QStringLiteral("B7,10,10,20,12,0,0,\"a\",\"~\"\nW,100,60\n")));
+    EXPECT_TRUE(rig.loader.LoadSkin(rig.home.file(QStringLiteral("skin/TEST.Skin"))))
+        << "a skin file is found whatever its case";
     const QString before = rig.loader.file();
     EXPECT_FALSE(rig.loader.LoadSkin(
         rig.home.write(QStringLiteral("skin/bad.skin"), "\"velto skin\",\"x\"\n1,0\n")));
