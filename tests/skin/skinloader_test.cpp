@@ -106,11 +106,19 @@ TEST(SkinLoader, RefusedSkinLeavesTheOldOneInPlace)
 TEST(SkinLoader, SetDDRepaintsOnlyItsCellAndAHiddenGroupShowsThePicture)
 {
     Rig rig(2);
-    // Six-pixel digits with two-pixel points, three cells at (20, 30).
+    // Six-pixel digits with two-pixel points: three cells at (20, 30), "h:mm:ss" at (20, 50)
+    // wider than mode 5's five cells, and three cells the picture's edge cuts at 120.
     ASSERT_TRUE(rig.load(QStringLiteral("D1,20,30,0,0,6,8,2,0,0,-3,\"Track\"\n"
-                                        "D4,20,50,0,0,6,8,2,0,0,-2,\"~\"\n")));
-    const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(1, 7); });
-    EXPECT_TRUE(region.xored(QRegion(40, 60, 36, 16)).isEmpty()) << "repainted" << describe(region);
+                                        "D4,20,50,0,0,6,8,2,0,0,5,\"~\"\n"
+                                        "D5,110,60,0,0,6,8,2,0,0,-3,\"~\"\n")));
+    const std::tuple<int, QVariant, QRect> cells[] = {{4, 3909, QRect(20, 50, 6 * 6 + 2 * 2, 8)},
+                                                      {5, 123, QRect(110, 60, 10, 8)},
+                                                      {1, 7, QRect(20, 30, 3 * 6, 8)}};
+    for (const auto &[group, value, cell] : cells) {
+        const QRegion region = rig.repaintedBy([&] { rig.loader.SetDD(group, value); });
+        EXPECT_TRUE(region.xored(QRect(cell.topLeft() * 2, cell.size() * 2)).isEmpty())
+            << "group " << group << " repainted" << describe(region);
+    }
     ASSERT_EQ(rig.loader.canvas().pixel(37, 37), resourcePixel(47, 7));
 
     const QRegion hiding = rig.repaintedBy([&] { rig.loader.setGroupVisible(1, false); });
