@@ -114,30 +114,3 @@ TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
 }
 
 } // namespace
-
-// A screen reader's caret and selection stay within the text shown, and its
-// pointer finds the character under it.
-TEST_F(SkinAccessible, ReadersWalkAndSelectTheTextOfADigitGroup)
-{
-    loader.SetDD(1, 7);
-    QAccessibleInterface *group = QAccessible::queryAccessibleInterface(loader.digitCell(1));
-    QAccessibleTextInterface *text = group->textInterface();
-    ASSERT_TRUE(text);
-    ASSERT_EQ(text->characterCount(), 2);
-
-    text->setCursorPosition(9);
-    EXPECT_EQ(text->cursorPosition(), 2);
-    text->setSelection(0, 5, 0);
-    int start = -1, end = -1;
-    text->selection(0, &start, &end);
-    EXPECT_EQ(std::pair(start, end), std::pair(0, 2)) << "ends ordered and kept in the text";
-    text->removeSelection(0);
-    EXPECT_EQ(text->selectionCount(), 0);
-
-    const QRect first = text->characterRect(0), second = text->characterRect(1);
-    EXPECT_TRUE(group->rect().contains(first) && group->rect().contains(second));
-    EXPECT_EQ(first.right() + 1, second.left());
-    EXPECT_EQ(text->offsetAtPoint(second.center()), 1);
-    EXPECT_EQ(text->offsetAtPoint(group->rect().topLeft() - QPoint(1, 1)), -1);
-    EXPECT_TRUE(text->characterRect(2).isNull());
-}
