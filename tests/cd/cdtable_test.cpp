@@ -57,26 +57,18 @@ TEST(CdTable, TracksInTimeUnitsAndTheTrackUnderAPosition)
 {
     // Track 1 at 0:02.00 for 3 s, track 2 at 0:05.00 for 65.4 s, track 3 at 1:10.30 to the end.
     const CdTable table = readCdTable(discOf({150, 375, 375 + 4905}, 375 + 4905 + 4500));
-    const struct
-    {
-        int track;
-        qint16 min, sec, frame;
-        qint32 frames, startMs, lengthMs;
-        const char *name;
-    } want[] = {
+    const std::tuple<int, qint16, qint16, qint16, qint32, qint32, qint32, const char *> want[] = {
         {1, 0, 2, 0, 150, 2000, 3000, "01 - Track  1  (00:03)"},
         {2, 0, 5, 0, 375, 5000, 65400, "02 - Track  2  (01:05)"},
         {3, 1, 10, 30, 5280, 70400, 60000, "03 - Track  3  (01:00)"},
     };
     ASSERT_EQ(table.names.size(), 3);
-    for (const auto &w : want) {
-        SCOPED_TRACE(w.track);
-        const CdTrackTime &t = table.tracks[size_t(w.track)];
-        EXPECT_EQ(std::tuple(t.Min, t.Sec, t.Frame, t.Frames),
-                  std::tuple(w.min, w.sec, w.frame, w.frames));
-        EXPECT_EQ(std::tuple(t.StartMs, t.LengthMs, t.EndMs),
-                  std::tuple(w.startMs, w.lengthMs, w.startMs + w.lengthMs - 1));
-        EXPECT_EQ(table.names[w.track - 1], QLatin1String(w.name));
+    for (const auto &[track, min, sec, frame, frames, startMs, lengthMs, name] : want) {
+        SCOPED_TRACE(track);
+        const CdTrackTime &t = table.tracks[size_t(track)];
+        EXPECT_EQ(std::tuple(t.Min, t.Sec, t.Frame, t.Frames, t.StartMs, t.LengthMs, t.EndMs),
+                  std::tuple(min, sec, frame, frames, startMs, lengthMs, startMs + lengthMs - 1));
+        EXPECT_EQ(table.names[track - 1], QLatin1String(name));
     }
     EXPECT_EQ(table.CDSeconds, 128) << "(4905 + 4500 + 225) sectors, whole seconds";
     EXPECT_EQ(table.tracks[4].EndMs, 0) << "slots past the last track stay empty";
