@@ -169,7 +169,6 @@ TEST(SkinReader, UnreadableRecordsAreListedAndTheGoodOnesLoad)
     const std::tuple<QByteArray, QString, qsizetype> cases[] = {
         {"I1,0,x\r\n" + kLabel, " I1", 1},
         {"I1,0,0,5,5,1,2,3,99999\r\n" + kLabel, " I1", 1},
-        {"L1,0,0,5,5,0,32767,32767,8,Arial,~\r\n" + kLabel, " L1", 1},
         {"O0,-1,-32768,-32768\r\n" + kLabel, " O0", 1},
         {"B7,0,0,5,5,0,0,Play", " Play", 0},
         {"B7,0,0,5,5,0,zero,Play,~\r\n" + kLabel, " B7", 1},
