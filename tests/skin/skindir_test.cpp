@@ -33,7 +33,6 @@ TEST(SkinDir, TypeFilterListsEachSkinUnderTheWordsOfItsTypeList)
         {"\"NE-ORB SKIN\",\"Old\"", {"ALL", "PLAYER"}},
         {"\"Ne-Orb Skin/KARAOKE\",\"Old typed\"", {"ALL", "KARAOKE"}},
         {"\"Velto Skin\",\"Untyped\"", {"ALL"}},
-        {"\"Velto Skin/\",\"Empty type\"", {"ALL"}},
         // The word is found anywhere in the type text, in any case.
         {"\"Velto Skin/karaoke player\",\"Lower\"", {"ALL", "PLAYER", "KARAOKE"}},
         {"\"Velto Skin/FAVORITE\",\"Fav\"", {"ALL", "FAVORITE"}},
