@@ -103,7 +103,6 @@ TEST(CddbClient, EveryOutcomeSaysWhatHappened)
         {twoSteps("201 several matches\r\nrock 2a03f403 A\r\n.\r\n", ""),
          {},
          {"CDDB returned multiple matches..."}},
-        {[](const std::string &) { return reply("oops", 500); }, {"CDDB error: 500"}},
         {readFails, {"Retrieving album from CDDB...", "CDDB error: 404"}},
         // Letters in UTF-8 and Latin-1 on one reply.
         {twoSteps(kFound, "TTITLE0=Caf\xc3\xa9\r\nTTITLE1=Caf\xe9\r\nTTITLE2=\xc3\r\n"),
