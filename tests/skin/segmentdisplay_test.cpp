@@ -256,23 +256,6 @@ TEST_F(SegmentDisplayTest, CharacterAndLetterSheetsPickTheirCells)
     }
 }
 
-TEST_F(SegmentDisplayTest, HiddenUnknownAndUndrawableGroupsPaintNothing)
-{
-    DigitGroup hidden = group(0, 1);
-    hidden.visible = false;
-    // The clock text, label 9 included, is made before drawing.
-    const std::tuple<DigitGroup, int, size_t> cases[] = {
-        {hidden, 0, 0},        {group(0, -3), 14, 0}, {group(0, -3), -1, 0}, {group(4, -3), 0, 0},
-        {group(-1, -3), 0, 0}, {group(1, 0), 0, 0},   {group(4, 1), 0, 1},
-    };
-    for (const auto &[g, index, labelCount] : cases) {
-        show(g, 88, index);
-        EXPECT_EQ(canvas.pixel(g.x + 1, g.y + 1), CanvasBackground) << "index " << index;
-        EXPECT_TRUE(repaints.empty()) << "index " << index;
-        EXPECT_EQ(labels.size(), labelCount);
-    }
-}
-
 TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsReadAndEditsAreSeen)
 {
     for (QImage::Format format : {QImage::Format_RGB32, QImage::Format_RGB888}) {
@@ -285,7 +268,8 @@ TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsReadAndEditsAreSeen)
     }
 }
 
-// Skins may give any size, place and mode; show() checks nothing is drawn beyond the repaint.
+// Skins may give any size, place, sheet and mode; show() checks nothing is drawn beyond the
+// repaint. A hidden group is the loader's SetDD test.
 TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
 {
     const struct
@@ -299,6 +283,8 @@ TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
         {2, 1, -32768, -7, -1, -32768, 0, 5, -300, -60, 3909},
         {0, 60, W, H, N, 32767, 3, 32767, 10, 5, QString(5000, u'9')},
         {2, 10, W, H, N, -6, 2, -32768, 10, 5, std::numeric_limits<double>::infinity()},
+        {2, 1, W, H, N, 0, 4, 1, 10, 5, 88}, // sheets no skin can have
+        {2, 1, W, H, N, 0, -1, -3, 10, 5, 88},
     };
     for (const auto &c : cases) {
         DigitGroup g = group(c.sheetType, c.mode, c.gap);
