@@ -81,21 +81,6 @@ TEST(CdTable, TracksInTimeUnitsAndTheTrackUnderAPosition)
     EXPECT_EQ(findCdTrack(CdTable(), 1), 0) << "no disc";
 }
 
-TEST(CdTable, HexKeepsTheRightMostDigitsInLowerCase)
-{
-    const std::tuple<qint64, int, const char *> cases[] = {
-        {0, 2, "00"},
-        {0x7d0, 4, "07d0"},
-        {0x12345, 4, "2345"},
-        {0xABC, 2, "bc"},
-        {-1, 4, "ffff"},
-        {0xdeadbeef, 8, "deadbeef"},
-        {0x1234, 12, "000000001234"},
-    };
-    for (const auto &[value, digits, hex] : cases)
-        EXPECT_EQ(CDHex(value, digits), QLatin1String(hex)) << value << " " << digits;
-}
-
 TEST(CdTable, EntriesShowNumberTitleAndLength)
 {
     const std::tuple<int, const char *, qint32, const char *> cases[] = {
