@@ -68,10 +68,7 @@ TEST_F(SkinBrowser, ListsTheSkinsOfTheFolderUnderEachType)
                      "CLOCK > Velto Slate Clock", "DEFAULT > Velto Slate",
                      "FMTUNER > Velto Slate FM Tuner", "KARAOKE > Velto Slate Karaoke",
                      "NOTEPAD > Velto Slate Notepad", "WEBRADIO > Velto Slate Web Radio"}));
-    // Which skin each filter lists is the folder reader's (SkinDir); here the list follows it.
-    browser->setTypeFilter(QStringLiteral("WebRadio"));
-    EXPECT_EQ(browser->typeFilter(), QStringLiteral("WEBRADIO"));
-    EXPECT_EQ(entries(), QStringList({"WEBRADIO > Velto Slate Web Radio"}));
+    // Which skin each filter lists is SkinDir's; the favourite test switches the filter here.
     EXPECT_TRUE(loads.isEmpty()) << "listing loads nothing";
 }
 
