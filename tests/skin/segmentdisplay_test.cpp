@@ -166,7 +166,6 @@ TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
         {2, QTime(9, 5, 9), true, "09:05", "09"},  {1, QTime(9, 5, 0), true, "09:05", "  "},
         {1, QTime(21, 30), false, " 9:30", "PM"},  {1, QTime(0, 10), false, "12:10", "AM"},
         {1, QTime(12, 0), false, "12:00", "PM"},   {1, QTime(10, 0, 59), false, "10:00", "AM"},
-        {1, QTime(0, 0), true, "00:00", "  "},
     };
     for (const auto &[mode, time, twentyFour, shown, label9] : cases) {
         clock.time.setTime(time);
