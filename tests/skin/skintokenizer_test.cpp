@@ -1,5 +1,7 @@
 #include "skin/skintokenizer.h"
 
+#include "support/printers.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
