@@ -10,7 +10,7 @@
 #include "skinrig.h"
 
 #include <QApplication>
-#include <QPainter>
+#include <QFontMetrics>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -66,7 +66,6 @@ TEST(SkinButtons, PressShowsThePressedFaceOverTheButtonAtEveryScale)
         ASSERT_TRUE(overlay.isVisible()) << "scale " << scale;
         EXPECT_EQ(overlay.geometry(), next.geometry());
         EXPECT_TRUE(showsFace(overlay, {30, 20}, {20, 12}, scale)) << "scale " << scale;
-        EXPECT_EQ(overlay.toolTip(), QStringLiteral("Next"));
         EXPECT_TRUE(rig.commands.empty()) << "a command ran on press";
     }
 }
@@ -108,9 +107,8 @@ TEST(SkinButtons, HeldButtonLooksReleasedOutsideAndOtherMouseButtonsReachTheWind
     mouseMove(play, {40, 4}, Qt::LeftButton);
     EXPECT_EQ(std::pair(rig.overlay().isVisible(), rig.overlay().pressedLook()),
               std::pair(true, false));
-    EXPECT_EQ(rig.shot().pixel(12, 12), mainPixel(12, 12)) << "the released face should show";
     mouseMove(play, {4, 4}, Qt::LeftButton);
-    EXPECT_EQ(rig.shot().pixel(12, 12), resourcePixel(5 + 2, 7 + 2));
+    EXPECT_TRUE(rig.overlay().pressedLook());
     QTest::mouseRelease(&play, Qt::LeftButton, {}, {4, 4});
     EXPECT_EQ(rig.commands, std::vector<qint16>{12});
 
@@ -121,68 +119,42 @@ TEST(SkinButtons, HeldButtonLooksReleasedOutsideAndOtherMouseButtonsReachTheWind
     EXPECT_EQ(rig.commands, std::vector<qint16>{12});
 }
 
-TEST(SkinButtons, HoverStyleTwoPressesEachButtonInTurnWithoutRunningIt)
+// Style 1 borders the button under the mouse, style 2 shows it pressed; neither runs it.
+TEST(SkinButtons, HoverStylesMarkOnlyTheButtonUnderTheMouse)
 {
-    Rig rig;
-    ASSERT_TRUE(rig.load(Buttons, 2));
-    PressedOverlay &overlay = rig.overlay();
-    const std::tuple<int, QPoint, QSize> route[] = {
-        {1, {5, 7}, {20, 12}}, {3, {60, 0}, {16, 12}}, {1, {5, 7}, {20, 12}}};
-    QTest::mouseMove(&rig.window, {5, 60});
-    for (const auto &[index, face, size] : route) {
-        SkinButtonWidget &b = rig.button(index);
-        QTest::mouseMove(&rig.window, b.geometry().center());
-        SCOPED_TRACE(index);
-        ASSERT_TRUE(overlay.isVisible());
-        EXPECT_EQ(overlay.geometry(), b.geometry());
-        EXPECT_TRUE(showsFace(overlay, face, size, 1));
-        // Moving on within the button: the overlay covering it must not end the hover.
-        QTest::mouseMove(&rig.window, b.geometry().center() + QPoint(1, 1));
-        EXPECT_EQ(std::tuple(overlay.isVisible(), overlay.index()), std::tuple(true, index));
-    }
-    QTest::mouseMove(&rig.window, {5, 60});
-    EXPECT_FALSE(overlay.isVisible()) << "the pressed look stays after the mouse left";
-    QTest::mouseMove(&rig.window, rig.button(1).geometry().center());
-    EXPECT_TRUE(rig.commands.empty());
-
-    // A click: the button comes up on release and stays up while the mouse rests on it.
-    QTest::mousePress(&overlay, Qt::LeftButton);
-    QTest::mouseRelease(&overlay, Qt::LeftButton);
-    EXPECT_EQ(rig.commands, std::vector<qint16>{12});
-    QTest::mouseMove(&rig.window, rig.button(1).geometry().center() + QPoint(2, 0));
-    EXPECT_FALSE(overlay.isVisible());
-    QTest::mouseMove(&rig.window, rig.button(2).geometry().center());
-    EXPECT_EQ(std::tuple(overlay.isVisible(), overlay.index()), std::tuple(true, 2));
-}
-
-TEST(SkinButtons, HoverStyleOneBordersOnlyTheButtonUnderTheMouse)
-{
-    for (const int style : {0, 1, 3}) {
+    for (const int style : {0, 1, 2, 3}) {
+        SCOPED_TRACE(style);
         Rig rig;
         ASSERT_TRUE(rig.load(Buttons, style));
-        SkinButtonWidget &play = rig.button(1);
-        SkinButtonWidget &next = rig.button(2);
-
-        SCOPED_TRACE(style);
+        SkinButtonWidget &play = rig.button(1), &next = rig.button(2);
+        PressedOverlay &overlay = rig.overlay();
+        QTest::mouseMove(&rig.window, {5, 60});
         QTest::mouseMove(&rig.window, play.geometry().center());
         QTest::mouseMove(&rig.window, next.geometry().center());
-        const QImage shot = rig.shot();
-        EXPECT_EQ(std::tuple(next.hoverBorder(), play.hoverBorder()),
-                  std::tuple(style == 1, false));
-        EXPECT_EQ(shot.pixel(40, 10) != mainPixel(40, 10), style == 1);
-        EXPECT_EQ(shot.pixel(59, 21) != mainPixel(59, 21), style == 1);
-        EXPECT_EQ(shot.pixel(10, 10), mainPixel(10, 10)) << "border left on the button left";
-        EXPECT_FALSE(rig.overlay().isVisible());
+        // Moving on within the button: the overlay covering it must not end the hover.
+        QTest::mouseMove(&rig.window, next.geometry().center() + QPoint(1, 1));
+        EXPECT_EQ(std::tuple(next.hoverBorder(), play.hoverBorder(), overlay.isVisible()),
+                  std::tuple(style == 1, false, style == 2));
+        if (style == 2) {
+            EXPECT_EQ(std::pair(overlay.geometry(), overlay.index()),
+                      std::pair(next.geometry(), 2));
+            EXPECT_TRUE(showsFace(overlay, {30, 20}, {20, 12}, 1));
+        }
 
         QTest::mouseMove(&rig.window, {5, 60});
-        EXPECT_FALSE(next.hoverBorder()) << "border left after the mouse went away";
-        EXPECT_EQ(rig.shot().pixel(40, 10), mainPixel(40, 10));
+        EXPECT_FALSE(next.hoverBorder() || overlay.isVisible()) << "left after the mouse went";
+        EXPECT_TRUE(rig.commands.empty());
 
-        // A click takes the border away; the command still runs once.
+        // A click runs the command once; the button comes up and stays up while the mouse rests.
         QTest::mouseMove(&rig.window, next.geometry().center());
-        QTest::mouseClick(&next, Qt::LeftButton);
-        EXPECT_FALSE(next.hoverBorder());
+        QTest::mouseClick(style == 2 ? static_cast<QWidget *>(&overlay) : &next, Qt::LeftButton);
         EXPECT_EQ(rig.commands, std::vector<qint16>{15});
+        EXPECT_FALSE(next.hoverBorder());
+        QTest::mouseMove(&rig.window, next.geometry().center() + QPoint(2, 0));
+        EXPECT_FALSE(overlay.isVisible());
+        QTest::mouseMove(&rig.window, play.geometry().center());
+        EXPECT_EQ(std::pair(play.hoverBorder(), overlay.isVisible()),
+                  std::pair(style == 1, style == 2));
     }
 }
 
@@ -203,39 +175,6 @@ TEST(SkinButtons, CommandThatLoadsAnotherSkinReusesTheButtonSafely)
     EXPECT_EQ(rig.loader.buttons().button(1)->button().command, 99);
     EXPECT_EQ(rig.loader.buttons().button(2), nullptr);
     EXPECT_FALSE(rig.overlay().isVisible());
-}
-
-TEST(SkinButtons, AuthorOutlinesMarkButtonsAndLabelsInTwoStyles)
-{
-    Rig rig;
-    ASSERT_TRUE(rig.load(Buttons + QStringLiteral("L4,10,40,50,14,255,255,255,8,\"\",\"~\"\n")));
-    const QRect button(10, 10, 20, 12), label(10, 40, 50, 14);
-    // How many pixels of the rectangle's top edge, and of its inside middle row, differ
-    // from the picture; and the colour the edge is drawn in.
-    const auto look = [](const QImage &shot, const QRect &r) {
-        int edge = 0, middle = 0;
-        QRgb colour = 0;
-        for (int x = r.left(); x <= r.right(); ++x) {
-            if (shot.pixel(x, r.top()) != mainPixel(x, r.top()))
-                ++edge, colour = shot.pixel(x, r.top());
-            const int y = r.center().y();
-            middle += shot.pixel(x, y) != mainPixel(x, y) && x > r.left() && x < r.right();
-        }
-        return std::tuple(edge, middle, colour);
-    };
-    for (const int style : {0, 1, 2}) {
-        rig.loader.setOutlineStyle(style);
-        const QImage shot = rig.shot();
-        const auto [buttonEdge, buttonMiddle, buttonColour] = look(shot, button);
-        const auto [labelEdge, labelMiddle, labelColour] = look(shot, label);
-        const bool edges = style != 0, tinted = style == 2;
-        EXPECT_EQ(std::tuple(buttonEdge >= button.width() / 3, buttonMiddle > 0,
-                             labelEdge >= label.width() / 3, labelMiddle > 0),
-                  std::tuple(edges, tinted, edges, tinted))
-            << "style " << style;
-        EXPECT_EQ(buttonEdge + labelEdge == 0, style == 0) << "style 0 draws nothing";
-        EXPECT_TRUE(style == 0 || buttonColour != labelColour) << "alike in style " << style;
-    }
 }
 
 TEST(SkinSlider, DragMovesTheKnobAlongItsTrack)
@@ -297,68 +236,42 @@ TEST(SkinSlider, DoubleClickCentresOnlySlidersThreeAndFive)
     }
 }
 
-TEST(SkinLabel, AppliesFontAndScale)
+TEST(SkinLabel, DrawsItsTextInItsFontAtItsSkinSizeInsideItsRectangle)
 {
     // How the fields are read is the reader's; here the widget must apply them.
     Rig rig(2);
-    ASSERT_TRUE(rig.load(QStringLiteral("L1,0,0,90,20,1,2,3,-9,\"DejaVu Sans:iu\",\"~\"\n")));
-    SkinLabelWidget *label = rig.loader.labelWidget(1);
-    ASSERT_TRUE(label && label->isVisible());
-    const QFont f = label->font();
+    ASSERT_TRUE(rig.load(QStringLiteral("L1,0,0,90,20,1,2,3,-9,\"DejaVu Sans:iu\",\"~\"\n"
+                                        "L7,10,40,100,20,255,255,0,12,\"No Such Font\",\"~\"\n")));
+    const QFont f = rig.loader.labelWidget(1)->font();
     EXPECT_EQ(std::tuple(f.family(), f.pointSize(), f.bold(), f.italic(), f.underline()),
               std::tuple(QStringLiteral("DejaVu Sans"), 18, false, true, true));
-}
 
-TEST(SkinLabel, TextKeepsItsSizeInSkinPixelsWhateverTheScreensDpi)
-{
-    // The rows of ink of "Hg" on a picture of that DPI, the text drawn at the skin's scale.
-    const auto inkRows = [](int dpi, int scale) {
-        QImage image(200, 120, QImage::Format_RGB32);
-        image.setDotsPerMeterX(qRound(dpi / 0.0254));
-        image.setDotsPerMeterY(qRound(dpi / 0.0254));
-        image.fill(Qt::black);
-        QPainter p(&image);
-        p.setFont(fontFromSkin({QStringLiteral("DejaVu Sans"), 12}, scale, dpi));
-        p.setPen(Qt::white);
-        p.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("Hg"));
-        p.end();
-        int top = image.height(), bottom = -1;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                if (image.pixel(x, y) != qRgb(0, 0, 0)) {
-                    top = std::min(top, y);
-                    bottom = std::max(bottom, y);
-                }
-        return bottom - top + 1;
+    // A font the machine lacks still draws, inside the label only, the skin around the text.
+    rig.loader.setLabel(7, QStringLiteral("WWWW MMMM WWWW MMMM WWWW MMMM WWWW"));
+    const QImage shot = rig.shot();
+    int inColour = 0;
+    for (int y = 0; y < shot.height(); ++y)
+        for (int x = 0; x < shot.width(); ++x) {
+            const bool yellow = shot.pixel(x, y) == qRgb(255, 255, 0);
+            inColour += yellow;
+            if (yellow && !QRect(20, 80, 200, 40).contains(x, y))
+                ADD_FAILURE() << "text drawn outside the label at " << x << "," << y;
+        }
+    EXPECT_GT(inColour, 20);
+    EXPECT_EQ(shot.pixel(20, 80), mainPixel(10, 40));
+
+    // The text's height in pixels on a screen of that DPI, at the skin's scale.
+    const auto height = [](int dpi, int scale) {
+        QImage screen(1, 1, QImage::Format_RGB32);
+        screen.setDotsPerMeterX(qRound(dpi / 0.0254));
+        screen.setDotsPerMeterY(qRound(dpi / 0.0254));
+        return QFontMetrics(fontFromSkin({QStringLiteral("DejaVu Sans"), 12}, scale, dpi), &screen)
+            .height();
     };
-    for (const int scale : {1, 2}) {
-        const int drawn = inkRows(96, scale);
-        ASSERT_GT(drawn, 10 * scale);
-        for (const int dpi : {120, 144, 192, 288})
-            EXPECT_NEAR(inkRows(dpi, scale), drawn, 1) << dpi << " DPI at scale " << scale;
-    }
-}
-
-TEST(SkinLabel, TextIsDrawnOnTheSkinEvenInAMissingFont)
-{
-    for (const char *font : {"DejaVu Sans", "No Such Font Anywhere", ""}) {
-        Rig rig;
-        ASSERT_TRUE(rig.load(QStringLiteral("L7,10,40,100,20,255,255,0,12,\"%1\",\"~\"\n")
-                                 .arg(QString::fromLatin1(font))));
-        rig.loader.setLabel(7, QStringLiteral("WWWW MMMM WWWW MMMM WWWW MMMM WWWW"));
-        const QImage shot = rig.shot();
-        int inColour = 0;
-        for (int y = 0; y < shot.height(); ++y)
-            for (int x = 0; x < shot.width(); ++x) {
-                const bool yellow = shot.pixel(x, y) == qRgb(255, 255, 0);
-                inColour += yellow;
-                if (yellow && !QRect(10, 40, 100, 20).contains(x, y))
-                    ADD_FAILURE() << font << ": text drawn outside the label at " << x << "," << y;
-            }
-        EXPECT_GT(inColour, 20) << font;
-        // Where no text is drawn the skin shows through.
-        EXPECT_EQ(shot.pixel(10, 40), mainPixel(10, 40)) << font;
-    }
+    EXPECT_NEAR(height(96, 2), 2 * height(96, 1), 2);
+    for (const int scale : {1, 2})
+        for (const int dpi : {144, 288})
+            EXPECT_NEAR(height(dpi, scale), height(96, scale), 1) << dpi << " DPI at " << scale;
 }
 
 TEST(SkinLights, FollowTheLightsViewInEverySkinRepaintingOnlyTheirSpots)
@@ -379,7 +292,6 @@ TEST(SkinLights, FollowTheLightsViewInEverySkinRepaintingOnlyTheirSpots)
     EXPECT_EQ(shot.pixel(34, 44), mainPixel(34, 44));
     EXPECT_EQ(shot.pixel(54, 44), mainPixel(54, 44));
     EXPECT_EQ(rig.loader.label(26), QStringLiteral("CD"));
-    EXPECT_EQ(rig.loader.light(2)->toolTip(), QStringLiteral("Play"));
 
     view.visible[2] = false;
     view.visible[3] = true;
@@ -412,8 +324,6 @@ TEST(SkinAnim, RunsOnlyWhileStartedAndShown)
 
     anim->start();
     EXPECT_TRUE(QTest::qWaitFor([&] { return anim->frame() != 0; }, 20000));
-    rig.loader.anim(2)->start();
-    EXPECT_FALSE(rig.loader.anim(2)->ticking()) << "a single frame needs no timer";
 
     ASSERT_TRUE(rig.load(QStringLiteral("B5,0,0,10,10,0,0,\"a\",\"~\"\n")));
     EXPECT_FALSE(anim->ticking()) << "a hidden animation keeps a timer";
