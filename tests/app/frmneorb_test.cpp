@@ -79,21 +79,6 @@ TEST_F(MainWindow, EachStateLightsItsOwnLight)
     }
 }
 
-TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
-{
-    velto->DoIt(1003); // the calculator's key on the player skin
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("calculator.skin"));
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-    velto->DoIt(1011); // link commands never open anything
-    velto->DoIt(1001); // back to the player
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
-    velto->DoIt(1003);
-    QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
-        << "the skin in use is what the next start shows";
-}
-
 TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindow)
 {
     showFirstFrame();
