@@ -1,11 +1,43 @@
 #include "e2e.h"
 
+#include <QGuiApplication>
+#include <QPainter>
+#include <QRasterWindow>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSettings>
 
 #include <algorithm>
 
 namespace {
+
+// A plain window of one colour covering the screen, beneath everything started
+// after it; it counts the clicks that reach it.
+class Backdrop : public QRasterWindow
+{
+public:
+    // The application comes before the window.
+    explicit Backdrop(QColor colour) : QRasterWindow((guiApp(), nullptr)), m_colour(colour)
+    {
+        setFlags(Qt::FramelessWindowHint);
+        setGeometry(QGuiApplication::primaryScreen()->geometry());
+        show();
+        const QPoint centre = geometry().center();
+        if (!waitUntil([&] { return isExposed() && screenPixel(centre) == colour; }))
+            ADD_FAILURE() << "the backdrop never showed";
+    }
+    int clicks = 0;
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
+    }
+    void mousePressEvent(QMouseEvent *) override { ++clicks; }
+
+private:
+    QColor m_colour;
+};
 
 struct ShippedPlayer
 {
