@@ -128,7 +128,7 @@ TEST(TrackInfo, InformationWindowOpensForThePlayingOrSelectedEntry)
     EXPECT_TRUE(rig.info.infoWindow()->isVisible());
 }
 
-TEST_F(MainWindowCover, RestoresThePlaylistAndCoverAndOpensTheAlbumWindow)
+TEST_F(MainWindowCover, RestoresTheCoverAndOpensTheAlbumWindow)
 {
     const QString a = home.write("music/01 - Morning.mp3", "x");
     const QString b = home.write("music/Evening_Song.mp3", "x");
@@ -139,10 +139,8 @@ TEST_F(MainWindowCover, RestoresThePlaylistAndCoverAndOpensTheAlbumWindow)
     store.values["config/startmd"] = "1"; // start with the last playlist and cover
     start();
     showFirstFrame();
-    const SkinListArea *list = window->skin().list(1);
-    ASSERT_EQ(list->count(), 2);
-    EXPECT_EQ(list->currentRow(), 1) << "the last track is the current one";
-
+    // The playlist and track restored are the lifecycle's test; the cover
+    // waits for the window to be on screen.
     SkinAreaWidget *area = window->skin().area(1);
     ASSERT_FALSE(area->picture().isNull()) << "the cover shown at the last quit";
     EXPECT_EQ(velto->player().currentCover(), last);
