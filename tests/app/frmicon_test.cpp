@@ -17,20 +17,11 @@ struct Tray
     frmIcon icon{window, menu};
 };
 
-TEST(TrayIcon, ShowsTheMarkBringsBackTheWindowAndHidesItOnCloseOnlyWhenItCan)
+TEST(TrayIcon, BringsBackTheWindowAndHidesItOnCloseOnlyWhenItCan)
 {
     Tray tray;
-    EXPECT_EQ(tray.icon.toolTip(), QStringLiteral("Velto"));
     EXPECT_EQ(tray.icon.icon().contextMenu(), tray.menu.menu());
-    const QIcon mark = tray.icon.icon().icon();
-    ASSERT_FALSE(mark.isNull());
-    for (const int size : {16, 32}) {
-        const QImage image = mark.pixmap(size).toImage();
-        ASSERT_EQ(image.size(), QSize(size, size));
-        // Round: the corners show the tray through.
-        EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0) << size;
-        EXPECT_EQ(qAlpha(image.pixel(size / 2, size / 2)), 255) << size;
-    }
+    EXPECT_FALSE(tray.icon.icon().icon().isNull());
 
     // Clicking brings back a minimised or hidden window.
     const std::pair<QSystemTrayIcon::ActivationReason, bool> cases[] = {

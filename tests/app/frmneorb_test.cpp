@@ -79,21 +79,6 @@ TEST_F(MainWindow, EachStateLightsItsOwnLight)
     }
 }
 
-TEST_F(MainWindow, ModeKeysLoadTheSkinBesideTheCurrentOneAndCtrlQShutsDown)
-{
-    velto->DoIt(1003); // the calculator's key on the player skin
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("calculator.skin"));
-    EXPECT_TRUE(dialogs.messages.isEmpty());
-    velto->DoIt(1011); // link commands never open anything
-    velto->DoIt(1001); // back to the player
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
-    velto->DoIt(1003);
-    QTest::keyClick(window, Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(store.values.value("config/skin"), QStringLiteral("calculator.skin"))
-        << "the skin in use is what the next start shows";
-}
-
 TEST_F(MainWindow, CommandThirtyEightOpensThePopupMenuAndItsEntriesReachTheWindow)
 {
     showFirstFrame();
@@ -139,21 +124,6 @@ TEST_F(MainWindow, CalculatorTakesReturnBackspaceDeleteAndEscape)
     velto->DoIt(1003);
     EXPECT_EQ(shown(), QStringLiteral("6")) << "the player skin leaves the calculator alone";
     EXPECT_TRUE(dialogs.messages.isEmpty());
-}
-
-// A player that only sits there never loads the media engine (tens of MiB):
-// it loads when something is about to play, and the play waits for it.
-TEST_F(MainWindow, TheMediaEngineLoadsOnlyWhenSomethingIsAboutToPlay)
-{
-    showFirstFrame();
-    EXPECT_FALSE(velto->mediaDevices().requested());
-    const QString tone = home.write(QStringLiteral("music/t.wav"), QByteArray(64, '\0'));
-    velto->player().addOpened(tone);
-    velto->DoIt(12);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return velto->mediaDevices().isLoaded(); }, 20000));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return !velto->player().state().CurDevice.isEmpty(); }, 20000))
-        << "the play that waited for it went on";
 }
 
 TEST_F(MainWindow, StartMuteStartsMutedAndCommand9BringsTheSoundBack)

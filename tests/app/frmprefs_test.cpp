@@ -14,8 +14,6 @@
 #include <QMetaProperty>
 #include <QPushButton>
 #include <QSet>
-#include <QSpinBox>
-#include <QTabWidget>
 #include <QTest>
 #include <QTimeEdit>
 #include <gtest/gtest.h>
@@ -56,9 +54,7 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
         {"FriendlyNames", false, "config/friendlynames", "0"},
         {"ValidExt", "*.mp3, .FLAC;;ogg  ..wav *.", "config/validext", "mp3 FLAC ogg wav"},
         {"SnoozeTime", QTime(6, 45), "config/snoozetime", "06:45"},
-        {"UseCDP", false, "config/usecdp", "0"},
         {"StartFreq", 101.5, "config/startfreq", "101.5"},
-        {"FMDevice", "/dev/radio1", "config/fmdevice", "/dev/radio1"},
         {"URL3", " www.example.org ", "config/url3", "www.example.org"},
     };
     FakeDialogs dialogs;
@@ -74,36 +70,6 @@ TEST(PrefsDialog, EachInputChangesOnlyItsOwnSetting)
         EXPECT_EQ(differences(before, after), expected) << c.input;
         EXPECT_FALSE(prefs.autoListChanged()) << c.input;
         EXPECT_TRUE(prefs.chosenSkin().isEmpty()) << c.input;
-    }
-}
-
-// The line under the external display's fields: where the texts will go.
-TEST(PrefsDialog, ExternalDisplayFieldsSayWhereTheTextsGo)
-{
-    const struct
-    {
-        int port;
-        const char *settings;
-        const char *where;
-    } cases[] = {
-        {1, "9600,N,8,1", "Sends to /dev/ttyS0 at 9600 bits a second."},
-        {100, "", "Sends to /dev/ttyUSB0 at 9600 bits a second."},
-        {0, "19200", "Choose a port number or put the device path first."},
-        {3, "/dev/pts/7,4800,E,7,2", "Sends to /dev/pts/7 at 4800 bits a second."},
-        {1, "abc",
-         "The port settings are not right: speed \"abc\" is not a number of bits a "
-         "second."},
-    };
-    FakeDialogs dialogs;
-    frmPrefs prefs(Settings(), {}, dialogs);
-    auto *port = prefs.findChild<QSpinBox *>(QStringLiteral("ExPort"));
-    auto *settings = prefs.findChild<QLineEdit *>(QStringLiteral("ExParm"));
-    auto *where = prefs.findChild<QLabel *>(QStringLiteral("exWhere"));
-    ASSERT_TRUE(port && settings && where);
-    for (const auto &c : cases) {
-        port->setValue(c.port);
-        settings->setText(QString::fromLatin1(c.settings));
-        EXPECT_EQ(where->text(), QString::fromLatin1(c.where)) << c.port << " " << c.settings;
     }
 }
 
@@ -129,48 +95,28 @@ TEST(PrefsDialog, OkWithoutChangesKeepsValuesNoInputCanShow)
     EXPECT_TRUE(prefs.chosenSkin().isEmpty());
 }
 
-TEST(PrefsDialog, ScheduleEntriesAreAddedByTheirLayoutAndRemoved)
+// An entry made on the page is the alarm test's, its layout Schedule's.
+TEST(PrefsDialog, AScheduleEntryThatCanNeverSwitchIsRefusedAndEntriesAreRemoved)
 {
     FakeDialogs dialogs;
-    frmPrefs prefs(Settings(), {QStringLiteral("E 07:30 08:00 03")}, dialogs);
-    auto *day = prefs.findChild<QComboBox *>(QStringLiteral("AutoDay"));
-    auto *on = prefs.findChild<QTimeEdit *>(QStringLiteral("AutoOn"));
-    auto *off = prefs.findChild<QTimeEdit *>(QStringLiteral("AutoOff"));
-    auto *preset = prefs.findChild<QSpinBox *>(QStringLiteral("AutoPreset"));
+    QStringList expected{"E 07:30 08:00 03", "D 07:30 00:00 00", "S 09:05 11:00 09"};
+    frmPrefs prefs(Settings(), expected, dialogs);
     auto *list = prefs.findChild<QListWidget *>(QStringLiteral("AutoList"));
     auto *note = prefs.findChild<QLabel *>(QStringLiteral("AutoNote"));
-    ASSERT_TRUE(day && on && off && preset && list && note);
+    ASSERT_TRUE(list && note);
 
-    const struct
-    {
-        int dayIndex;
-        QTime on, off;
-        int preset;
-        const char *added; // nullptr: refused
-    } cases[] = {
-        {1, QTime(7, 30), QTime(0, 0), 0, "D 07:30 00:00 00"},
-        {8, QTime(9, 5), QTime(11, 0), 9, "S 09:05 11:00 09"},
-        {9, QTime(0, 0), QTime(0, 0), 1, nullptr},
-    };
-    QStringList expected = prefs.autoList();
-    for (const auto &c : cases) {
-        day->setCurrentIndex(c.dayIndex);
-        on->setTime(c.on);
-        off->setTime(c.off);
-        preset->setValue(c.preset);
-        QTest::mouseClick(prefs.findChild<QPushButton *>(QStringLiteral("AutoAdd")),
-                          Qt::LeftButton);
-        if (c.added)
-            expected << QString::fromLatin1(c.added);
-        EXPECT_EQ(prefs.autoList(), expected) << c.dayIndex;
-        EXPECT_EQ(note->text().isEmpty(), c.added != nullptr) << "the page says why it refused";
-    }
-    EXPECT_TRUE(prefs.autoListChanged());
+    prefs.findChild<QTimeEdit *>(QStringLiteral("AutoOn"))->setTime(QTime(0, 0));
+    prefs.findChild<QTimeEdit *>(QStringLiteral("AutoOff"))->setTime(QTime(0, 0));
+    QTest::mouseClick(prefs.findChild<QPushButton *>(QStringLiteral("AutoAdd")), Qt::LeftButton);
+    EXPECT_EQ(prefs.autoList(), expected);
+    EXPECT_EQ(note->text(), QStringLiteral("Not added: an entry that switches on and off at 00:00 "
+                                           "would never switch anything."));
 
     list->setCurrentRow(0);
     QTest::mouseClick(prefs.findChild<QPushButton *>(QStringLiteral("AutoDelete")), Qt::LeftButton);
     expected.removeFirst();
     EXPECT_EQ(prefs.autoList(), expected);
+    EXPECT_TRUE(prefs.autoListChanged());
 
     list->setCurrentRow(1);
     QTest::keyClick(list, Qt::Key_Delete);
@@ -182,50 +128,21 @@ TEST(PrefsDialog, ScheduleEntriesAreAddedByTheirLayoutAndRemoved)
     EXPECT_EQ(prefs.autoList(), expected) << "nothing selected, nothing removed";
 }
 
-QChar mnemonic(const QString &text)
-{
-    const qsizetype at =
-        QString(text).replace(QLatin1String("&&"), QLatin1String("__")).indexOf('&');
-    return at >= 0 && at + 1 < text.size() ? text[at + 1].toUpper() : QChar();
-}
-
-TEST(PrefsDialog, EveryInputHasATipAKeyboardPathAndNoSharedMnemonic)
+// Every input can be reached from the keyboard: by Tab, and by its label.
+TEST(PrefsDialog, EveryInputHasAKeyboardPath)
 {
     FakeDialogs dialogs;
     frmPrefs prefs(Settings(), {}, dialogs);
-    auto *tabs = prefs.findChild<QTabWidget *>(QStringLiteral("tabs"));
-    ASSERT_NE(tabs, nullptr);
-    QSet<QChar> tabKeys;
-    for (int i = 0; i < tabs->count(); ++i) {
-        const QChar key = mnemonic(tabs->tabText(i));
-        EXPECT_FALSE(key.isNull() || tabKeys.contains(key)) << tabs->tabText(i).toStdString();
-        tabKeys << key;
-    }
     QSet<QWidget *> buddies;
     for (QLabel *label : prefs.findChildren<QLabel *>())
         buddies << label->buddy();
-
-    for (int i = 0; i < tabs->count(); ++i) {
-        QSet<QChar> keys = tabKeys;
-        for (QWidget *w : tabs->widget(i)->findChildren<QWidget *>()) {
-            const std::string name = w->objectName().toStdString();
-            auto *label = qobject_cast<QLabel *>(w);
-            auto *button = qobject_cast<QAbstractButton *>(w);
-            const QChar key = mnemonic(label ? label->text() : button ? button->text() : QString());
-            EXPECT_FALSE(!key.isNull() && keys.contains(key))
-                << name << " on " << tabs->tabText(i).toStdString();
-            keys << key;
-            if (name.empty() || w->objectName().startsWith(QLatin1String("qt_")))
-                continue;
-            const bool input = qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w) ||
-                               qobject_cast<QAbstractSpinBox *>(w) ||
-                               qobject_cast<QListWidget *>(w);
-            if (!input && !button)
-                continue;
-            EXPECT_FALSE(w->toolTip().isEmpty()) << name;
-            EXPECT_TRUE(w->focusPolicy() & Qt::TabFocus) << name;
-            EXPECT_TRUE(!input || buddies.contains(w)) << name << " has no label to reach it by";
-        }
+    for (QWidget *w : prefs.findChildren<QWidget *>()) {
+        const bool input = qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w) ||
+                           qobject_cast<QAbstractSpinBox *>(w) || qobject_cast<QListWidget *>(w);
+        if (!input || w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        EXPECT_TRUE(w->focusPolicy() & Qt::TabFocus) << w->objectName().toStdString();
+        EXPECT_TRUE(buddies.contains(w)) << w->objectName().toStdString() << " has no label";
     }
 }
 

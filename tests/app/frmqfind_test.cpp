@@ -57,22 +57,19 @@ protected:
 
 } // namespace
 
-TEST_F(QuickFindWindow, AnywhereListsMatchesTheArrowsStayInsideThemAndReturnPlaysByName)
+// What matches and in which order is QuickFind's; here the keys of the window.
+TEST_F(QuickFindWindow, ArrowsStayInsideTheMatchesAndReturnPlaysByName)
 {
     ASSERT_TRUE(text && list1 && list2 && anywhere && startsWith);
     EXPECT_TRUE(list2->isVisible());
     EXPECT_FALSE(list1->isVisible());
-    EXPECT_EQ(list2->model()->rowCount(), 6) << "an empty text lists every name that is not empty";
-
     QTest::keyClicks(text, QStringLiteral("cafe"));
     ASSERT_EQ(list2->model()->rowCount(), 2);
-    EXPECT_EQ(selected(list2), QStringLiteral("Café del Mar"));
     QTest::keyClick(text, Qt::Key_Up);
     EXPECT_EQ(selected(list2), QStringLiteral("Café del Mar"));
     QTest::keyClick(text, Qt::Key_Down);
     QTest::keyClick(text, Qt::Key_Down);
     EXPECT_EQ(selected(list2), QStringLiteral("CAFE noir"));
-
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(player.played, QList<int>({6}));
     EXPECT_TRUE(window.isVisible());
@@ -86,22 +83,14 @@ TEST_F(QuickFindWindow, AnywhereListsMatchesTheArrowsStayInsideThemAndReturnPlay
     state.PlNames.removeLast();
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(player.played.size(), 2) << "a name no longer in the list plays nothing";
-}
 
-TEST_F(QuickFindWindow, StartsWithSelectsTheFirstNameNotBelowTheText)
-{
     startsWith->click();
     EXPECT_TRUE(list1->isVisible());
     EXPECT_FALSE(list2->isVisible());
-    EXPECT_EQ(list1->model()->rowCount(), 7);
     text->setText(QStringLiteral("bea"));
-    EXPECT_EQ(selected(list1), QStringLiteral("Bear"));
     QTest::keyClick(text, Qt::Key_Down);
     QTest::keyClick(text, Qt::Key_Enter, Qt::KeypadModifier);
-    EXPECT_EQ(player.played, QList<int>({4})) << "beatles - help is the fourth entry";
-
-    anywhere->click();
-    EXPECT_EQ(selected(list2), QStringLiteral("Bear")) << "switching modes searches again";
+    EXPECT_EQ(player.played.last(), 3) << "beatles - help, below Bear, is now the third entry";
 }
 
 TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
@@ -150,7 +139,7 @@ TEST_F(MainWindowPlaylist, TheWindowTakesDroppedFilesAndRefusesText)
     EXPECT_EQ(window->skin().label(13), QStringLiteral("2"));
 }
 
-TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylistAndQuickFind)
+TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndTheChosenFolderIsStored)
 {
     for (int i = 0; i < 20; ++i)
         home.write(QStringLiteral("music/%1.mp3").arg(i), "");
@@ -174,27 +163,10 @@ TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndCommandsReachThePlaylis
         ASSERT_TRUE(scanLater());
         EXPECT_EQ(velto->playlist().PlPath, QStringList{later});
     }
-    velto->DoIt(20);
 
-    // Commands reach the playlist and quick find.
-    const QString song = home.write(QStringLiteral("songs/Café.mp3"), "");
-    dialogs.openResults = {{song}};
+    // The folder of an added file reaches the store at once.
+    dialogs.openResults = {{home.write(QStringLiteral("songs/Café.mp3"), "")}};
     velto->DoIt(23);
-    EXPECT_EQ(velto->playlist().PlNames, QStringList({"Café.mp3"}));
     EXPECT_EQ(store.values.value(QStringLiteral("config/path")),
-              home.file(QStringLiteral("songs/")))
-        << "the folder is saved at once";
-
-    velto->DoIt(150);
-    auto *find = window->findChild<frmQFind *>();
-    ASSERT_NE(find, nullptr);
-    EXPECT_TRUE(find->isVisible());
-    auto *matches = find->findChild<QListView *>(QStringLiteral("List2"));
-    ASSERT_NE(matches, nullptr);
-    EXPECT_EQ(matches->model()->rowCount(), 1);
-
-    velto->DoIt(20);
-    EXPECT_TRUE(velto->playlist().PlNames.isEmpty());
-    EXPECT_EQ(window->skin().label(8), QStringLiteral("untitled"));
-    EXPECT_EQ(window->skin().label(13), QStringLiteral("0"));
+              home.file(QStringLiteral("songs/")));
 }

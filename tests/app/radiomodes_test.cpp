@@ -19,60 +19,58 @@ protected:
 
 } // namespace
 
-TEST_F(RadioModes, AStationsPlaylistGoesToTheRadioAndAPlaylistWithFilesToThePlayer)
+// On the command line and handed to the running program: stations go to the
+// web radio, files to the player.
+TEST_F(RadioModes, WhatIsOpenedGoesWhereItBelongs)
 {
-    const QString pls =
-        home.write(QStringLiteral("listen.pls"),
-                   "[playlist]\nFile1=" + nowhere.toUtf8() + "\nFile2=" + nowhere.toUtf8() + "2\n");
-    start({pls});
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("webradio.skin"));
-    showFirstFrame();
-    EXPECT_EQ(velto->webRadio().current().location, nowhere);
-
-    velto.reset();
-    const QString song = home.write(QStringLiteral("song.mp3"), "x");
-    const QString mixed =
-        home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
-    start({mixed});
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("default.skin"));
-    EXPECT_EQ(velto->playlist().PlPath.size(), 2) << "its web address stays an entry";
-    EXPECT_TRUE(velto->webRadio().current().location.isEmpty());
-}
-
-TEST_F(RadioModes, WhatIsHandedOverWhileRunningGoesWhereItBelongs)
-{
-    start();
-    showFirstFrame();
     const QString song = home.write(QStringLiteral("song.mp3"), "x");
     const QString mixed =
         home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
     const QString empty = home.write(QStringLiteral("empty.pls"), "[playlist]\n");
     const QString pls =
-        home.write(QStringLiteral("listen.pls"), "[playlist]\nFile1=" + nowhere.toUtf8() + "2\n");
-    struct Case
+        home.write(QStringLiteral("listen.pls"),
+                   "[playlist]\nFile1=" + nowhere.toUtf8() + "\nFile2=" + nowhere.toUtf8() + "2\n");
+    const struct
     {
         const char *what;
         QString path;
-        bool radio;
+        bool onCommandLine, radio;
         QString plays;
+        int entries;
+    } cases[] = {
+        {"a station's playlist at start", pls, true, true, nowhere, 0},
+        {"an address at start", nowhere + "3", true, true, nowhere + "3", 0},
+        {"a playlist with files at start", mixed, true, false, {}, 2},
+        // While running, the player's cases first: a station switches the skin for good.
+        {"a song", song, false, false, {}, 0},
+        {"a playlist with files", mixed, false, false, {}, 0},
+        {"a playlist with nothing in it", empty, false, false, {}, 0},
+        {"a playlist that is not there",
+         home.file(QStringLiteral("gone.pls")),
+         false,
+         false,
+         {},
+         0},
+        {"an address", nowhere + "3", false, true, nowhere + "3", 0},
+        {"a station's playlist", pls, false, true, nowhere, 0},
     };
-    // The player's cases first: a station switches the skin for good.
-    const QList<Case> cases = {
-        {"a song", song, false, {}},
-        {"a playlist with files", mixed, false, {}},
-        {"a playlist with nothing in it", empty, false, {}},
-        {"a playlist that is not there", home.file(QStringLiteral("gone.pls")), false, {}},
-        {"an address", nowhere, true, nowhere},
-        {"a station's playlist", pls, true, nowhere + "2"},
-    };
-    for (const Case &c : cases) {
-        EXPECT_EQ(velto->openRadio(c.path), c.radio) << c.what;
+    bool running = false;
+    for (const auto &c : cases) {
+        if (c.onCommandLine || !running) {
+            velto.reset();
+            start(c.onCommandLine ? QStringList{c.path} : QStringList{});
+            showFirstFrame();
+            running = !c.onCommandLine;
+        }
+        if (!c.onCommandLine) {
+            EXPECT_EQ(velto->openRadio(c.path), c.radio) << c.what;
+        }
         EXPECT_EQ(velto->settings().Skin,
                   c.radio ? QStringLiteral("webradio.skin") : QStringLiteral("default.skin"))
             << c.what;
         EXPECT_EQ(velto->webRadio().current().location, c.plays) << c.what;
+        EXPECT_EQ(velto->playlist().PlPath.size(), c.entries) << c.what;
     }
-    EXPECT_TRUE(velto->playlist().PlPath.isEmpty()) << "nothing was added to the playlist";
 }
 
 TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
@@ -103,21 +101,6 @@ TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
         [&] { return velto->webRadio().status() == QLatin1String("Stopped"); }, 5000))
         << "switching off stops it";
     qunsetenv("VELTO_AUDIO");
-
-    // With the FM tuner in use, preset 2 is the FM preset numbered 2.
-    velto.reset();
-    dialogs.messages.clear();
-    store.values["config/fmenable"] = "1";
-    home.write(QStringLiteral("data/velto/stations.txt"), "101.5 A\n102.0 B\n103.0 C\n");
-    start();
-    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
-    clock.time = QDateTime(clock.time.date(), QTime(7, 30));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return velto->settings().Skin == QLatin1String("fmtuner.skin"); }, 5000))
-        << velto->settings().Skin.toStdString();
-    EXPECT_EQ(velto->fmTuner().currentPreset(), 2);
-    EXPECT_EQ(velto->fmTuner().frequency(), 1030);
-    EXPECT_EQ(dialogs.messages.size(), 1) << "no radio device here, which the mode says once";
 }
 
 TEST_F(RadioModes, ThePlayerAndTheRadioNeverPlayAtOnce)

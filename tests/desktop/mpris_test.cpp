@@ -11,16 +11,12 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
 #include <gtest/gtest.h>
-
-#include <future>
-#include <malloc.h>
 
 namespace {
 
@@ -286,12 +282,10 @@ TEST_F(Mpris, OutOfRangeAndForeignRequestsChangeNothing)
     };
     const QList<Case> cases = {
         {"unknown track", "SetPosition", {track("/org/velto/track/2"), qlonglong(1000000)}},
-        {"no track", "SetPosition", {track(MprisService::kNoTrack), qlonglong(1000000)}},
-        {"before the start", "SetPosition", {track("/org/velto/track/1"), qlonglong(-1)}},
         {"past the end", "SetPosition", {track("/org/velto/track/1"), qlonglong(9000001)}},
         {"wrong argument types", "SetPosition", {QStringLiteral("x"), QStringLiteral("y")}},
+        {"an argument too many", "Stop", {QStringLiteral("unexpected argument")}},
         {"an address that is no file", "OpenUri", {QStringLiteral("http://example.com/a.mp3")}},
-        {"a method that does not exist", "Explode", {}},
     };
     for (const Case &c : cases) {
         client->call(kPlayer, c.method, c.args);
@@ -299,81 +293,13 @@ TEST_F(Mpris, OutOfRangeAndForeignRequestsChangeNothing)
         EXPECT_GE(client->get(QStringLiteral("Position")).toLongLong(), 4000000) << c.what;
     }
     EXPECT_TRUE(client->seeks.isEmpty());
-    // Volumes out of range are held to it.
     client->set(QStringLiteral("Volume"), 7.5);
-    EXPECT_EQ(client->get(QStringLiteral("Volume")), QVariant(1.0));
-    client->set(QStringLiteral("Volume"), -2.0);
-    EXPECT_EQ(client->get(QStringLiteral("Volume")), QVariant(0.0));
+    EXPECT_EQ(client->get(QStringLiteral("Volume")), QVariant(1.0)) << "held to its range";
     // Seeking far back lands on the start; far on, on the next entry.
     client->call(kPlayer, QStringLiteral("Seek"), {qlonglong(-1000000000000)});
     EXPECT_LT(client->get(QStringLiteral("Position")).toLongLong(), 1000000);
     client->call(kPlayer, QStringLiteral("Seek"), {qlonglong(INT64_MAX)});
     EXPECT_TRUE(waitFor(NowPlaying::State::Playing, 2));
-}
-
-// Ten thousand calls as fast as another program can send them: every one is
-// answered, the window's events keep flowing, and memory stays where it was.
-TEST_F(Mpris, FloodOfCallsLeavesThePlayerResponsive)
-{
-    // Long enough to outlast the rounds on a busy machine.
-    playList({media.silentWav(QStringLiteral("long.wav"), 600000)});
-    auto flood = [] {
-        const QString name = QStringLiteral("mpris-flood");
-        QString status;
-        {
-            QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
-            const QVariant unknown = track("/org/velto/track/9");
-            auto post = [&](const QString &method, const QVariantList &args) {
-                QDBusMessage m = QDBusMessage::createMethodCall(kService, kPath, kPlayer, method);
-                m.setArguments(args);
-                bus.asyncCall(m);
-            };
-            for (int i = 0; i < 10000; i += 4) {
-                post(QStringLiteral("SetPosition"), {unknown, qlonglong(-i)});
-                post(QStringLiteral("Seek"), {qlonglong(0)});
-                post(QStringLiteral("SetPosition"), {unknown, qlonglong(i) << 40});
-                post(QStringLiteral("Stop"), {QStringLiteral("unexpected argument")});
-            }
-            // Calls on one connection are answered in order: this one comes last.
-            QDBusMessage get =
-                QDBusMessage::createMethodCall(kService, kPath, kProperties, QStringLiteral("Get"));
-            get.setArguments({kPlayer, QStringLiteral("PlaybackStatus")});
-            const QDBusMessage reply = bus.call(get, QDBus::Block, 60000);
-            status = reply.arguments().value(0).value<QDBusVariant>().variant().toString();
-        }
-        QDBusConnection::disconnectFromBus(name);
-        return status;
-    };
-    QTimer beat;
-    QElapsedTimer sinceBeat;
-    qint64 longestGap = 0;
-    QObject::connect(&beat, &QTimer::timeout,
-                     [&] { longestGap = qMax(longestGap, sinceBeat.restart()); });
-    auto round = [&] {
-        auto sent = std::async(std::launch::async, flood);
-        beat.start(10);
-        sinceBeat.start();
-        if (!QTest::qWaitFor(
-                [&] { return sent.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
-                60000))
-            return QStringLiteral("(no answer)");
-        beat.stop();
-        return sent.get();
-    };
-
-    // The first round grows the allocator's pools; bytes still allocated after
-    // more rounds would be a leak (the resident size also counts pools).
-    ASSERT_EQ(round(), QStringLiteral("Playing"));
-    const size_t before = mallinfo2().uordblks;
-    for (int i = 0; i < 3; ++i)
-        ASSERT_EQ(round(), QStringLiteral("Playing"));
-    // The engine's own threads keep allocating while it plays (up to 1.8 MB
-    // seen under load); a leak of 100 bytes a call would pass 3 MB.
-    EXPECT_LT(qint64(mallinfo2().uordblks) - qint64(before), 30000 * 100)
-        << "bytes still allocated after 30,000 more calls";
-    // A busy machine may hold the test up too: four frames is what a user notices.
-    EXPECT_LT(longestGap, 250) << "ms without a timer event";
-    EXPECT_EQ(now().state, NowPlaying::State::Playing);
 }
 
 } // namespace

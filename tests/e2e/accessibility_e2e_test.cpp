@@ -6,11 +6,6 @@
 
 namespace {
 
-struct Element
-{
-    QString role, text;
-};
-
 // The real program with Qt's AT-SPI bridge on, read by a client on the
 // accessibility bus as a screen reader reads it.
 class AtSpi : public E2e
@@ -29,14 +24,15 @@ protected:
                              QStringLiteral("1"));
     }
 
-    QMap<QString, Element> elements()
+    // The text of each named element.
+    QMap<QString, QString> elements()
     {
-        QMap<QString, Element> named;
+        QMap<QString, QString> named;
         for (const QString &line :
              atspiClient({QStringLiteral("dump")}).value_or(QString()).split('\n')) {
             const QStringList f = line.split('\t');
             if (f.size() == 3 && !f[1].isEmpty())
-                named.insert(f[1], {f[0], f[2]});
+                named.insert(f[1], f[2]);
         }
         return named;
     }
@@ -56,33 +52,22 @@ TEST_F(AtSpi, ScreenReaderReadsTitleAndTimeHearsTheClockAndPressesButtons)
     ASSERT_TRUE(velto.start({QStringLiteral("--play"), song}));
 
     const QRegularExpression time(QStringLiteral("^0:00:\\d\\d$"));
-    QMap<QString, Element> seen;
+    QMap<QString, QString> seen;
     ASSERT_TRUE(waitUntil(
         [&] {
             seen = elements();
-            return seen.value(QStringLiteral("Title")).text == QLatin1String("morning.wav") &&
-                   time.match(seen.value(QStringLiteral("Playing time")).text).hasMatch();
+            return seen.value(QStringLiteral("Title")) == QLatin1String("morning.wav") &&
+                   time.match(seen.value(QStringLiteral("Playing time"))).hasMatch();
         },
         30000))
         << "the title and the time never reached the bus";
-    const struct
-    {
-        const char *name, *role;
-    } expected[] = {
-        {"Title", "label"},      {"Playing time", "label"}, {"Now playing", "label"},
-        {"Play", "push button"}, {"Pause", "push button"},  {"Position", "slider"},
-        {"Volume", "slider"},    {"Playlist", "list"},      {"PLAY", "check box"},
-    };
-    for (const auto &e : expected)
-        EXPECT_EQ(seen.value(QLatin1String(e.name)).role, QLatin1String(e.role)) << e.name;
-    EXPECT_EQ(seen.value(QStringLiteral("Now playing")).text, QStringLiteral("morning.wav"));
-
     // The time display says when it changes, as a screen reader following it hears.
     const std::optional<QString> next =
         atspiClient({QStringLiteral("watch"), QStringLiteral("Playing time")});
     ASSERT_TRUE(next);
     EXPECT_TRUE(time.match(next->trimmed()).hasMatch()) << next->toStdString();
 
+    // Each element's role and name are SkinAccessible's; a press over the bus is not.
     ASSERT_TRUE(atspiClient({QStringLiteral("press"), QStringLiteral("Pause")}));
     EXPECT_TRUE(waitUntil([&] { return status() == QLatin1String("Paused"); }, 30000));
 }

@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QPainter>
+#include <QPixmap>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
@@ -19,21 +19,6 @@ const char *const kScalingVariables[] = {"QT_SCALE_FACTOR",
                                          "QT_SCALE_FACTOR_ROUNDING_POLICY",
                                          "QT_FONT_DPI",
                                          "VELTO_SCALE"};
-
-QGuiApplication &guiApp()
-{
-    static int argc = 1;
-    static char name[] = "e2e_tests";
-    static char *argv[] = {name, nullptr};
-    static QGuiApplication *app = [] {
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        // Screen pixels, one for one, whatever the user's scaling.
-        for (const char *name : kScalingVariables)
-            qunsetenv(name);
-        return new QGuiApplication(argc, argv);
-    }();
-    return *app;
-}
 
 QStringList splitFields(const QString &line)
 {
@@ -53,6 +38,21 @@ QStringList splitFields(const QString &line)
 }
 
 } // namespace
+
+QGuiApplication &guiApp()
+{
+    static int argc = 1;
+    static char name[] = "e2e_tests";
+    static char *argv[] = {name, nullptr};
+    static QGuiApplication *app = [] {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        // Screen pixels, one for one, whatever the user's scaling.
+        for (const char *name : kScalingVariables)
+            qunsetenv(name);
+        return new QGuiApplication(argc, argv);
+    }();
+    return *app;
+}
 
 VeltoProcess::VeltoProcess()
 {
@@ -257,22 +257,6 @@ std::optional<std::string> atspiMissing()
     return std::nullopt;
 }
 
-// The application comes before the window.
-Backdrop::Backdrop(QColor colour) : QRasterWindow((guiApp(), nullptr)), m_colour(colour)
-{
-    setFlags(Qt::FramelessWindowHint);
-    setGeometry(QGuiApplication::primaryScreen()->geometry());
-    show();
-    const QPoint centre = geometry().center();
-    if (!waitUntil([&] { return isExposed() && screenPixel(centre) == colour; }))
-        ADD_FAILURE() << "the backdrop never showed";
-}
-
-void Backdrop::paintEvent(QPaintEvent *)
-{
-    QPainter(this).fillRect(QRect(QPoint(), size()), m_colour);
-}
-
 QImage grabScreen()
 {
     guiApp();
@@ -328,15 +312,6 @@ QRect ShippedSkin::digits(const QString &code, int cells) const
     if (f.size() < 7)
         return {};
     return QRect(f[1].toInt(), f[2].toInt(), f[5].toInt() * cells, f[6].toInt());
-}
-
-QString ShippedSkin::key(const QString &code) const
-{
-    const QString name = records.value(code).value(7);
-    if (name.size() == 1)
-        return name.toLower();
-    const qsizetype amp = name.indexOf(QLatin1Char('&'));
-    return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
 }
 
 ShippedSkin shippedSkin(const QString &name)

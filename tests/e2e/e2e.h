@@ -6,7 +6,6 @@
 #include <QHash>
 #include <QImage>
 #include <QProcess>
-#include <QRasterWindow>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -44,17 +43,11 @@ public:
     // The ids of velto's visible windows.
     QStringList windows(int timeoutMs = 10000) const;
     bool finished() const { return m_process.state() == QProcess::NotRunning; }
-    // -1 after a crash.
-    int exitCode() const
-    {
-        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
     // Sends the signal while velto runs. Never kill() the pid blindly: once the
     // process has gone its pid reads 0, and kill(0, ...) hits our whole group.
     void signal(int signo);
     qint64 pid() const { return m_process.processId(); }
     QString home(const QString &relative) const { return m_home.path() + '/' + relative; }
-    QByteArray output() { return m_process.readAllStandardOutput(); }
     QProcess &process() { return m_process; }
 
 private:
@@ -80,22 +73,9 @@ public:
     ~Companion() override;
 };
 
-// A plain window of one colour covering the screen, beneath everything started
-// after it; it counts the clicks that reach it.
-class Backdrop : public QRasterWindow
-{
-public:
-    explicit Backdrop(QColor colour);
-    int clicks = 0;
-
-protected:
-    void paintEvent(QPaintEvent *) override;
-    void mousePressEvent(QMouseEvent *) override { ++clicks; }
-
-private:
-    QColor m_colour;
-};
-
+// The test's own connection to the X server, made at the first call.
+class QGuiApplication;
+QGuiApplication &guiApp();
 // The X server's picture of the screen (the test connects to it lazily).
 QImage grabScreen();
 // What the screen shows of the window's own rectangle.
@@ -141,9 +121,6 @@ struct ShippedSkin
     QRect rect(const QString &code) const;
     // A digit group's cells: its place, and the glyph's size times the cells.
     QRect digits(const QString &code, int cells) const;
-    // The key of a button record: a one-character name is its own key,
-    // otherwise the character after the first "&".
-    QString key(const QString &code) const;
 };
 // The skin of that file name in the source tree's data/skins.
 ShippedSkin shippedSkin(const QString &name);

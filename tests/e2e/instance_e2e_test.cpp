@@ -70,7 +70,7 @@ TEST_F(Instance, TwoStartsAtOnceEndWithOneWindow)
     ASSERT_TRUE(waitUntil([&] { return velto.finished() || second.finished(); }));
     VeltoProcess &running = velto.finished() ? second : velto;
     VeltoProcess &gone = velto.finished() ? velto : second;
-    EXPECT_EQ(gone.exitCode(), 0);
+    EXPECT_EQ(gone.process().exitCode(), 0);
     EXPECT_FALSE(running.waitForWindow().isEmpty());
     EXPECT_FALSE(running.finished());
 }

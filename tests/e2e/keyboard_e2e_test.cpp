@@ -17,6 +17,17 @@ QList<QRgb> edge(const QImage &screen, const QRect &r)
     return pixels;
 }
 
+// The key of a button record: a one-character name is its own key,
+// otherwise the character after the first "&".
+QString buttonKey(const ShippedSkin &skin, const QString &code)
+{
+    const QString name = skin.records.value(code).value(7);
+    if (name.size() == 1)
+        return name.toLower();
+    const qsizetype amp = name.indexOf(QLatin1Char('&'));
+    return amp >= 0 ? name.mid(amp + 1, 1).toLower() : QString();
+}
+
 // A window manager on the test's X server, for the run in which it gives
 // Velto the focus rather than a click.
 bool startWindowManager(Companion &wm)
@@ -55,9 +66,9 @@ TEST_P(Keyboard, KeysReachTheSkinWhateverChildHasTheFocusAndTextFieldsKeepTheirs
     const ShippedSkin player = shippedSkin(QStringLiteral("default.skin"));
     const ShippedSkin calculator = shippedSkin(QStringLiteral("calculator.skin"));
     const ShippedSkin notepad = shippedSkin(QStringLiteral("notepad.skin"));
-    const QString toCalculator = player.key(QStringLiteral("K3"));
-    const QString toNotepad = calculator.key(QStringLiteral("K4"));
-    const QString toKaraoke = notepad.key(QStringLiteral("K2"));
+    const QString toCalculator = buttonKey(player, QStringLiteral("K3"));
+    const QString toNotepad = buttonKey(calculator, QStringLiteral("K4"));
+    const QString toKaraoke = buttonKey(notepad, QStringLiteral("K2"));
     ASSERT_FALSE(toCalculator.isEmpty() || toNotepad.isEmpty() || toKaraoke.isEmpty())
         << "the shipped skins give their mode buttons keys";
 

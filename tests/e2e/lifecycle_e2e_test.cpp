@@ -21,12 +21,3 @@ TEST_F(Lifecycle, TerminationSignalsRunTheSameShutDown)
         EXPECT_TRUE(QFile::exists(velto.home(QStringLiteral("data/velto/playlist.m3u"))));
     }
 }
-
-TEST_F(Lifecycle, UnknownFileOnTheCommandLineStillStarts)
-{
-    VeltoProcess velto;
-    // The message box is the first window; the program keeps running behind it.
-    ASSERT_FALSE(velto.startWindow({QStringLiteral("/no/such/file.mp3")}).isEmpty());
-    velto.signal(SIGTERM);
-    EXPECT_TRUE(velto.waitForExit());
-}

@@ -78,14 +78,3 @@ TEST_F(WebRadioE2e, APickedStationPlaysItsTitlesAndRidesOutAStall)
         << "and the status comes back to what it was while playing";
     EXPECT_EQ(server.streamConnections(), 1);
 }
-
-TEST_F(WebRadioE2e, AnAddressHandedOverOnTheCommandLinePlaysInTheWebRadio)
-{
-    LoopbackServer server(LoopbackServer::Stream{.mp3 = tone, .titles = {"Handed Over"}});
-    ASSERT_TRUE(server.listening());
-    window = velto.startWindow({QStringLiteral("--play"), server.url()});
-    ASSERT_FALSE(window.isEmpty());
-    EXPECT_TRUE(waitUntil([&] { return windowGeometry(window).size() == radio.size; }));
-    EXPECT_TRUE(waitUntil([&] { return title().contains(QLatin1String("Handed Over")); }, 30000))
-        << "the title is " << title().toStdString();
-}
