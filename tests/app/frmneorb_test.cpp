@@ -126,6 +126,21 @@ TEST_F(MainWindow, CalculatorTakesReturnBackspaceDeleteAndEscape)
     EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
+// A player that only sits there never loads the media engine (tens of MiB):
+// it loads when something is about to play, and the play waits for it.
+TEST_F(MainWindow, TheMediaEngineLoadsOnlyWhenSomethingIsAboutToPlay)
+{
+    showFirstFrame();
+    EXPECT_FALSE(velto->mediaDevices().requested());
+    const QString tone = home.write(QStringLiteral("music/t.wav"), QByteArray(64, '\0'));
+    velto->player().addOpened(tone);
+    velto->DoIt(12);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return velto->mediaDevices().isLoaded(); }, 20000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return !velto->player().state().CurDevice.isEmpty(); }, 20000))
+        << "the play that waited for it went on";
+}
+
 TEST_F(MainWindow, StartMuteStartsMutedAndCommand9BringsTheSoundBack)
 {
     velto.reset();

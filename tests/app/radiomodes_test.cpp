@@ -101,6 +101,21 @@ TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
         [&] { return velto->webRadio().status() == QLatin1String("Stopped"); }, 5000))
         << "switching off stops it";
     qunsetenv("VELTO_AUDIO");
+
+    // With the FM tuner in use, preset 2 is the FM preset numbered 2.
+    velto.reset();
+    dialogs.messages.clear();
+    store.values["config/fmenable"] = "1";
+    home.write(QStringLiteral("data/velto/stations.txt"), "101.5 A\n102.0 B\n103.0 C\n");
+    start();
+    ASSERT_TRUE(tickAt(QTime(7, 29, 59)));
+    clock.time = QDateTime(clock.time.date(), QTime(7, 30));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return velto->settings().Skin == QLatin1String("fmtuner.skin"); }, 5000))
+        << velto->settings().Skin.toStdString();
+    EXPECT_EQ(velto->fmTuner().currentPreset(), 2);
+    EXPECT_EQ(velto->fmTuner().frequency(), 1030);
+    EXPECT_EQ(dialogs.messages.size(), 1) << "no radio device here, which the mode says once";
 }
 
 TEST_F(RadioModes, ThePlayerAndTheRadioNeverPlayAtOnce)
