@@ -324,26 +324,6 @@ TEST_F(FmTunerTest, StartTunesTheStartPresetElseTheStartFrequency)
     }
 }
 
-TEST_F(FmTunerTest, OddStationFilesLoadWholeAndSaveWhatTheyHeld)
-{
-    QByteArray lines;
-    for (int i = 0; i < 10000; ++i)
-        lines += QByteArray::number(87.5 + (i % 200) / 10.0, 'f', 1) + " Station " +
-                 QByteArray::number(i) + "\n";
-    const QByteArray longLine = "101.5 " + QByteArray(100 * 1024, 'n') + "\n";
-    writeStations(lines + longLine + "102.0 Caf\xE9 \xFF\n");
-    start();
-    ASSERT_EQ(fm->presets().size(), 10002);
-    EXPECT_EQ(list()->count(), 10002);
-    EXPECT_EQ(fm->presets()[10000].size(), 6 + 100 * 1024);
-    fm->FMJumpPreset(10000);
-    EXPECT_EQ(freq, 1015);
-    fm->FMRenameDone(QStringLiteral("Short"));
-    const QByteArray saved = stationsBytes();
-    EXPECT_TRUE(saved.startsWith(lines)) << "the other presets are written back as they were";
-    EXPECT_TRUE(saved.endsWith("101.5 Short\n102.0 Caf\xC3\xA9 \xC3\xBF\n"));
-}
-
 TEST_F(FmTunerTest, AStationFileItCannotReadIsNeverWrittenOver)
 {
     const QByteArray big(kMaxStationFileBytes + 1, 'x');
