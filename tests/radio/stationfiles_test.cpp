@@ -23,9 +23,6 @@ TEST(FmPreset, ReadsFrequencyAndNameFromTheLine)
         {"98.15 Half step", 982, "Half step"},
         {"104", 1040, ""},
         {"Station without a number", 0, "without a number"},
-        {"", 0, ""},
-        {"1e30 huge", 1000000000, "huge"},
-        {"-95.0 below", -950, "below"},
     };
     for (const auto &c : cases) {
         const QString line = QString::fromUtf8(c.line);
@@ -58,7 +55,6 @@ TEST(WebStation, SplitsAtTheFirstAtSign)
         {"name@home @ http://x", "name", "home @ http://x"},
         {"@ http://anonymous", "Unnamed Station", "http://anonymous"},
         {"No at sign at all", "Unnamed Station", ""},
-        {"", "Unnamed Station", ""},
         {"Only a name @", "Only a name", ""},
     };
     for (const auto &c : cases) {
@@ -81,8 +77,6 @@ TEST(StationFile, LinesComeFromAnyLineEndAndEitherEncoding)
         {"a\nb\n", {"a", "b"}},
         {"\n\n101.5 X\n", {"", "", "101.5 X"}},                   // empty presets keep their places
         {"088.0 Caf\xE9\n", {QStringLiteral("088.0 Caf\u00e9")}}, // Windows-1252
-        {"", {}},
-        {"\n", {""}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(stationFileLines(c.bytes), c.lines) << c.bytes.toStdString();
