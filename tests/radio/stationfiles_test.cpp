@@ -31,16 +31,6 @@ TEST(FmPreset, ReadsFrequencyAndNameFromTheLine)
     }
 }
 
-TEST(FmPreset, StoredAndRenamedLines)
-{
-    EXPECT_EQ(FmPreset::stored(880), "088.0 FM");
-    EXPECT_EQ(FmPreset::stored(1015), "101.5 FM");
-    EXPECT_EQ(FmPreset::renamed("101.5 FM", "Radio Nova"), "101.5 Radio Nova");
-    EXPECT_EQ(FmPreset::renamed("99.9", "Jazz"), "99.9 Jazz");
-    EXPECT_EQ(FmPreset::mhz(875), "87.5");
-    EXPECT_EQ(FmPreset::mhz(1080), "108.0");
-}
-
 TEST(WebStation, SplitsAtTheFirstAtSign)
 {
     const struct
