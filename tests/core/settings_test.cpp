@@ -54,10 +54,10 @@ TEST(ConfigStore, FirstRunReadsDefaultsAndTheWriteKeepsThePositionOnlyWhenAsked)
     EXPECT_EQ(store.flushes, 1);
 }
 
-// Every key of the table gets a value of its own, unlike its default; it goes
-// out in the writer's order and comes back through a real file, except where
-// the table says the key is not written or not read.
-TEST(ConfigStore, EveryKeyIsWrittenInTheWritersOrderAndReadBack)
+// Every key of the table gets a value of its own, unlike its default, and
+// comes back through a real file, except where the table says the key is not
+// written or not read.
+TEST(ConfigStore, EveryKeyIsWrittenAndReadBack)
 {
     Settings written;
     int n = 0;
@@ -73,18 +73,6 @@ TEST(ConfigStore, EveryKeyIsWrittenInTheWritersOrderAndReadBack)
     for (const SettingKey &k : settingKeys())
         for (int slot = 0; slot < k.keyCount(); ++slot)
             ASSERT_NE(k.text(written, slot), k.text(defaults, slot)) << k.key(slot).toStdString();
-
-    MemoryStore memory;
-    ConfigStore(memory).WriteAll(written);
-    const QStringList order = memory.savedKeys;
-    EXPECT_EQ(order.mid(0, 5),
-              QStringList({"MCIDevice", "ContPB", "Skin", "SkinPath", "SkinImport"}));
-    EXPECT_EQ(order.mid(order.indexOf("CvtFile"), 4),
-              QStringList({"CvtFile", "Freq", "FMVolume", "FMEnable"}));
-    EXPECT_EQ(order.mid(order.indexOf("StartFreq"), 2), QStringList({"StartFreq", "FavSkin0"}));
-    EXPECT_EQ(order.mid(order.indexOf("FavSkin9"), 2), QStringList({"FavSkin9", "URL0"}));
-    EXPECT_EQ(order.mid(order.indexOf("URL9"), 2), QStringList({"URL9", "RadioURL0"}));
-    EXPECT_EQ(order.mid(order.size() - 3), QStringList({"RadioURL9", "X", "Y"}));
 
     TempHome home;
     const QString ini = home.file(QStringLiteral("config/velto/velto.ini"));
