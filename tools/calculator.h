@@ -68,9 +68,6 @@ public:
     static QString CvtKey(const QString &key);
 
     QString display() const;
-    double acc() const { return m_acc; }
-    double mem() const { return m_mem; }
-    const QString &pendingOp() const { return m_pendingOp; }
     qint16 cvtIndex() const { return m_cvtIndex; }
     const QStringList &conversions() const { return m_conversions; }
 

@@ -5,14 +5,10 @@
 #include "player/startfiles.h"
 #include "skin/skinpart.h"
 
-#include "support/deadline.h"
 #include "support/fakes.h"
 #include "support/temphome.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -158,23 +154,6 @@ TEST_F(LifecycleTest, WhatStartUpOpens)
     EXPECT_FALSE(host.calls.contains(QStringLiteral("PlayIt")));
     lifecycle().Load({QStringLiteral("second.mp3")}, home.file(QStringLiteral("music")), true);
     EXPECT_TRUE(host.calls.contains(QStringLiteral("PlayIt")));
-}
-
-TEST_F(LifecycleTest, ALastPlaylistThatIsAPipeSaysSoAndStartsEmpty)
-{
-    const QString last = folder.file(QStringLiteral("playlist.m3u"));
-    QFile::remove(last);
-    ASSERT_EQ(::mkfifo(QFile::encodeName(last).constData(), 0600), 0);
-    store("StartMd", "1");
-    {
-        const Deadline deadline("starting on a pipe for the last playlist");
-        lifecycle().Load({}, home.path());
-    }
-    EXPECT_TRUE(playlist.PlPath.isEmpty());
-    EXPECT_EQ(dialogs.messages,
-              QStringList("Unable to read Playlist! It is not a file but a folder, pipe or "
-                          "device.\r" +
-                          last));
 }
 
 TEST_F(LifecycleTest, ShutDownSavesEverythingOnceAsksOnlyWhenInteractiveAndRestores)

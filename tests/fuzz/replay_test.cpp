@@ -62,12 +62,6 @@ void fuzzCheckFailed(const char *condition, const char *file, int line)
     ADD_FAILURE_AT(file, line) << "check failed: " << condition << "\n  input: " << g_current;
 }
 
-void fuzzCheckFailedAndStop(const char *condition, const char *file, int line)
-{
-    fuzzCheckFailed(condition, file, line);
-    std::abort();
-}
-
 // What the fuzzer once broke stays mended: each finding is kept under
 // regressions/<target>/ and read again here by the same code.
 TEST(FuzzRegressions, EveryKeptFindingReadsWithoutHarm)

@@ -61,52 +61,48 @@ protected:
 
 } // namespace
 
-TEST_F(FmTunerTest, FrequencyIsClampedBeforeItIsTuned)
+// Command 0 here tunes the frequency as set; 80 and 81 scan to the end.
+TEST_F(FmTunerTest, FrequencyStepsAndScansStayInsideTheBand)
 {
     band.volume = 20000;
     start();
     const struct
     {
-        qint32 set, tuned;
-        const char *label;
+        qint32 from;
+        qint16 cmd;
+        int scan;
+        qint32 to;
     } cases[] = {
-        {869, 870, "87.0 FM"},    {870, 870, "87.0 FM"},    {1015, 1015, "101.5 FM"},
-        {1080, 1080, "108.0 FM"}, {1081, 1080, "108.0 FM"}, {-5, 870, "87.0 FM"},
+        {869, 0, 0, 870},    {1081, 0, 0, 1080},  {-5, 0, 0, 870},    {1000, 83, 0, 1010},
+        {1000, 82, 0, 990},  {1000, 88, 0, 1001}, {1000, 89, 0, 999}, {1078, 81, 1, 1080},
+        {1080, 81, 1, 1080}, {872, 80, -1, 870},  {870, 80, -1, 870},
     };
     for (const auto &c : cases) {
-        freq = c.set;
+        freq = c.from;
         fm->FMSetFreq();
-        EXPECT_EQ(freq, c.tuned) << c.set;
-        EXPECT_EQ(band.tuned.last(), c.tuned * 100000) << c.set;
-        EXPECT_TRUE(band.on);
-        EXPECT_EQ(label(FmTuner::kFrequencyLabel), QString::fromLatin1(c.label));
-        EXPECT_DOUBLE_EQ(skin.groups.value(FmTuner::kFrequencyGroup).toDouble(), c.tuned / 10.0);
+        if (c.cmd)
+            fm->DoIt(c.cmd);
+        EXPECT_EQ(fm->scanDir(), c.scan) << c.from << " " << c.cmd;
+        EXPECT_EQ(status(), c.scan ? QStringLiteral("Scanning...") : QString());
+        scanToTheEnd();
+        EXPECT_EQ(freq, c.to) << c.from << " " << c.cmd;
+        EXPECT_EQ(band.tuned.last(), c.to * 100000) << c.from << " " << c.cmd;
+        EXPECT_DOUBLE_EQ(skin.groups.value(FmTuner::kFrequencyGroup).toDouble(), c.to / 10.0);
+        EXPECT_EQ(label(FmTuner::kFrequencyLabel),
+                  QStringLiteral("%1 FM").arg(c.to / 10.0, 0, 'f', 1));
+        EXPECT_EQ(status(), QString()) << "the scan's word goes with it";
     }
+    for (qint32 hz : band.tuned)
+        EXPECT_TRUE(hz >= 87000000 && hz <= 108000000) << hz;
+    EXPECT_TRUE(band.on);
     EXPECT_EQ(band.opened, QStringList({QStringLiteral("/dev/radio0")}));
     EXPECT_EQ(band.cardType, 2) << "kept and handed on, though Linux needs neither";
     EXPECT_EQ(band.port, 1);
     EXPECT_EQ(volume, 20000) << "the card's volume, for FMVolume";
-}
 
-TEST_F(FmTunerTest, CommandsTuneScanStepAndMute)
-{
-    start();
-    freq = 1000;
-    fm->FMSetFreq();
-    const struct
-    {
-        qint16 cmd;
-        qint32 freq;
-        int scan;
-    } cases[] = {
-        {83, 1010, 0}, {82, 1000, 0},  {88, 1001, 0}, {89, 1000, 0},
-        {81, 1000, 1}, {80, 1000, -1}, {86, 1000, 0},
-    };
-    for (const auto &c : cases) {
-        fm->DoIt(c.cmd);
-        EXPECT_EQ(freq, c.freq) << c.cmd;
-        EXPECT_EQ(fm->scanDir(), c.scan) << c.cmd;
-    }
+    fm->FMSetScan(+1);
+    fm->DoIt(86);
+    EXPECT_EQ(fm->scanDir(), 0) << "86 stops a scan";
     fm->DoIt(87);
     EXPECT_TRUE(fm->muted());
     EXPECT_FALSE(band.on);
@@ -114,30 +110,6 @@ TEST_F(FmTunerTest, CommandsTuneScanStepAndMute)
     fm->DoIt(87);
     EXPECT_TRUE(band.on);
     EXPECT_EQ(status(), QString());
-}
-
-TEST_F(FmTunerTest, ScanStopsAtTheBandEdgesWithoutWrapping)
-{
-    start();
-    const struct
-    {
-        qint32 from;
-        int dir;
-        qint32 end;
-    } cases[] = {{1078, +1, 1080}, {1080, +1, 1080}, {872, -1, 870}, {870, -1, 870}};
-    for (const auto &c : cases) {
-        freq = c.from;
-        fm->FMSetFreq();
-        band.tuned.clear();
-        fm->FMSetScan(c.dir);
-        EXPECT_EQ(status(), QStringLiteral("Scanning..."));
-        scanToTheEnd();
-        EXPECT_EQ(fm->scanDir(), 0) << c.from;
-        EXPECT_EQ(freq, c.end) << c.from;
-        for (qint32 hz : band.tuned)
-            EXPECT_TRUE(hz >= 87000000 && hz <= 108000000) << hz;
-        EXPECT_EQ(status(), QString()) << "the scan's word goes with it";
-    }
 }
 
 TEST_F(FmTunerTest, ScanStopsAtAStationAndShowsItsPresetAndStereo)
@@ -237,18 +209,36 @@ TEST_F(FmTunerTest, StoreFillsEmptySlotsRenameReplacesTheNameAndDeleteRemoves)
     EXPECT_EQ(fm->presets().size(), 2) << "nothing selected, nothing deleted";
 }
 
-TEST_F(FmTunerTest, WithoutADeviceTheModeSaysSoOnceAndThePresetsStillWork)
+TEST_F(FmTunerTest, SwitchedOffOrWithoutADeviceTheModeSaysSoOnceAndThePresetsStillWork)
 {
-    band.fault = QStringLiteral("There is no radio device /dev/radio0.");
     writeStations("101.5 Nova\n");
-    start();
-    ASSERT_EQ(dialogs.messages.size(), 1);
-    EXPECT_TRUE(dialogs.messages[0].startsWith(QStringLiteral("There is no radio device")));
-    EXPECT_EQ(status(), QStringLiteral("No radio device"));
-    fm->left();
-    fm->entered();
-    EXPECT_EQ(dialogs.messages.size(), 1) << "once a run";
-
+    const struct
+    {
+        qint16 enable;
+        const char *fault, *message, *status;
+    } cases[] = {
+        {0, "", "switched off", "Tuner off"},
+        {1, "There is no radio device /dev/radio0.", "There is no radio device", "No radio device"},
+    };
+    for (const auto &c : cases) {
+        enable = c.enable;
+        band.fault = QString::fromLatin1(c.fault);
+        dialogs.messages.clear();
+        start();
+        fm->left();
+        fm->entered();
+        ASSERT_EQ(dialogs.messages.size(), 1) << "once a run";
+        EXPECT_TRUE(dialogs.messages[0].contains(QLatin1String(c.message)));
+        EXPECT_EQ(status(), QString::fromLatin1(c.status));
+        band.tuned.clear();
+        fm->DoIt(83);
+        EXPECT_TRUE(band.tuned.isEmpty()) << c.status;
+        if (!c.enable) {
+            enable = 1;
+            fm->settingsChanged();
+            EXPECT_EQ(band.opened.size(), 1) << "ticking the box opens the device";
+        }
+    }
     fm->FMJumpPreset(0);
     EXPECT_EQ(label(FmTuner::kStationLabel), QStringLiteral("Nova"));
     EXPECT_EQ(label(FmTuner::kFrequencyLabel), QStringLiteral("101.5 FM"));
@@ -256,25 +246,6 @@ TEST_F(FmTunerTest, WithoutADeviceTheModeSaysSoOnceAndThePresetsStillWork)
     fm->DoIt(95); // preset key 4
     fm->DoIt(90);
     EXPECT_EQ(fm->presets().value(4), QStringLiteral("101.5 FM"));
-}
-
-TEST_F(FmTunerTest, SwitchedOffTheTunerTunesNothingAndSaysWhy)
-{
-    enable = 0;
-    start();
-    ASSERT_EQ(dialogs.messages.size(), 1);
-    EXPECT_TRUE(dialogs.messages[0].contains(QStringLiteral("switched off")));
-    EXPECT_EQ(status(), QStringLiteral("Tuner off"));
-    EXPECT_TRUE(band.opened.isEmpty());
-    const QString shown = label(FmTuner::kFrequencyLabel);
-    fm->DoIt(83);
-    fm->DoIt(81);
-    EXPECT_EQ(fm->scanDir(), 0);
-    EXPECT_EQ(label(FmTuner::kFrequencyLabel), shown) << "FMSetFreq does nothing";
-
-    enable = 1;
-    fm->settingsChanged();
-    EXPECT_EQ(band.opened.size(), 1) << "ticking the box opens the device";
 }
 
 TEST_F(FmTunerTest, ShutDownAsksToMuteOnlyWhenItMayAsk)
@@ -322,26 +293,6 @@ TEST_F(FmTunerTest, StartTunesTheStartPresetElseTheStartFrequency)
         EXPECT_EQ(freq, c.tuned) << c.preset;
         EXPECT_EQ(band.tuned.last(), c.tuned * 100000) << c.preset;
     }
-}
-
-TEST_F(FmTunerTest, OddStationFilesLoadWholeAndSaveWhatTheyHeld)
-{
-    QByteArray lines;
-    for (int i = 0; i < 10000; ++i)
-        lines += QByteArray::number(87.5 + (i % 200) / 10.0, 'f', 1) + " Station " +
-                 QByteArray::number(i) + "\n";
-    const QByteArray longLine = "101.5 " + QByteArray(100 * 1024, 'n') + "\n";
-    writeStations(lines + longLine + "102.0 Caf\xE9 \xFF\n");
-    start();
-    ASSERT_EQ(fm->presets().size(), 10002);
-    EXPECT_EQ(list()->count(), 10002);
-    EXPECT_EQ(fm->presets()[10000].size(), 6 + 100 * 1024);
-    fm->FMJumpPreset(10000);
-    EXPECT_EQ(freq, 1015);
-    fm->FMRenameDone(QStringLiteral("Short"));
-    const QByteArray saved = stationsBytes();
-    EXPECT_TRUE(saved.startsWith(lines)) << "the other presets are written back as they were";
-    EXPECT_TRUE(saved.endsWith("101.5 Short\n102.0 Caf\xC3\xA9 \xC3\xBF\n"));
 }
 
 TEST_F(FmTunerTest, AStationFileItCannotReadIsNeverWrittenOver)

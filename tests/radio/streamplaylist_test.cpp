@@ -27,12 +27,9 @@ TEST(StreamPlaylist, ReadsPlsAndM3uEntriesInOrder)
         {"relative entries",
          "/mount.mp3\nother.aac\n",
          {"http://radio.example/mount.mp3", "http://radio.example/listen/other.aac"}},
-        {"nothing", "", {}},
     };
     for (const auto &c : cases)
         EXPECT_EQ(streamPlaylistEntries(c.bytes, base), c.entries) << c.what;
-
-    EXPECT_LE(streamPlaylistEntries(QByteArray("\x00\xff\xfe[\x01", 5), base).size(), 1);
 
     QByteArray many;
     for (int i = 0; i < 1000; ++i)

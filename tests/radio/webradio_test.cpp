@@ -104,8 +104,7 @@ protected:
 TEST_F(WebRadioTest, PlaysAStationShowsWhatItsStreamTellsAndKeepsTheAddresses)
 {
     LoopbackServer::Stream o;
-    o.titles = {"Caf\xE9 One", "Song Two"}; // the first in Latin-1
-    o.titleSeconds = 3;
+    o.titles = {"Caf\xE9 One"}; // in Latin-1
     auto server = station(o);
     NEED_STATION(server);
     start();
@@ -129,9 +128,7 @@ TEST_F(WebRadioTest, PlaysAStationShowsWhatItsStreamTellsAndKeepsTheAddresses)
         << "a quick station goes by the name its stream gives";
     EXPECT_EQ(field()->text(), server->url());
 
-    EXPECT_TRUE(waitFor([&] { return label(WebRadio::kOnAirLabel) == QLatin1String("Song Two"); }))
-        << "the title changes on the skin";
-    EXPECT_EQ(titles.last().value(0).toString(), QStringLiteral("Song Two"));
+    EXPECT_EQ(titles.last().value(0).toString(), QStringLiteral("Caf\u00e9 One"));
     EXPECT_TRUE(waitFor([&] { return skin.groups.value(WebRadio::kTimeGroup).toInt() >= 2; }))
         << "the listening time runs";
     EXPECT_EQ(skin.groups.value(WebRadio::kBufferGroup).toInt(), 100);
@@ -141,13 +138,7 @@ TEST_F(WebRadioTest, PlaysAStationShowsWhatItsStreamTellsAndKeepsTheAddresses)
     EXPECT_EQ(label(WebRadio::kStatusLabel), QStringLiteral("Stopped"));
     EXPECT_EQ(radio->playState(), WebRadio::Stopped);
 
-    // A typed address, and the quick stations: each address once, newest first.
-    const QString withoutScheme = server->url().mid(QStringLiteral("http://").size());
-    field()->setText(withoutScheme);
-    QTest::keyClick(field(), Qt::Key_Return);
-    EXPECT_EQ(radio->current().location, server->url()) << "http:// is put in front";
-    EXPECT_EQ(radio->current().name, QStringLiteral("Station"));
-    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+    // The quick stations: each address once, newest first.
     radio->playAddress(server->url(QStringLiteral("/other")));
     radio->playAddress(server->url());
     EXPECT_EQ(radioUrl[0], server->url());
@@ -157,34 +148,6 @@ TEST_F(WebRadioTest, PlaysAStationShowsWhatItsStreamTellsAndKeepsTheAddresses)
     EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
     radio->DoIt(139); // an empty quick station does nothing
     EXPECT_EQ(radio->current().location, server->url(QStringLiteral("/other")));
-}
-
-TEST_F(WebRadioTest, AStallShowsBufferingThenPlaysOn)
-{
-    LoopbackServer::Stream o;
-    o.burstBytes = 4000;
-    o.stallAfterSeconds = 2;
-    o.stallSeconds = 2;
-    auto server = station(o);
-    NEED_STATION(server);
-    start();
-    radio->playAddress(server->url());
-    ASSERT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
-    const qsizetype playing = skin.statuses.lastIndexOf(QStringLiteral("Playing..."));
-    ASSERT_GE(playing, 0) << skin.statuses.join('|').toStdString();
-    int lowest = 100;
-    ASSERT_TRUE(waitFor([&] {
-        if (radio->playState() == WebRadio::Waiting)
-            lowest = std::min(lowest, skin.groups.value(WebRadio::kBufferGroup).toInt());
-        return skin.statuses.mid(playing).contains(QStringLiteral("Buffering..."));
-    })) << skin.statuses.join('|').toStdString();
-    EXPECT_TRUE(waitFor([&] {
-        return skin.statuses.last() == QLatin1String("Playing...") &&
-               radio->playState() == WebRadio::Playing;
-    })) << "the stream comes back: "
-        << skin.statuses.join('|').toStdString();
-    EXPECT_LT(lowest, 100) << "the buffer shows how full it is";
-    EXPECT_EQ(server->streamConnections(), 1) << "no reconnection was needed";
 }
 
 // The first station of a run waits for the engine to load on a worker thread;
@@ -210,24 +173,6 @@ TEST_F(WebRadioTest, TheFirstStationWaitsForTheEngineAndAStopMeanwhileHolds)
         << skin.statuses.join('|').toStdString();
     EXPECT_EQ(server->streamConnections(), 1);
     radio.reset();
-}
-
-TEST_F(WebRadioTest, AClosedConnectionIsToldAndPlayReconnects)
-{
-    LoopbackServer::Stream o;
-    o.closeAfterBytes = 3 * 16000;
-    o.burstBytes = 4000;
-    auto server = station(o);
-    NEED_STATION(server);
-    start();
-    radio->playAddress(server->url());
-    ASSERT_TRUE(waitFor([&] {
-        return label(WebRadio::kStatusLabel) == QLatin1String("Connection lost");
-    })) << skin.statuses.join('|').toStdString();
-    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
-    radio->DoIt(147);
-    EXPECT_TRUE(waitFor([&] { return server->streamConnections() == 2; }));
-    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
 }
 
 TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStreamAndAMissingOneCannotConnect)

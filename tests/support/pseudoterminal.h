@@ -61,13 +61,6 @@ public:
         }
         return std::exchange(m_received, {});
     }
-    // What has come until now, without waiting for more.
-    QByteArray readNow()
-    {
-        QCoreApplication::processEvents();
-        drain();
-        return std::exchange(m_received, {});
-    }
     // The settings the device end has now, as the program set them.
     termios settings() const
     {

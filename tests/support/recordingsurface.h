@@ -23,7 +23,6 @@ public:
     QMap<int, QString> labels;
     QMap<int, QVariant> groups;
     QMap<int, double> sliders;
-    QMap<int, bool> slidersShown;
     QMap<int, QImage> pictures;
     LightsView lights;
 
@@ -34,7 +33,7 @@ public:
     QVariant digitValue(int group) const override { return groups.value(group); }
     void ShowLights(const LightsView &view) override { lights = view; }
     void setSliderValue(int number, double value) override { sliders[number] = value; }
-    void setSliderShown(int number, bool shown) override { slidersShown[number] = shown; }
+    void setSliderShown(int, bool) override {}
     void setPicture(int area, const QImage &picture, const QString &) override
     {
         pictures[area] = picture;

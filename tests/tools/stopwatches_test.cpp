@@ -79,80 +79,54 @@ TEST_F(StopwatchesTest, RunningTimersCountHoursMinutesAndTenths)
     }
 }
 
-TEST_F(StopwatchesTest, OnlyRunningTimersAdvanceAndUnknownCodesChangeNothing)
+// A script of function codes and "+ms" steps of time; then the selection, some
+// timers' counters and the display. Only running timers advance; lap stops the
+// current timer and starts the next from zero; reset keeps the current one
+// running, reset all stops every one; split holds the display.
+TEST(Stopwatches, ScriptsOfFunctionsLeaveTheirCounters)
 {
-    run({3, 1, 1, 3, 1}); // 0 and 2 running, 3 current and stopped
-    sw.advance(2000);
-    EXPECT_EQ(counters(0), "1 0 0 20");
-    EXPECT_EQ(counters(1), "0 0 0 0");
-    EXPECT_EQ(counters(2), "1 0 0 20");
-    EXPECT_EQ(shown(), "0:00:00.0");
-    run({2, 3}); // stop 2
-    sw.advance(1000);
-    EXPECT_EQ(counters(2), "0 0 0 20");
-    EXPECT_EQ(counters(0), "1 0 0 30");
-
-    labels.clear();
-    skin.groups.clear();
-    run({8, 9, -1, 70, 32767}); // unknown codes
-    EXPECT_TRUE(labels.isEmpty() && shown().isEmpty());
-    EXPECT_EQ(std::tuple(sw.current(), counters(0), counters(2)),
-              std::tuple(2, QString("1 0 0 30"), QString("0 0 0 20")));
-
-    // Out of range queries answer neutrally.
-    EXPECT_EQ(std::tuple(sw.field(-1, 0), sw.field(10, 0), sw.field(0, 5)), std::tuple(0, 0, 0));
-    EXPECT_TRUE(sw.text(10).isEmpty());
-}
-
-TEST_F(StopwatchesTest, LapStopsCurrentAndStartsTheNextFromZero)
-{
-    // Laps from the last timer wrap to the first, stopped with a count to clear.
-    run({3, 2, 3});
-    sw.advance(1500);
-    run({1, 3, 2});
-    labels.clear();
-    sw.TimerFn(5);
-    EXPECT_EQ(sw.current(), 0);
-    EXPECT_EQ(labels, QStringList{QStringLiteral("28:0")});
-    EXPECT_EQ(counters(9), "0 0 0 15");
-    EXPECT_EQ(counters(0), "1 0 0 0");
-    sw.advance(300);
-    EXPECT_EQ(counters(0), "1 0 0 3");
-    EXPECT_EQ(counters(9), "0 0 0 15");
-    EXPECT_EQ(shown(), "0:00:00.3");
-}
-
-TEST_F(StopwatchesTest, ResetsClearCountersAndResetAllStopsEverything)
-{
-    for (int op : {0, 6}) {
-        run({3, 1, 3, 1, 3});
-        sw.advance(4200);
-        run({4});
-        EXPECT_EQ(counters(2), "1 0 0 0") << "reset current keeps it running";
-        EXPECT_EQ(counters(1), "1 0 0 42");
-        sw.TimerFn(op);
-        for (int t = 0; t < 10; ++t)
-            EXPECT_EQ(counters(t), "0 0 0 0") << "op " << op << " timer " << t;
-        EXPECT_EQ(sw.current(), 2) << "reset all keeps the selection";
-        sw.advance(1000);
-        EXPECT_EQ(counters(0), "0 0 0 0");
-        run({2, 2});
+    const struct
+    {
+        const char *script;
+        int current;
+        std::vector<std::pair<int, const char *>> counters;
+        const char *shown;
+    } cases[] = {
+        {"3 1 1 3 1 +2000", 3, {{0, "1 0 0 20"}, {1, "0 0 0 0"}, {2, "1 0 0 20"}}, "0:00:00.0"},
+        {"3 1 1 3 1 +2000 2 3 +1000", 2, {{0, "1 0 0 30"}, {2, "0 0 0 20"}}, "0:00:02.0"},
+        {"3 1 3 +1000 8 9 -1 70 32767", 1, {{0, "1 0 0 10"}, {1, "1 0 0 10"}}, "0:00:01.0"},
+        {"3 2 3 +1500 1 3 2 5", 0, {{9, "0 0 0 15"}, {0, "1 0 0 0"}}, "0:00:00.0"},
+        {"3 2 3 +1500 1 3 2 5 +300", 0, {{9, "0 0 0 15"}, {0, "1 0 0 3"}}, "0:00:00.3"},
+        {"3 1 3 1 3 +4200 4", 2, {{1, "1 0 0 42"}, {2, "1 0 0 0"}}, "0:00:00.0"},
+        {"3 1 3 1 3 +4200 0 +1000",
+         2,
+         {{0, "0 0 0 0"}, {1, "0 0 0 0"}, {2, "0 0 0 0"}},
+         "0:00:00.0"},
+        {"3 1 3 1 3 +4200 6 +1000",
+         2,
+         {{0, "0 0 0 0"}, {1, "0 0 0 0"}, {2, "0 0 0 0"}},
+         "0:00:00.0"},
+        {"3 +1200 7 +3000", 0, {{0, "1 0 0 42"}}, "0:00:01.2"},
+        {"3 +1200 7 +3000 7", 0, {{0, "1 0 0 42"}}, "0:00:04.2"},
+    };
+    for (const auto &c : cases) {
+        RecordingSurface skin;
+        Stopwatches sw{skin};
+        for (const QString &step : QString::fromLatin1(c.script).split(' ')) {
+            if (step.startsWith('+'))
+                sw.advance(step.mid(1).toLongLong());
+            else
+                sw.TimerFn(step.toInt());
+        }
+        SCOPED_TRACE(c.script);
+        EXPECT_EQ(sw.current(), c.current);
+        for (const auto &[timer, fields] : c.counters)
+            EXPECT_EQ(QString::asprintf("%d %d %d %d", sw.field(timer, 0), sw.field(timer, 2),
+                                        sw.field(timer, 3), sw.field(timer, 4)),
+                      QString::fromLatin1(fields))
+                << "timer " << timer;
+        EXPECT_EQ(skin.groups.value(Stopwatches::kGroup).toString(), QString::fromLatin1(c.shown));
     }
-}
-
-TEST_F(StopwatchesTest, SplitHoldsTheDisplayWhileTheTimerRunsOn)
-{
-    run({3});
-    sw.advance(1200);
-    run({7});
-    EXPECT_EQ(sw.field(0, 1), 1);
-    sw.advance(3000);
-    EXPECT_EQ(shown(), "0:00:01.2");
-    EXPECT_EQ(sw.shownSeconds(0), 1); // what the digit display counts
-    EXPECT_EQ(counters(0), "1 0 0 42");
-    run({7});
-    EXPECT_EQ(sw.field(0, 1), 0);
-    EXPECT_EQ(shown(), "0:00:04.2");
 }
 
 // Commands 70-75 are functions 1-6 and command 4 the split; a group in mode 5
