@@ -175,6 +175,24 @@ TEST_F(WebRadioTest, TheFirstStationWaitsForTheEngineAndAStopMeanwhileHolds)
     radio.reset();
 }
 
+TEST_F(WebRadioTest, AClosedConnectionIsToldAndPlayReconnects)
+{
+    LoopbackServer::Stream o;
+    o.closeAfterBytes = 3 * 16000;
+    o.burstBytes = 4000;
+    auto server = station(o);
+    NEED_STATION(server);
+    start();
+    radio->playAddress(server->url());
+    ASSERT_TRUE(waitFor([&] {
+        return label(WebRadio::kStatusLabel) == QLatin1String("Connection lost");
+    })) << skin.statuses.join('|').toStdString();
+    EXPECT_EQ(radio->playState(), WebRadio::Stopped);
+    radio->DoIt(147);
+    EXPECT_TRUE(waitFor([&] { return server->streamConnections() == 2; }));
+    EXPECT_TRUE(waitFor([&] { return radio->playState() == WebRadio::Playing; }));
+}
+
 TEST_F(WebRadioTest, AStationPlaylistPlaysItsFirstWorkingStreamAndAMissingOneCannotConnect)
 {
     auto server = station();

@@ -193,6 +193,8 @@ void LoopbackServer::stream(int client, bool icy)
     bool stalled = false;
     const int chunk = 800; // 50 ms at 128 kbit/s
     while (!m_stop) {
+        if (o.closeAfterBytes >= 0 && audio >= o.closeAfterBytes)
+            return;
         qint64 take = chunk;
         if (icy)
             take = qMin(take, o.metaInt - sinceMeta);

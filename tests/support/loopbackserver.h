@@ -45,6 +45,8 @@ public:
         // a connection; below 0 it never does.
         double stallAfterSeconds = -1;
         double stallSeconds = 2;
+        // The connection is closed after this much audio; below 0 never.
+        qint64 closeAfterBytes = -1;
     };
 
     LoopbackServer() { listen(); }
