@@ -14,7 +14,6 @@
 TEST(RadioDevice, AnythingButARadioGivesAQuietTunerThatSaysWhy)
 {
     TempHome home;
-    const QString file = home.write(QStringLiteral("radio0"), "not a device");
     const QString fifo = home.file(QStringLiteral("fifo"));
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     const struct
@@ -24,9 +23,6 @@ TEST(RadioDevice, AnythingButARadioGivesAQuietTunerThatSaysWhy)
     } cases[] = {
         {home.file(QStringLiteral("missing")),
          QStringLiteral("There is no radio device %1.").arg(home.file(QStringLiteral("missing")))},
-        {QString(), QStringLiteral("There is no radio device .")},
-        {file, QStringLiteral("%1 is not a radio device.").arg(file)},
-        {home.path(), QStringLiteral("%1 is not a radio device.").arg(home.path())},
         {fifo, QStringLiteral("%1 is not a radio device.").arg(fifo)}, // never waits for a writer
         {QStringLiteral("/dev/null"), QStringLiteral("/dev/null is not a radio receiver.")},
     };
