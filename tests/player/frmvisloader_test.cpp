@@ -91,7 +91,6 @@ TEST_F(VisLoader, AChosenFolderBecomesTheDefaultOnlyWhenAskedTo)
 {
     loader->cSelDir_Click(); // cancelled
     ASSERT_EQ(dialogs.calls.size(), 1);
-    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select directory containing media files:"));
     EXPECT_TRUE(visPLPath.isEmpty());
 
     dialogs.folderResult = lists + "Rock.DIR";
@@ -124,7 +123,6 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     const int found = loader->scan().count();
     ASSERT_TRUE(settled()) << "the first page still shows its pictures";
     EXPECT_EQ(loader->scan().count(), found) << "nothing comes after the stop";
-    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
     EXPECT_FALSE(box(0)->pixmap().isNull());
 
     // A missing folder chosen while a scan runs ends it: nothing is left to stop.
@@ -132,7 +130,6 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     loader->scanFolder(root + "missing");
     EXPECT_EQ(text("PName"), QStringLiteral("This folder does not exist: ") + root + "missing");
     EXPECT_EQ(loader->scan().count(), 0);
-    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
     loader->cCancel_Click();
     EXPECT_FALSE(loader->isVisible()) << "Exit closes the window";
 }
