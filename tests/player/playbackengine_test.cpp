@@ -90,7 +90,6 @@ protected:
     qint16 pbOverlap = 0, useTagCover = 0, friendlyNames = 1;
     RecordingSurface skin;
     QMap<int, QString> &labels = skin.labels;
-    QMap<int, QVariant> &groups = skin.groups;
     std::unique_ptr<PlaybackEngine> engine;
 
     QString trayTip, windowTitle;
@@ -109,7 +108,7 @@ TEST_F(PlaybackEngineTest, PlaysToTheEndAndOnToTheNextEntryThenStopsAtTheStart)
     EXPECT_EQ(labels[PlaybackEngine::kTypeLabel], QStringLiteral("MP3"));
     EXPECT_EQ(labels[PlaybackEngine::kNameLabel], QStringLiteral("tone.mp3"));
     EXPECT_EQ(labels[PlaybackEngine::kNumberLabel], QStringLiteral("2"));
-    EXPECT_EQ(groups[PlaybackEngine::kNumberGroup], QVariant(2));
+    EXPECT_EQ(skin.groups[PlaybackEngine::kNumberGroup], QVariant(2));
     ASSERT_TRUE(playingTrack(3));
     EXPECT_EQ(engine->state().CurDevice, QStringLiteral("M4W_MCI")) << "a module has its own";
     EXPECT_GT(engine->state().TrackLength, 500);
