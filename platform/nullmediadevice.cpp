@@ -51,7 +51,7 @@ void NullMediaDevice::finishOpening(quint32 generation)
         return;
     }
     m_state = State::Open;
-    m_length = m_lengths.value(m_fileName, m_defaultLength);
+    m_length = m_defaultLength;
     m_base = 0;
     m_mode = Mode::Stopped;
     QPointer<NullMediaDevice> alive(this);

@@ -3,7 +3,6 @@
 #include "platform/mediadevice.h"
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QObject>
 #include <QTimer>
 
@@ -15,8 +14,6 @@ class NullMediaDevice : public QObject, public MediaDevice
 public:
     explicit NullMediaDevice(qint64 defaultLengthMs = 5000, QObject *parent = nullptr);
 
-    // The length a file opens with; other files get the default.
-    void setLengthFor(const QString &path, qint64 ms) { m_lengths.insert(path, ms); }
     // Every open fails as a device that is not installed, with this text:
     // what stands in for a media engine that could not be loaded.
     void refuseAll(const QString &why) { m_refusal = why; }
@@ -40,7 +37,6 @@ private:
     void halt(Mode mode);
     void tick();
 
-    QHash<QString, qint64> m_lengths;
     qint64 m_defaultLength;
     State m_state = State::Closed;
     QString m_refusal;

@@ -20,9 +20,7 @@ TEST(FindFileNoCase, MatchesEveryPartWhateverItsCase)
         {"/skins//blue/./main.bmp", "Skins/Blue/Main.BMP"},
         {"Skins/Blue/../../TOP.TXT", "top.txt"},
         {"Skins/a.png", "Skins/a.png"},
-        {"Skins/Blue", ""},
         {"Skins/Blue/gone.bmp", ""},
-        {"", ""},
     };
     for (const auto &c : cases) {
         const QString expected = *c.found ? dir.path() + '/' + c.found : QString();

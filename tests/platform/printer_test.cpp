@@ -3,31 +3,23 @@
 #include "support/pdftext.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-TEST(QtPrinter, APdfHoldsTheTextWrappedToThePage)
+// That the lines typed reach the file is the notepad e2e's to show; pages are
+// Qt's to fill.
+TEST(QtPrinter, APdfHoldsEveryWordOfALineLongerThanThePage)
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("note.pdf"));
-    QStringList lines;
-    for (int i = 1; i <= 150; ++i)
-        lines << QStringLiteral("Line %1 of the note").arg(i);
+    const QString accents = QStringLiteral("Gr\u00fc\u00dfe, \u00e7a va? 10 \u20ac");
     const QString longLine = QStringLiteral("word ").repeated(60).trimmed();
-    lines.insert(2, longLine);
-    lines.insert(3, QStringLiteral("Gr\u00fc\u00dfe, \u00e7a va? 10 \u20ac"));
-
     QtPrinter printer;
-    ASSERT_EQ(printer.printToPdf(lines.join('\n'), QStringLiteral("Velto note"), file),
+    ASSERT_EQ(printer.printToPdf(longLine + '\n' + accents, QStringLiteral("Velto note"), file),
               Printer::Result::Printed);
     const QString text = pdfText(file);
-    for (const QString &line :
-         {QStringLiteral("Line 1 of the note"), QStringLiteral("Line 150 of the note"),
-          QStringLiteral("Gr\u00fc\u00dfe, \u00e7a va? 10 \u20ac")})
-        EXPECT_TRUE(text.contains(line)) << line.toStdString();
     EXPECT_EQ(text.count(QStringLiteral("word")), 60) << "a long line wraps, nothing is cut";
-    EXPECT_GE(text.count(QLatin1Char('\f')), 2) << "150 lines fill more than one page";
+    EXPECT_TRUE(text.contains(accents)) << text.toStdString();
 }
 
 TEST(QtPrinter, AFileThatCannotBeWrittenFailsAndLeavesNothing)

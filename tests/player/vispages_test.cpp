@@ -14,15 +14,12 @@ TEST(VisPages, SixteenToAPageAndPagingStaysOnTheExistingPages)
         int clamped; // the page paging may stay on
     } cases[] = {
         {17, -1, 2, 0, 16, "Page 0 of 2.  Total Playlists:17", 0}, // before the first
-        {0, 5, 1, 80, 0, "Page 6 of 1.  Total Playlists:0", 0},
         {17, 0, 2, 0, 16, "Page 1 of 2.  Total Playlists:17", 0},
         {17, 1, 2, 16, 1, "Page 2 of 2.  Total Playlists:17", 1},
         {16, 0, 1, 0, 16, "Page 1 of 1.  Total Playlists:16", 0},
         {32, 1, 2, 16, 16, "Page 2 of 2.  Total Playlists:32", 1},
         {33, 2, 3, 32, 1, "Page 3 of 3.  Total Playlists:33", 2},
-        {1, 0, 1, 0, 1, "Page 1 of 1.  Total Playlists:1", 0},
         {0, 0, 1, 0, 0, "Page 1 of 1.  Total Playlists:0", 0},
-        {20000, 1249, 1250, 19984, 16, "Page 1250 of 1250.  Total Playlists:20000", 1249},
         {17, 2, 2, 32, 0, "Page 3 of 2.  Total Playlists:17", 1}, // past the end: nothing shown
     };
     for (const auto &c : cases) {

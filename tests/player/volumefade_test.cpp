@@ -5,19 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
+#include <optional>
 #include <vector>
 
 namespace {
 
-class VolumeFadeTest : public ::testing::Test
+struct FadeRig
 {
-protected:
     FakeClock clock;
     std::vector<int> levels;
     VolumeFade fade{clock};
 
-    VolumeFadeTest()
+    FadeRig()
     {
         fade.setLevel = [this](int level) { levels.push_back(level); };
     }
@@ -32,94 +31,76 @@ protected:
     }
 };
 
-TEST_F(VolumeFadeTest, RisesFromSilenceToTheTargetWithoutGoingBack)
+// The clock is moved by jumpMs (or fails) before it ticks for runMs; then the
+// user may step in.
+TEST(VolumeFade, EndsAtItsTargetWhateverTheClockOrTheUserDoes)
 {
-    fade.start(65535, 8000);
-    ASSERT_EQ(levels, std::vector<int>{0}) << "silent before the first sound";
-    runMs(4000);
-    ASSERT_TRUE(fade.running());
-    // Half the time gives a quarter of the gain: the ear hears about half.
-    EXPECT_EQ(levels.back(), 16384);
-    runMs(4000);
-    EXPECT_FALSE(fade.running());
-    EXPECT_EQ(levels.back(), 65535);
-    EXPECT_TRUE(std::is_sorted(levels.begin(), levels.end()));
-    EXPECT_GE(levels.size(), 30u) << "about four steps a second";
-
-    const size_t before = levels.size();
-    runMs(2000);
-    EXPECT_EQ(levels.size(), before) << "a finished fade leaves the volume to the user";
-}
-
-TEST_F(VolumeFadeTest, EndsAtTheTargetWhateverTheClockDoes)
-{
+    enum Then { Nothing, Finish, CancelAndWait, StartAgain };
     const struct
     {
         const char *what;
-        int target;
-        int durationMs;
-        std::function<void(FakeClock &)> step; // before the first tick
-        int finalLevel;
-        size_t calls; // setter calls in all
+        int target, durationMs;
+        std::optional<qint64> jumpMs;
+        int runMs;
+        Then then;
+        int level;
+        bool running;
     } cases[] = {
-        {"no fade time", 300, 0, [](FakeClock &) {}, 300, 1},
-        {"negative target", -40, 8000, [](FakeClock &c) { c.time = c.time.addSecs(9); }, 0, 1},
-        {"clock set back", 300, 8000, [](FakeClock &c) { c.time = c.time.addSecs(-3600); }, 300, 2},
-        {"clock fails", 300, 8000, [](FakeClock &c) { c.time = QDateTime(); }, 300, 2},
+        // Half the time gives a quarter of the gain: the ear hears about half.
+        {"halfway", 65535, 8000, 0, 4000, Nothing, 16384, true},
+        {"to the end", 65535, 8000, 0, 8000, Nothing, 65535, false},
+        {"no fade time", 300, 0, 0, 0, Nothing, 300, false},
+        {"negative target", -40, 8000, 0, 9000, Nothing, 0, false},
+        {"clock set back", 300, 8000, -3600000, 250, Nothing, 300, false},
+        {"clock fails", 300, 8000, std::nullopt, 250, Nothing, 300, false},
+        {"finish jumps to the target", 1000, 8000, 0, 1000, Finish, 1000, false},
+        {"cancel leaves the level reached", 1000, 8000, 0, 2000, CancelAndWait, 63, false},
+        {"a new start begins again from silence", 1000, 8000, 0, 2000, StartAgain, 0, true},
     };
     for (const auto &c : cases) {
-        levels.clear();
-        clock.time = QDateTime(QDate(2026, 11, 23), QTime(7, 30));
-        fade.start(c.target, c.durationMs);
-        c.step(clock);
-        fade.tick();
-        fade.tick();
-        EXPECT_FALSE(fade.running()) << c.what;
-        ASSERT_FALSE(levels.empty()) << c.what;
-        EXPECT_EQ(levels.back(), c.finalLevel) << c.what;
-        EXPECT_EQ(levels.size(), c.calls) << c.what;
+        SCOPED_TRACE(c.what);
+        FadeRig r;
+        r.fade.start(c.target, c.durationMs);
+        ASSERT_FALSE(r.levels.empty());
+        if (c.durationMs) {
+            EXPECT_EQ(r.levels.front(), 0) << "silent before the first sound";
+        }
+        r.clock.time = c.jumpMs ? r.clock.time.addMSecs(*c.jumpMs) : QDateTime();
+        r.runMs(c.runMs);
+        if (c.then == Finish)
+            r.fade.finish();
+        if (c.then == CancelAndWait) {
+            r.fade.cancel();
+            r.runMs(8000);
+            r.fade.finish();
+        }
+        if (c.then == StartAgain)
+            r.fade.start(c.target, c.durationMs);
+        else
+            EXPECT_TRUE(std::is_sorted(r.levels.begin(), r.levels.end()));
+        // A finished fade leaves the volume to the user.
+        const size_t set = r.levels.size();
+        if (!c.running)
+            r.runMs(2000);
+        EXPECT_EQ(r.levels.size(), set);
+        EXPECT_EQ(r.levels.back(), c.level);
+        EXPECT_EQ(r.fade.running(), c.running);
     }
 }
 
-TEST_F(VolumeFadeTest, FinishJumpsToTheTargetCancelLeavesTheLevelAndStartBeginsAgain)
+TEST(VolumeFade, FadeInReachesTheLevelInUseEvenWhenSwitchedOnTwice)
 {
-    fade.start(1000, 8000);
-    runMs(1000);
-    fade.finish();
-    EXPECT_EQ(levels.back(), 1000);
-    EXPECT_FALSE(fade.running());
-
-    levels.clear();
-    fade.start(1000, 8000);
-    runMs(2000);
-    const int reached = levels.back();
-    EXPECT_GT(reached, 0);
-    EXPECT_LT(reached, 1000);
-    fade.cancel();
-    runMs(8000);
-    fade.finish();
-    EXPECT_EQ(levels.back(), reached) << "the user's own volume stays";
-
-    levels.clear();
-    fade.start(1000, 8000);
-    EXPECT_EQ(levels, std::vector<int>{0}) << "a new start begins again from silence";
-    EXPECT_TRUE(fade.running());
-}
-
-TEST_F(VolumeFadeTest, FadeInReachesTheLevelInUseEvenWhenSwitchedOnTwice)
-{
-    fade.fadeIn();
-    EXPECT_TRUE(levels.empty()) << "no reader, no level to reach: the volume is left alone";
-    EXPECT_FALSE(fade.running());
-
+    FadeRig r;
+    r.fade.fadeIn();
+    EXPECT_TRUE(r.levels.empty()) << "no reader, no level to reach: the volume is left alone";
     int inUse = 40000;
-    fade.readLevel = [&inUse] { return inUse; };
-    fade.fadeIn(8000);
-    runMs(2000);
-    inUse = levels.back(); // the control now reports the faded level
-    fade.fadeIn(8000);     // a second entry switches on in the same minute
-    runMs(8000);
-    EXPECT_EQ(levels.back(), 40000);
+    r.fade.readLevel = [&inUse] { return inUse; };
+    r.fade.fadeIn(8000);
+    r.runMs(2000);
+    inUse = r.levels.back(); // the control now reports the faded level
+    r.fade.fadeIn(8000);     // a second entry switches on in the same minute
+    r.runMs(8000);
+    EXPECT_EQ(r.levels.back(), 40000);
 }
 
 } // namespace
