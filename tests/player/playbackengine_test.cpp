@@ -270,34 +270,29 @@ TEST_F(PlaybackEngineTest, LoopRepeatsSeeksAreClampedAndPauseHoldsThePosition)
 
 TEST_F(PlaybackEngineTest, RandomPicksRoundHalvesToEvenAndEntryNumbersWrap)
 {
-    setList({"notes.txt", "notes.txt", "notes.txt", "notes.txt"});
-    // r x 4 + 1, halves to the even neighbour.
-    const std::pair<double, int> cases[] = {{0.0, 1}, {0.375, 2}, {0.625, 4}, {0.9, 5}};
-    for (const auto &[r, track] : cases) {
+    // From an entry, with a random number, a step lands on an entry: a random
+    // pick is r x 4 + 1 halved to the even neighbour, numbers out of range wrap.
+    setList({"notes.txt", "readme.txt", "notes.txt", "notes.txt"});
+    using P = PlaybackEngine;
+    const std::tuple<int, double, void (P::*)(), int> cases[] = {
+        {1, 0.0, &P::RndTrack, 1},  {1, 0.375, &P::RndTrack, 2}, {1, 0.625, &P::RndTrack, 4},
+        {1, 0.9, &P::RndTrack, 5},  {0, 0.0, &P::PlayIt, 4},     {5, 0.0, &P::PlayIt, 1},
+        {1, 0.0, &P::PrevTrack, 4},
+    };
+    for (const auto &[from, r, step, to] : cases) {
+        playlist.CurTrack = from;
         random.values = {r};
-        engine->RndTrack();
-        EXPECT_EQ(playlist.CurTrack, track) << r;
+        (engine.get()->*step)();
+        EXPECT_EQ(playlist.CurTrack, to) << from << " " << r;
     }
+    EXPECT_EQ(engine->device(0), nullptr) << "documents open no device";
+
     // count + 1 ends playback and goes back to the first entry.
     flags.Shuffle = true;
     random.values = {0.99};
     engine->NextTrack();
     EXPECT_EQ(playlist.CurTrack, 1);
     EXPECT_FALSE(engine->state().playing);
-
-    // Entry numbers wrap round.
-    flags.Shuffle = false;
-    setList({"notes.txt", "readme.txt"});
-    const std::tuple<int, void (PlaybackEngine::*)(), int> wraps[] = {
-        {0, &PlaybackEngine::PlayIt, 2},
-        {3, &PlaybackEngine::PlayIt, 1},
-        {1, &PlaybackEngine::PrevTrack, 2}};
-    for (const auto &[from, step, to] : wraps) {
-        playlist.CurTrack = from;
-        (engine.get()->*step)();
-        EXPECT_EQ(playlist.CurTrack, to) << from;
-    }
-    EXPECT_EQ(engine->device(0), nullptr) << "documents open no device";
 }
 
 // Entries no device plays: a missing file is marked once, a CD track or disc
