@@ -8,7 +8,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -171,23 +170,22 @@ TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
 
 TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
 {
-    for (bool play : {false, true}) {
+    for (const char *when : {"loading", "playing", "in a callback"}) {
+        SCOPED_TRACE(when);
         EventLog log;
-        auto device = openDevice(log, "tone.mp3");
-        if (play) {
+        std::unique_ptr<MediaDevice> device = openDevice(log, "tone.wav");
+        if (when[0] == 'i')
+            device->setEvents({{}, {}, [&](qint64) { device.reset(); }, {}});
+        if (when[0] != 'l') {
             device->play();
-            ASSERT_TRUE(waitFor([&] { return device->position() > 100; }));
+            // Reading the position makes the device learn a newer one.
+            ASSERT_TRUE(waitFor([&] { return !device || device->position() > 100; }));
         }
+        device.reset();
+        // Whatever was queued for the destroyed device runs now, and must find it gone.
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
     }
-    EventLog log;
-    std::unique_ptr<MediaDevice> device = openDevice(log, "tone.wav");
-    device->setEvents({{}, {}, [&](qint64) { device.reset(); }, {}});
-    device->play();
-    // Reading the position makes the device learn a newer one.
-    EXPECT_TRUE(waitFor([&] { return !device || device->position() < 0; }));
-    // Whatever was queued for the destroyed device runs now, and must find it gone.
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
 }
 
 TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
@@ -210,7 +208,7 @@ TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
     }
 }
 
-TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalledAndNoProgramLinksIt)
+TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalled)
 {
     MediaDeviceFactory factory({QStringLiteral("/nonexistent/libvelto_mpv.so")});
     factory.preload();
@@ -227,14 +225,6 @@ TEST(MediaDeviceFactory, WithoutTheModuleEveryOpenFailsAsNotInstalledAndNoProgra
     ASSERT_TRUE(waitFor([&] { return log.failed == 1; }));
     EXPECT_EQ(log.error, MediaDevice::DeviceNotInstalled);
     EXPECT_EQ(log.text, factory.problem());
-
-    // No program links libmpv: start-up pays for it only once the module loads.
-    QProcess ldd;
-    ldd.start(QStringLiteral("ldd"), {QCoreApplication::applicationFilePath()});
-    ASSERT_TRUE(ldd.waitForFinished(10000));
-    const QByteArray libraries = ldd.readAllStandardOutput();
-    EXPECT_TRUE(libraries.contains("libQt6Core")) << libraries.toStdString();
-    EXPECT_FALSE(libraries.contains("libmpv")) << libraries.toStdString();
 }
 
 } // namespace

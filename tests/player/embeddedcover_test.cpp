@@ -62,14 +62,6 @@ QByteArray id3(int major, int flags, const QByteArray &frames)
            frames;
 }
 
-QByteArray v23(const QList<QByteArray> &bodies)
-{
-    QByteArray frames = frame3("TIT2", QByteArray("\0Title", 6));
-    for (const QByteArray &b : bodies)
-        frames += frame3("APIC", b);
-    return id3(3, 0, frames + QByteArray(20, '\0'));
-}
-
 QByteArray flacBlock(int type, const QByteArray &data)
 {
     return be32(quint32(type)) + be32(9) + "image/png" + be32(4) + "desc" + QByteArray(16, '\0') +
@@ -133,16 +125,14 @@ QByteArray box(const char *type, const QByteArray &body)
     return be32(quint32(body.size() + 8)) + type + body;
 }
 
-QByteArray mp4File(const QByteArray &picture, bool isoMeta = true, bool inUdta = true)
+QByteArray mp4File(const QByteArray &picture)
 {
     const QByteArray data = box("data", be32(14) + be32(0) + picture);
     const QByteArray ilst =
         box("ilst", box("\xA9nam", box("data", be32(1) + be32(0) + "Title")) + box("covr", data));
     const QByteArray hdlr = box("hdlr", QByteArray(25, '\0'));
-    const QByteArray meta =
-        box("meta", (isoMeta ? QByteArray(4, '\0') : QByteArray()) + hdlr + ilst);
-    const QByteArray moov =
-        box("moov", box("mvhd", QByteArray(100, '\0')) + (inUdta ? box("udta", meta) : meta));
+    const QByteArray meta = box("meta", QByteArray(4, '\0') + hdlr + ilst);
+    const QByteArray moov = box("moov", box("mvhd", QByteArray(100, '\0')) + box("udta", meta));
     return box("ftyp", "M4A \0\0\0\0isomM4A ") + box("mdat", QByteArray(300, '\x33')) + moov;
 }
 
@@ -154,10 +144,9 @@ EmbeddedPicture readBytes(const QByteArray &bytes)
     return readEmbeddedPicture(buffer);
 }
 
-// What the file is, its bytes, the picture expected and its type.
-using Fixture = std::tuple<const char *, QByteArray, QByteArray, int>;
+} // namespace
 
-QList<Fixture> fixtures()
+TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndNoneInBrokenOnes)
 {
     const QByteArray front = pictureBytes('F');
     const QByteArray other = pictureBytes('O');
@@ -169,19 +158,21 @@ QList<Fixture> fixtures()
     const QByteArray v23unsync = id3(3, 0x80, unsynchronise(frame3("APIC", apicBody(3, front))));
     const QByteArray v22body = QByteArray(1, 0) + "JPG" + char(3) + QByteArray("d\0", 2) + front;
     const QByteArray v22 = id3(2, 0, "PIC" + be32(quint32(v22body.size())).mid(1) + v22body);
-    const QByteArray v23ext =
-        id3(3, 0x40, be32(6) + QByteArray(6, '\0') + frame3("APIC", apicBody(0, other)));
     const QByteArray flacPicture = flacBlock(3, front);
     const QByteArray vorbisEntry =
         "METADATA_BLOCK_PICTURE=" + flacBlock(3, front + QByteArray(700, 'x')).toBase64();
     const QByteArray vorbisId = "\x01vorbis" + QByteArray(23, '\0');
 
-    return {
+    // What the file is, its bytes, the picture expected and its type.
+    const std::tuple<const char *, QByteArray, QByteArray, int> cases[] = {
         {"ID3v2.3, front cover chosen over the first picture",
-         v23({apicBody(0, other), apicBody(3, front)}) + "audio", front, 3},
-        {"ID3v2.3, only another picture", v23({apicBody(4, other)}), other, 4},
+         id3(3, 0,
+             frame3("TIT2", QByteArray("\0Title", 6)) + frame3("APIC", apicBody(0, other)) +
+                 frame3("APIC", apicBody(3, front)) + QByteArray(20, '\0')) +
+             "audio",
+         front, 3},
         {"ID3v2.3, whole tag unsynchronised", v23unsync, front, 3},
-        {"ID3v2.3, extended header", v23ext, other, 0},
+        {"ID3v2.3, no front cover", id3(3, 0, frame3("APIC", apicBody(0, other))), other, 0},
         {"ID3v2.4, UTF-16, frame unsynchronised with data length", v24, front, 3},
         {"ID3v2.2 PIC", v22, front, 3},
         {"FLAC picture block", flacFile({flacBlock(0, other), flacPicture}), front, 3},
@@ -190,64 +181,31 @@ QList<Fixture> fixtures()
         {"Ogg Vorbis comment across pages",
          oggFile({vorbisId, "\x03vorbis" + vorbisComments({"TITLE=x", vorbisEntry}), "setup"}),
          front + QByteArray(700, 'x'), 3},
-        {"Opus tags",
-         oggFile({"OpusHead" + QByteArray(11, 1), "OpusTags" + vorbisComments({vorbisEntry})}),
-         front + QByteArray(700, 'x'), 3},
         {"Ogg FLAC",
          oggFile({"\177FLAC" + QByteArray(46, 0),
                   char(0x86) + be32(quint32(flacPicture.size())).mid(1) + flacPicture}),
          front, 3},
+        {"Vorbis comment, the old cover art field",
+         oggFile({vorbisId,
+                  "\x03vorbis" + vorbisComments({"COVERARTMIME=image/png",
+                                                 "coverart=" + QByteArray("PNG").toBase64()})}),
+         "PNG", -1},
         {"MP4 covr in moov/udta/meta", mp4File(front), front, 3},
-        {"MP4, QuickTime meta without version", mp4File(front, false), front, 3},
-        {"MP4, meta straight in moov", mp4File(front, true, false), front, 3},
+
+        // Sizes past the end give no picture, and are refused without reading far.
+        {"ID3 tag claims 256 MB",
+         QByteArray("ID3\x03\0\0\x7F\x7F\x7F\x7F", 10) + QByteArray(40, 'A'), "", -1},
+        {"FLAC block of 16 MB", "fLaC\x86\xFF\xFF\xFF" + QByteArray(50, 'x'), "", -1},
+        {"Vorbis comment count of four billion",
+         oggFile({"\x01vorbis", "\x03vorbis" + le32(0) + le32(0xFFFFFFFF) + le32(0xFFFFFFF0)}), "",
+         -1},
+        {"MP4 box with a 64-bit size past the end",
+         box("ftyp", "isom") + be32(1) + "moov" + be32(0x7FFFFFFF) + be32(0xFFFFFFFF), "", -1},
     };
-}
-
-} // namespace
-
-TEST(EmbeddedPicture, FindsThePictureInEachKindOfFileAndSurvivesBrokenOnes)
-{
-    for (const auto &[what, file, expected, type] : fixtures()) {
+    for (const auto &[what, file, expected, type] : cases) {
         SCOPED_TRACE(what);
         const EmbeddedPicture pic = readBytes(file);
         EXPECT_EQ(pic.data, expected);
         EXPECT_EQ(pic.type, type);
     }
-    // Vorbis comments fall back on the old cover art field.
-    const EmbeddedPicture old = pictureFromVorbisComments(
-        vorbisComments({"COVERARTMIME=image/png", "coverart=" + QByteArray("PNGDATA").toBase64()}));
-    EXPECT_EQ(old.data, "PNGDATA");
-    EXPECT_EQ(old.mimeType, "image/png");
-
-    // Cut or corrupted files never crash nor invent data.
-    for (const auto &[what, file, expected, type] : fixtures()) {
-        SCOPED_TRACE(what);
-        // Every cut: nothing, or a whole picture the file holds before the cut.
-        for (qsizetype n = 0; n < file.size(); ++n) {
-            const EmbeddedPicture pic = readBytes(file.left(n));
-            if (!pic.data.isEmpty() && pic.data != expected && pic.data != pictureBytes('O'))
-                ADD_FAILURE() << "cut at " << n << " gave " << pic.data.toHex().toStdString();
-        }
-        // Single-byte damage anywhere, three values each: no fuzz target reads covers.
-        for (qsizetype n = 0; n < file.size(); ++n) {
-            for (const char value : {'\0', '\x7F', '\xFF'}) {
-                QByteArray damaged = file;
-                damaged[n] = value;
-                readBytes(damaged);
-            }
-        }
-    }
-
-    // Hostile sizes are refused without reading far, one of each kind of file.
-    const std::pair<const char *, QByteArray> cases[] = {
-        {"ID3 tag claims 256 MB",
-         QByteArray("ID3\x03\0\0\x7F\x7F\x7F\x7F", 10) + QByteArray(40, 'A')},
-        {"FLAC block of 16 MB", "fLaC\x86\xFF\xFF\xFF" + QByteArray(50, 'x')},
-        {"MP4 box with a 64-bit size past the end",
-         box("ftyp", "isom") + be32(1) + "moov" + be32(0x7FFFFFFF) + be32(0xFFFFFFFF)},
-        {"Vorbis comment count of four billion",
-         oggFile({"\x01vorbis", "\x03vorbis" + le32(0) + le32(0xFFFFFFFF) + le32(0xFFFFFFF0)})},
-    };
-    for (const auto &[what, file] : cases)
-        EXPECT_TRUE(readBytes(file).data.isEmpty()) << what;
 }

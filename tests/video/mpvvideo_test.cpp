@@ -50,24 +50,24 @@ TEST_F(MpvVideo, PicturesAreAnnouncedShownInEachNewViewAndEndWithTheirItem)
     for (int item = 1; item <= 2; ++item) {
         SCOPED_TRACE(item);
         play("clip.avi");
-        ASSERT_TRUE(waitLong([&] { return started == item; })) << log.text.toStdString();
+        ASSERT_TRUE(waitFor([&] { return started == item; })) << log.text.toStdString();
         EXPECT_EQ(size, QSize(160, 120));
         EXPECT_EQ(device->videoSize(), QSize(160, 120));
         view.reset(device->createVideoView(nullptr));
         ASSERT_TRUE(view);
         view->resize(160, 120);
         view->show();
-        ASSERT_TRUE(waitLong([&] { return device->position() >= 500; }));
+        ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
         EXPECT_GT(coloursIn(*view), 4) << "the view stays black";
         if (item == 1) {
             // Closing the view leaves the item to play to its end.
             view.reset();
             const qint64 before = device->position();
-            ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
+            ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
             EXPECT_GT(device->position(), before);
         }
     }
-    ASSERT_TRUE(waitLong([&] { return log.ended == 2; }));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }));
     EXPECT_EQ(stopped, 2);
     EXPECT_TRUE(device->videoSize().isEmpty());
     EXPECT_EQ(log.failed, 0);
@@ -88,7 +88,7 @@ TEST_F(MpvVideo, OnlyAFileWithPicturesSetsUpThePictureOutput)
         SCOPED_TRACE(item.file);
         play(item.file);
         ++opened;
-        ASSERT_TRUE(waitLong([&] { return log.opened == opened; })) << log.text.toStdString();
+        ASSERT_TRUE(waitFor([&] { return log.opened == opened; })) << log.text.toStdString();
         const std::unique_ptr<QWidget> view(device->createVideoView(nullptr));
         EXPECT_EQ(view != nullptr, item.output);
     }

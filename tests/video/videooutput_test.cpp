@@ -30,7 +30,7 @@ protected:
 TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowOpensAndClosesWithTheItem)
 {
     play();
-    ASSERT_TRUE(waitLong([&] { return output->window(*device); })) << log.text.toStdString();
+    ASSERT_TRUE(waitFor([&] { return output->window(*device); })) << log.text.toStdString();
     QWidget *window = output->window(*device);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->size(), QSize(160, 120));
@@ -40,7 +40,7 @@ TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowOpensAndClosesWithTheItem)
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(window->isFullScreen());
 
-    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
     EXPECT_EQ(output->window(*device), nullptr);
     EXPECT_EQ(output->view(*device), nullptr);
 }
@@ -52,7 +52,7 @@ TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSk
     box.show();
     output->setVideoBox(&box);
     play();
-    ASSERT_TRUE(waitLong([&] { return output->view(*device); })) << log.text.toStdString();
+    ASSERT_TRUE(waitFor([&] { return output->view(*device); })) << log.text.toStdString();
     EXPECT_EQ(box.content(), output->view(*device));
     EXPECT_EQ(output->view(*device)->geometry(), QRect(0, 0, 80, 60));
     EXPECT_EQ(output->window(*device), nullptr);
@@ -65,7 +65,7 @@ TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSk
 
     // Closing that window leaves the sound to play to its end.
     output->window(*device)->close();
-    ASSERT_TRUE(waitLong([&] { return log.ended == 1; }));
+    ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
     EXPECT_EQ(log.failed, 0);
 }
 

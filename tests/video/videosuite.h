@@ -34,9 +34,6 @@ protected:
         device->play();
     }
 
-    // Pictures cost a loaded machine far more than sound does.
-    static bool waitLong(const std::function<bool()> &done) { return waitFor(done, 15000); }
-
     EventLog log;
     std::unique_ptr<MediaDevice> device;
 };
