@@ -72,9 +72,8 @@ TEST(CdTable, TracksInTimeUnitsAndTheTrackUnderAPosition)
     EXPECT_EQ(table.CDSeconds, 128) << "(4905 + 4500 + 225) sectors, whole seconds";
     EXPECT_EQ(table.tracks[4].EndMs, 0) << "slots past the last track stay empty";
 
-    const std::pair<qint32, int> under[] = {{0, 1},      {2000, 1},   {4999, 1},
-                                            {5000, 2},   {70399, 2},  {70400, 3},
-                                            {130399, 3}, {130400, 0}, {INT32_MAX, 0}};
+    const std::pair<qint32, int> under[] = {{0, 1},     {4999, 1},   {5000, 2},
+                                            {70400, 3}, {130399, 3}, {130400, 0}};
     for (const auto &[ms, track] : under)
         EXPECT_EQ(findCdTrack(table, ms), track) << ms;
     EXPECT_EQ(findCdTrack(CdTable(), 1), 0) << "no disc";
