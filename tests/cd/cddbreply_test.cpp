@@ -40,26 +40,6 @@ TEST(CddbReply, QueryAnswers)
     }
 }
 
-// One pass over the reply finds what CDDBField finds track by track.
-TEST(CddbReply, EntryTitlesAreWhatTheFieldsSay)
-{
-    const QStringList replies = {
-        "210 rock 1 x\r\nDTITLE=The Band / First Album\r\nTTITLE0=One\r\nTTITLE2=Three\r\n"
-        "TTITLE1=Two\r\nTTITLE0=Again\r\nTTITLE3=No end",
-        "TTITLE01=zero one\r\nTTITLE1=one\r\nTTITLETTITLE0=x\r\nTTITLE99=last\r\n",
-        "TTITLE100=\r\nTTITLE10=ten\r\nTTITLE1==eq\r\n",
-    };
-    for (const QString &reply : replies) {
-        for (int tracks : {3, 100}) {
-            const CddbDiscEntry entry = readDiscReply(reply, tracks);
-            ASSERT_EQ(entry.titles.size(), tracks);
-            for (int i = 0; i < tracks; ++i)
-                EXPECT_EQ(entry.titles[i], CDDBField(reply, QStringLiteral("TTITLE%1").arg(i)))
-                    << reply.toStdString() << " track " << i;
-        }
-    }
-}
-
 TEST(CddbReply, ArtistAndAlbumFromTheDiscTitle)
 {
     const std::tuple<const char *, const char *, const char *> cases[] = {

@@ -34,8 +34,7 @@ TEST(CdPlayerIni, SectionsAndKeys)
         {kFile, "4D5E6F", 3, true, {{0, "Opening"}, {2, "Closing = Last"}, {1, "Middle"}}, ""},
         {kFile, "ABCDEF", 3, false, {}, ""},
         {"[abc1]  \n0=One\n", "ABC1", 1, true, {{0, "One"}}, ""}, // other case, blanks after
-        {"[ABC1]\n0=One\n", "abc1", 1, true, {{0, "One"}}, ""},
-        {"  [ABC1]\n0=One\n", "ABC1", 1, false, {}, ""}, // blanks before: no header
+        {"  [ABC1]\n0=One\n", "ABC1", 1, false, {}, ""},          // blanks before: no header
         {"[A]\n0=a\n[B]\n1=b\n", "A", 2, true, {{0, "a"}}, ""},
         {"[A]\n3=x\n2=y\n", "A", 3, true, {{2, "y"}}, ""}, // past the last track
         // A key that is no number names track 1, and a later 0= again.
@@ -47,7 +46,6 @@ TEST(CdPlayerIni, SectionsAndKeys)
          true,
          {{0, "a"}},
          "Number of Tracks do not match! ( 12 14)"},
-        {"[A]\nNUMTRACKS=3\n0=a\n", "A", 3, true, {{0, "a"}}, ""},
         {"[A]\n0= spaced \n", "A", 1, true, {{0, " spaced "}}, ""},
         {"[A]\n0=Caf\xe9\n", "A", 1, true, {{0, "Caf\u00e9"}}, ""}, // Windows-1252
         {"[A]\r0=a\r1=b\r", "A", 2, true, {{0, "a"}, {1, "b"}}, ""},

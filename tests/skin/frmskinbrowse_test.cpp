@@ -59,22 +59,10 @@ protected:
 
 } // namespace
 
-TEST_F(SkinBrowser, ListsTheSkinsOfTheFolderUnderEachType)
-{
-    EXPECT_EQ(browser->skinFolder(), skins) << "no skin folder set: the program's skins";
-    EXPECT_EQ(
-        entries(),
-        QStringList({"BROWSER > Velto Slate Web Browser", "CALCULATOR > Velto Slate Calculator",
-                     "CLOCK > Velto Slate Clock", "DEFAULT > Velto Slate",
-                     "FMTUNER > Velto Slate FM Tuner", "KARAOKE > Velto Slate Karaoke",
-                     "NOTEPAD > Velto Slate Notepad", "WEBRADIO > Velto Slate Web Radio"}));
-    // Which skin each filter lists is SkinDir's; the favourite test switches the filter here.
-    EXPECT_TRUE(loads.isEmpty()) << "listing loads nothing";
-}
-
 TEST_F(SkinBrowser, AClickLoadsTheSkinAndShowsItsComment)
 {
     const int calculator = int(entries().indexOf("CALCULATOR > Velto Slate Calculator"));
+    ASSERT_GE(calculator, 0) << entries().join(',').toStdString();
     clickRow(calculator);
     ASSERT_EQ(loads, QStringList({skins + "/calculator.skin"}));
     EXPECT_FALSE(comment().isEmpty());

@@ -11,7 +11,6 @@ TEST(NameScroller, FramesRunLeftAndComeRound)
         {"Song", 8, 5, "Song"},             // fits: stands still
         {"ABCDEFGHIJ", 0, 3, "ABCDEFGHIJ"}, // no cells to fill
         {"ABCDEFGHIJ", 4, 0, "ABCD"},
-        {"ABCDEFGHIJ", 4, 1, "BCDE"},
         {"ABCDEFGHIJ", 4, 8, "IJ *"},
         {"ABCDEFGHIJ", 4, 14, " ABC"},
         {"ABCDEFGHIJ", 4, 15, "ABCD"}, // once round the name and the gap

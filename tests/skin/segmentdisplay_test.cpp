@@ -5,7 +5,6 @@
 
 #include <QPainter>
 #include <gtest/gtest.h>
-#include <limits>
 #include <optional>
 
 namespace {
@@ -131,24 +130,19 @@ protected:
 // Digit sheets blank leading zeros; character sheets cut or pad the text to their cells.
 TEST_F(SegmentDisplayTest, EachSheetShowsEachModeAsItShould)
 {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     // clang-format off
     const struct { int sheet, mode; QVariant value; const char *shown; } cases[] = {
-        {0, -3, 7, " 07"},         {0, -3, 1234, "234"},        {0, -3, -7, " 07"},
-        {0, -5, 42, " 0042"},      {0, -2, 0, " 0"},            {0, -3, "12", " 12"},
+        {0, -3, 7, " 07"},         {0, -3, 1234, "234"},        {0, -2, 0, " 0"},
         {0, -3, "ab-", "  -"},     {0, -4, qint64(-9), " 009"}, {0, 3, 0.5, "   .5"},
-        {0, 3, 0, "   . "},        {0, 3, 7, "  7.0"},          {0, 3, 10.25, " 10.3"},
-        {0, 3, 0.15, "   .2"},     {0, 3, -2.5, "-  2.5"},      {0, 3, -0.04, "   . "},
-        {0, 3, 99.96, "100.0"},    {0, 3, 1234.56, "1234.6"},   {0, 3, "12.34", " 12.3"},
-        {0, 3, "abc", "   "},      {0, 3, nan, "   "},          {0, 4, 87.5, " 87.500"},
-        {0, 4, 1.0005, "  1.001"}, {0, 4, 2.0004999, "  2.000"}, {0, 5, 3909, " 1:05:09"},
-        {0, 5, 0, " 0:00:00"},     {0, 5, 45296.6, "12:34:57"}, {0, 5, 360000, "100:00:00"},
-        {0, 5, -65, " 0:-01:-05"}, {0, 5, "x", " "},            {0, 0, 0, " "},
-        {0, 0, 100, "100"},        {0, 0, 0.5, " .5"},          {0, 0, "Mute", "    "},
-        {0, 7, "12-3", "12-3"},    {0, -16, 5, "5"},            {1, 4, "Hello", "Hell"},
-        {1, 4, "Hi", "Hi  "},      {2, 6, "Mute", "MUTE  "},    {1, -4, "Hello", "ello"},
-        {1, -3, 7, "007"},         {1, 3, 0.5, "000"},          {1, 0, "Hello", ""},
-        {1, 6, "", "      "},      {1, -16, "0123456789abcdefXY", "0123456789abcdef"},
+        {0, 3, 0, "   . "},        {0, 3, -2.5, "-  2.5"},      {0, 3, 99.96, "100.0"},
+        {0, 3, 1234.56, "1234.6"}, {0, 3, "abc", "   "},        {0, 4, 87.5, " 87.500"},
+        {0, 4, 1.0005, "  1.001"}, {0, 5, 3909, " 1:05:09"},    {0, 5, 0, " 0:00:00"},
+        {0, 5, 360000, "100:00:00"}, {0, 5, -65, " 0:-01:-05"}, {0, 0, 0, " "},
+        {0, 0, 100, "100"},        {0, 0, "Mute", "    "},      {0, 7, "12-3", "12-3"},
+        {0, -16, 5, "5"},          {1, 4, "Hello", "Hell"},     {1, 4, "Hi", "Hi  "},
+        {2, 6, "Mute", "MUTE  "},  {1, -4, "Hello", "ello"},    {1, -3, 7, "007"},
+        {1, 3, 0.5, "000"},        {1, 0, "Hello", ""},
+        {1, -16, "0123456789abcdefXY", "0123456789abcdef"},
     };
     // clang-format on
     for (const auto &c : cases) {
@@ -163,9 +157,8 @@ TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
 {
     const std::tuple<int, QTime, bool, const char *, const char *> cases[] = {
         {2, QTime(14, 5, 9), true, "14:05", "09"}, {2, QTime(14, 5, 9), false, " 2:05", "09"},
-        {2, QTime(9, 5, 9), true, "09:05", "09"},  {1, QTime(9, 5, 0), true, "09:05", "  "},
-        {1, QTime(21, 30), false, " 9:30", "PM"},  {1, QTime(0, 10), false, "12:10", "AM"},
-        {1, QTime(12, 0), false, "12:00", "PM"},   {1, QTime(10, 0, 59), false, "10:00", "AM"},
+        {1, QTime(9, 5, 0), true, "09:05", "  "},  {1, QTime(21, 30), false, " 9:30", "PM"},
+        {1, QTime(0, 10), false, "12:10", "AM"},   {1, QTime(12, 0), false, "12:00", "PM"},
     };
     for (const auto &[mode, time, twentyFour, shown, label9] : cases) {
         clock.time.setTime(time);
@@ -200,10 +193,8 @@ TEST_F(SegmentDisplayTest, TextReadsWhatTheGroupShows)
     display.setTimeFmt(0);
     // clang-format off
     const struct { qint16 sheet, mode; QVariant value; const char *read; } cases[] = {
-        {0, -3, 7, "07"},    {0, 5, 3909, "1:05:09"},   {0, 5, 0, "0:00:00"},
-        {0, 3, 0.5, ".5"},   {0, 3, 0, ""},             {0, 0, "Mute", ""},
-        {0, 7, "12-3", "12-3"}, {0, 1, 0, "9:30"},      {1, 5, "hello", "hello"},
-        {1, 6, " ab ", "ab"}, {2, 4, "abcdef", "ABCD"}, {3, 3, "a?", "A?"},
+        {0, -3, 7, "07"},    {0, 5, 0, "0:00:00"}, {0, 3, 0, ""},      {0, 0, "Mute", ""},
+        {0, 1, 0, "9:30"},   {1, 6, " ab ", "ab"}, {2, 4, "abcdef", "ABCD"}, {3, 3, "a?", "A?"},
     };
     // clang-format on
     for (const auto &c : cases) {
@@ -227,12 +218,6 @@ TEST_F(SegmentDisplayTest, GlyphsLandWholeAtTheirWidthAndTheGapSeparatesThem)
     for (size_t k = 1; k < d.widths.size(); ++k)
         xs.push_back(xs.back() + d.widths[k - 1] + 2);
     EXPECT_EQ(d.xs, xs);
-    // Whole glyphs: the top and bottom rows from their own rows of the sheet, nothing beyond.
-    EXPECT_EQ(readRow(canvas, 5).xs, xs);
-    EXPECT_EQ(readRow(canvas, 5 + H - 1).xs, xs);
-    EXPECT_EQ(
-        std::tuple(seenAt(canvas, 10, 5).value().dy, seenAt(canvas, 10, 5 + H - 1).value().dy),
-        std::tuple(0, H - 1));
     EXPECT_TRUE(readRow(canvas, 4).xs.empty() && readRow(canvas, 5 + H).xs.empty());
 }
 
@@ -240,9 +225,9 @@ TEST_F(SegmentDisplayTest, CharacterAndLetterSheetsPickTheirCells)
 {
     // clang-format off
     const struct { int sheetType; char32_t ch; int row, col; } cases[] = {
-        {1, U'a', 4, 1},  {1, 127, 5, 15}, {1, 31, 0, 0},   {1, U'é', 0, 0},  {2, U'a', 2, 1},
-        {2, U'{', 5, 11}, {3, U'Z', 0, 25}, {3, U'7', 1, 7},  {3, U'@', 0, 8},  {3, U'I', 0, 8},
-        {3, U':', 1, 12}, {3, U'.', 1, 27}, {3, U' ', 0, 29}, {3, U'?', 2, 3},  {3, U'é', 0, 29},
+        {1, U'a', 4, 1},  {1, 127, 5, 15}, {1, 31, 0, 0},   {2, U'a', 2, 1},  {2, U'{', 5, 11},
+        {3, U'Z', 0, 25}, {3, U'7', 1, 7},  {3, U'@', 0, 8},  {3, U':', 1, 12}, {3, U'.', 1, 27},
+        {3, U' ', 0, 29}, {3, U'?', 2, 3},
     };
     // clang-format on
     for (const auto &c : cases) {
@@ -257,43 +242,12 @@ TEST_F(SegmentDisplayTest, CharacterAndLetterSheetsPickTheirCells)
 
 TEST_F(SegmentDisplayTest, SheetInAnotherPixelFormatIsReadAndEditsAreSeen)
 {
-    for (QImage::Format format : {QImage::Format_RGB32, QImage::Format_RGB888}) {
-        sheets = makeSheets(format);
-        EXPECT_EQ(show(group(0, -3), 7).text, QStringLiteral(" 07"));
-        // A skin that paints onto its resource picture changes the glyphs.
-        QPainter(&sheets).fillRect(2 + 7 * W, 1, W, H, QColor(200, 1, 1));
-        show(group(0, -3), 7);
-        EXPECT_EQ(canvas.pixel(10 + 2 * W, 6), qRgb(200, 1, 1)) << "format " << format;
-    }
-}
-
-// Skins may give any size, place, sheet and mode; show() checks nothing is drawn beyond the
-// repaint. A hidden group is the loader's SetDD test.
-TEST_F(SegmentDisplayTest, WildLayoutsAndValuesStayInsideBothPictures)
-{
-    const struct
-    {
-        qint16 faceX, faceY, width, height, narrow, gap, sheetType, mode;
-        int x, y;
-        QVariant value;
-    } cases[] = {
-        {2, 1, 32767, 32767, 32767, 0, 0, -3, 190, 35, 123},
-        {-400, 32767, W, H, N, 0, 1, 6, 0, 0, QStringLiteral("abc")},
-        {2, 1, -32768, -7, -1, -32768, 0, 5, -300, -60, 3909},
-        {0, 60, W, H, N, 32767, 3, 32767, 10, 5, QString(5000, u'9')},
-        {2, 10, W, H, N, -6, 2, -32768, 10, 5, std::numeric_limits<double>::infinity()},
-        {2, 1, W, H, N, 0, 4, 1, 10, 5, 88}, // sheets no skin can have
-        {2, 1, W, H, N, 0, -1, -3, 10, 5, 88},
-    };
-    for (const auto &c : cases) {
-        DigitGroup g = group(c.sheetType, c.mode, c.gap);
-        std::tie(g.faceX, g.faceY, g.width, g.height, g.narrow, g.x, g.y) =
-            std::tuple(c.faceX, c.faceY, c.width, c.height, c.narrow, c.x, c.y);
-        show(g, c.value);
-    }
-
-    // A number too wide for its cell is drawn on to the edge of the picture.
-    EXPECT_TRUE(show(group(0, 3), 1e300).text.startsWith(QStringLiteral("1000000")));
+    sheets = makeSheets(QImage::Format_RGB888);
+    EXPECT_EQ(show(group(0, -3), 7).text, QStringLiteral(" 07"));
+    // A skin that paints onto its resource picture changes the glyphs.
+    QPainter(&sheets).fillRect(2 + 7 * W, 1, W, H, QColor(200, 1, 1));
+    show(group(0, -3), 7);
+    EXPECT_EQ(canvas.pixel(10 + 2 * W, 6), qRgb(200, 1, 1));
 }
 
 TEST(MakeDayStr, NamesEachWeekdayWithItsLetterAndTheDate)
