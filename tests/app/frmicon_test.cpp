@@ -25,7 +25,6 @@ TEST(TrayIcon, BringsBackTheWindowAndHidesItOnCloseOnlyWhenItCan)
 
     // Clicking brings back a minimised or hidden window.
     const std::pair<QSystemTrayIcon::ActivationReason, bool> cases[] = {
-        {QSystemTrayIcon::DoubleClick, true},
         {QSystemTrayIcon::Trigger, true},
         {QSystemTrayIcon::Context, false},
     };

@@ -26,7 +26,6 @@ TEST_F(RadioModes, WhatIsOpenedGoesWhereItBelongs)
     const QString song = home.write(QStringLiteral("song.mp3"), "x");
     const QString mixed =
         home.write(QStringLiteral("mixed.m3u"), (song + "\n" + nowhere + "\n").toUtf8());
-    const QString empty = home.write(QStringLiteral("empty.pls"), "[playlist]\n");
     const QString pls =
         home.write(QStringLiteral("listen.pls"),
                    "[playlist]\nFile1=" + nowhere.toUtf8() + "\nFile2=" + nowhere.toUtf8() + "2\n");
@@ -44,13 +43,6 @@ TEST_F(RadioModes, WhatIsOpenedGoesWhereItBelongs)
         // While running, the player's cases first: a station switches the skin for good.
         {"a song", song, false, false, {}, 0},
         {"a playlist with files", mixed, false, false, {}, 0},
-        {"a playlist with nothing in it", empty, false, false, {}, 0},
-        {"a playlist that is not there",
-         home.file(QStringLiteral("gone.pls")),
-         false,
-         false,
-         {},
-         0},
         {"an address", nowhere + "3", false, true, nowhere + "3", 0},
         {"a station's playlist", pls, false, true, nowhere, 0},
     };

@@ -20,12 +20,8 @@ TEST(ScreenScale, RoundsEveryFactorDownAndVeltoScaleReplacesThemAll)
         ScaleVariables user, whole;
     } cases[] = {
         {"nothing set", {}, {}},
-        {"whole factor", {.scaleFactor = "2"}, {.scaleFactor = "2"}},
         {"fraction rounded down", {.scaleFactor = "2.75"}, {.scaleFactor = "2"}},
         {"never below 1", {.scaleFactor = "0.5"}, {.scaleFactor = "1"}},
-        {"screen factors by order",
-         {.screenScaleFactors = "1.5;2;3.9"},
-         {.screenScaleFactors = "1;2;3"}},
         {"screen factors by name",
          {.screenScaleFactors = "DP-1=1.5;HDMI-A-1=2.25"},
          {.screenScaleFactors = "DP-1=1;HDMI-A-1=2"}},

@@ -93,11 +93,5 @@ TEST_F(SkinChoice, AnOlderSkinIsImportedBesideItsOriginalWhenTheUserAgrees)
     QFile original(old);
     ASSERT_TRUE(original.open(QIODevice::ReadOnly));
     EXPECT_TRUE(original.readAll().startsWith("\"Ne-Orb Skin\"")) << "the original stays";
-
-    velto->settings().SkinImport = QStringLiteral("0");
-    dialogs.openResults.push_back({old});
-    velto->DoIt(6);
-    EXPECT_EQ(dialogs.questionTitles.size(), 2) << "SkinImport=0 asks no more";
-    EXPECT_EQ(velto->settings().Skin, QStringLiteral("old.skin"));
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
 }

@@ -130,25 +130,16 @@ TEST(TrackInfo, InformationWindowOpensForThePlayingOrSelectedEntry)
 
 TEST_F(MainWindowCover, RestoresTheCoverAndOpensTheAlbumWindow)
 {
-    const QString a = home.write("music/01 - Morning.mp3", "x");
-    const QString b = home.write("music/Evening_Song.mp3", "x");
-    home.write("data/velto/playlist.m3u", (a + "\r\n" + b + "\r\n").toUtf8());
     const QString last = home.write("m/Last.BMP", picture(0xff00ffff));
     store.values["config/lastcover"] = last;
-    store.values["config/lasttrack"] = "2";
     store.values["config/startmd"] = "1"; // start with the last playlist and cover
     start();
-    showFirstFrame();
-    // The playlist and track restored are the lifecycle's test; the cover
-    // waits for the window to be on screen.
-    SkinAreaWidget *area = window->skin().area(1);
-    ASSERT_FALSE(area->picture().isNull()) << "the cover shown at the last quit";
-    EXPECT_EQ(velto->player().currentCover(), last);
+    showFirstFrame(); // the cover waits for the window to be on screen
+    ASSERT_FALSE(window->skin().area(1)->picture().isNull()) << "the cover shown at the last quit";
 
     velto->DoIt(16);
     frmAlbum *album = window->findChild<frmAlbum *>();
     ASSERT_TRUE(album && album->isVisible());
     EXPECT_EQ(album->picture().pixel(0, 0), 0xff00ffffu);
-
     EXPECT_TRUE(dialogs.messages.isEmpty()) << dialogs.messages.join('|').toStdString();
 }

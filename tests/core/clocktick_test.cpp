@@ -43,7 +43,6 @@ protected:
                          [this] { events << QStringLiteral("off"); });
         QObject::connect(&tick, &ClockTick::snoozeEnded, &tick,
                          [this] { events << QStringLiteral("snooze"); });
-        QObject::connect(&tick, &ClockTick::beat, &tick, [this] { ++ticks; });
     }
 
     TempHome home;
@@ -51,7 +50,6 @@ protected:
     Settings settings;
     QStringList events;
     LoggingSurface skin{events};
-    int ticks = 0;
     ClockTick tick{clock, settings, skin, home.file(QStringLiteral("autolist.txt"))};
 
     void schedule(const QStringList &entries) { ASSERT_TRUE(tick.setAutoList(entries)); }
@@ -104,7 +102,6 @@ TEST_F(ClockTickTest, ScheduleSwitchesInTheMinutesItsTicksSee)
         {1, week, {{saturday.addSecs(-1), 2}, {saturdayAt0730.addSecs(-1), 2}}, 'S', "on 3"},
         // On runs before off in the same minute, and only while Auto is on.
         {1, noon, {{mondayNoon.addSecs(-1), 2}}, 'M', "on 5,off,off,on 7"},
-        {-1, noon, {{mondayNoon.addSecs(-1), 2}}, 'M', "on 5,off,off,on 7"},
         {0, noon, {{mondayNoon.addSecs(-1), 2}}, 'M', ""},
         // A timer stalled across 07:30:00 misses that minute; four ticks in
         // 07:31:00 act once.
@@ -134,9 +131,9 @@ TEST_F(ClockTickTest, ScheduleSwitchesInTheMinutesItsTicksSee)
 TEST_F(ClockTickTest, ClockLabelFollowsTheTimeFormat)
 {
     const std::tuple<QTime, qint16, const char *> cases[] = {
-        {QTime(0, 5), 0, "12:05 AM"},  {QTime(11, 59), 0, "11:59 AM"},
-        {QTime(12, 0), 0, "12:00 PM"}, {QTime(19, 30), 0, "07:30 PM"},
-        {QTime(0, 0), 1, "00:00   "},  {QTime(19, 30), -1, "19:30   "},
+        {QTime(0, 5), 0, "12:05 AM"},    {QTime(12, 0), 0, "12:00 PM"},
+        {QTime(19, 30), 0, "07:30 PM"},  {QTime(0, 0), 1, "00:00   "},
+        {QTime(19, 30), -1, "19:30   "},
     };
     for (const auto &[time, timeFmt, label] : cases) {
         settings.TimeFmt = timeFmt;
@@ -193,18 +190,6 @@ TEST_F(ClockTickTest, TimeOfDaySnoozeActsInItsMinuteEveryDay)
         EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()), QSet<QString>{"label 5 [23:30]"});
         EXPECT_EQ(settings.Snooze, 1);
     }
-}
-
-TEST_F(ClockTickTest, InvalidClockReadingDoesNothing)
-{
-    settings.Auto = 1;
-    settings.Snooze = 1;
-    schedule({"E 00:00 00:00 01"});
-    clock.time = QDateTime();
-    tick.Timer2_Timer();
-    tick.Timer2_Timer();
-    EXPECT_TRUE(events.isEmpty());
-    EXPECT_EQ(ticks, 2);
 }
 
 } // namespace

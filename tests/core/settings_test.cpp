@@ -13,9 +13,8 @@ TEST(ConfigStore, IntegerOptionsTakeTheLeadingNumberRoundedTo16Bits)
     MemoryStore store;
     ConfigStore config(store);
     const std::pair<const char *, qint16> cases[] = {
-        {"", 0},    {"abc", 0},   {"12abc", 12}, {"  7", 7},       {"-3", -3},         {"2.5", 2},
-        {"3.5", 4}, {"-2.5", -2}, {"1e2", 100},  {"40000", 32767}, {"-40000", -32768}, {".5", 0},
-        {"1.", 1},  {"+4", 4},    {"-", 0},      {"1e999", 0},
+        {"", 0},      {"12abc", 12},    {"  -3", -3},       {"2.5", 2},   {"3.5", 4},
+        {"1e2", 100}, {"40000", 32767}, {"-40000", -32768}, {"1e999", 0},
     };
     for (const auto &[stored, expected] : cases) {
         store.values[QStringLiteral("config/pboverlap")] = QString::fromLatin1(stored);
@@ -114,12 +113,9 @@ TEST(IniSettingsStore, AnEmptyLockLeftByAKilledRunDoesNotHoldSavesUp)
 // quirks keep one value across runs.
 TEST(IniSettingsStore, BrokenFilesGiveDefaultsAndAreReplacedByAGoodOne)
 {
-    const QByteArray files[] = {
-        QByteArray(),
-        QByteArray("[config]\nsnoozetime=07:1"), // truncated
-        QByteArray("\x00\xff\xfe[\x01\x02=\x03\n\n\xc3(", 11),
-        QByteArray("[config]\nwinontop=yes\nvalidext=mp3, ogg\n=\n[[[\n"),
-    };
+    // The ini fuzz target covers other damage; one unreadable file and an empty one.
+    const QByteArray files[] = {QByteArray(),
+                                QByteArray("\x00\xff\xfe[\x01\x02=\x03\n\n\xc3(", 11)};
     for (const QByteArray &bytes : files) {
         SCOPED_TRACE(bytes.toHex().toStdString());
         TempHome home;

@@ -2,14 +2,12 @@
 
 #include <QDebug>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPixmap>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
-#include <QThread>
+#include <QtCore/qtestsupport_core.h>
 
 namespace {
 
@@ -35,6 +33,22 @@ QStringList splitFields(const QString &line)
     }
     fields << field.trimmed();
     return fields;
+}
+
+// Runs the program to its end, or kills it once the time is up.
+VeltoRun finish(QProcess &p, const QString &program, const QStringList &args, int timeoutMs)
+{
+    p.start(program, args);
+    VeltoRun run;
+    if (!p.waitForFinished(timeoutMs)) {
+        p.kill();
+        p.waitForFinished();
+        return run;
+    }
+    run.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    run.out = QString::fromLocal8Bit(p.readAllStandardOutput());
+    run.err = QString::fromLocal8Bit(p.readAllStandardError());
+    return run;
 }
 
 } // namespace
@@ -138,27 +152,22 @@ QStringList VeltoProcess::windows(int timeoutMs) const
 
 QString VeltoProcess::waitForWindow(int timeoutMs)
 {
-    QElapsedTimer clock;
-    clock.start();
-    int retries = 3;
-    while (clock.elapsed() < timeoutMs) {
-        if (m_process.state() != QProcess::Running) {
-            // Xvfb resets when its last client leaves and refuses clients
-            // meanwhile: a start in that instant is the server's fault, not velto's.
-            const QByteArray error = m_process.readAllStandardError();
-            if (retries-- > 0 && error.contains("could not connect to display") && start(m_args))
-                continue;
+    QStringList ids;
+    // Also notices an early exit, which waiting for the window alone would hide.
+    const auto shownOrGone = [&] { return finished() || !(ids = windows(5000)).isEmpty(); };
+    for (int retries = 3; QTest::qWaitFor(shownOrGone, timeoutMs) && ids.isEmpty(); --retries) {
+        // Xvfb resets when its last client leaves and refuses clients
+        // meanwhile: a start in that instant is the server's fault, not velto's.
+        const QByteArray error = m_process.readAllStandardError();
+        if (retries == 0 || !error.contains("could not connect to display") || !start(m_args)) {
             qWarning() << "velto ended without a window; exit code" << m_process.exitCode()
                        << error;
             return {};
         }
-        if (const QStringList ids = windows(5000); !ids.isEmpty())
-            return ids.last();
-        // Also notices an early exit, which a plain sleep would hide.
-        m_process.waitForFinished(50);
     }
-    qWarning() << "velto shows no window" << m_process.readAllStandardError();
-    return {};
+    if (ids.isEmpty())
+        qWarning() << "velto shows no window" << m_process.readAllStandardError();
+    return ids.isEmpty() ? QString() : ids.last();
 }
 
 void VeltoProcess::signal(int signo)
@@ -189,29 +198,13 @@ VeltoRun runVelto(const QProcessEnvironment &env, const QStringList &args, const
     QProcess p;
     p.setProcessEnvironment(env);
     p.setWorkingDirectory(folder);
-    p.start(QStringLiteral(VELTO_BINARY), args);
-    VeltoRun run;
-    if (!p.waitForFinished(20000)) {
-        p.kill();
-        p.waitForFinished();
-        return run;
-    }
-    run.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    run.out = QString::fromLocal8Bit(p.readAllStandardOutput());
-    run.err = QString::fromLocal8Bit(p.readAllStandardError());
-    return run;
+    return finish(p, QStringLiteral(VELTO_BINARY), args, 20000);
 }
 
 QString xdotool(const QStringList &args, int timeoutMs)
 {
     QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    if (!p.waitForFinished(timeoutMs)) {
-        p.kill();
-        p.waitForFinished();
-        return {};
-    }
-    return QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
+    return finish(p, QStringLiteral("xdotool"), args, timeoutMs).out.trimmed();
 }
 
 void click(QPoint at, const char *button)
@@ -276,26 +269,15 @@ QColor screenPixel(QPoint at)
 bool waitUntil(const std::function<bool()> &done, int timeoutMs)
 {
     guiApp();
-    QElapsedTimer clock;
-    clock.start();
-    while (!done()) {
-        if (clock.elapsed() >= timeoutMs)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        QThread::msleep(10);
-    }
-    return true;
+    return QTest::qWaitFor(done, timeoutMs);
 }
 
 QRect windowGeometry(const QString &windowId)
 {
-    const QString text = xdotool({QStringLiteral("getwindowgeometry"), windowId});
-    const auto pos = QRegularExpression(QStringLiteral("Position: (-?\\d+),(-?\\d+)")).match(text);
-    const auto size = QRegularExpression(QStringLiteral("Geometry: (\\d+)x(\\d+)")).match(text);
-    if (!pos.hasMatch() || !size.hasMatch())
-        return {};
-    return QRect(pos.captured(1).toInt(), pos.captured(2).toInt(), size.captured(1).toInt(),
-                 size.captured(2).toInt());
+    QHash<QString, int> v;
+    for (const QString &line : xdotool({"getwindowgeometry", "--shell", windowId}).split('\n'))
+        v.insert(line.section('=', 0, 0), line.section('=', 1).toInt());
+    return v.contains("HEIGHT") ? QRect(v["X"], v["Y"], v["WIDTH"], v["HEIGHT"]) : QRect();
 }
 
 QRect ShippedSkin::rect(const QString &code) const

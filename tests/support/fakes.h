@@ -9,17 +9,6 @@
 
 #include <QMap>
 #include <QStringList>
-#include <deque>
-
-// The next answer of a script; an empty one once the script has run out.
-template<typename T> T takeFront(std::deque<T> &script)
-{
-    if (script.empty())
-        return {};
-    T front = std::move(script.front());
-    script.pop_front();
-    return front;
-}
 
 // Records every message and dialog, and answers from a script. An empty
 // answer is a cancelled dialog.
@@ -30,21 +19,18 @@ public:
     {
         QString kind; // "open", "save" or "folder"
         QString title, folder, filter;
-        int filterIndex = -1; // as the dialog was asked to start
     };
 
     QStringList messages;
     QStringList questions;
     QStringList questionTitles;
-    // askText answers from the front; prompts and offered answers are noted.
-    std::deque<QString> textAnswers;
+    // Scripts answer from the front, then empty; prompts and offered answers are noted.
+    QStringList textAnswers;
     QStringList prompts, offered;
     QList<Call> calls;
     bool answer = true;
-    std::deque<QStringList> openResults;
+    QList<QStringList> openResults;
     QString saveResult, folderResult;
-    // The filter the user picks in openFile; -1 keeps the one it started on.
-    int chosenFilter = -1;
 
     void message(const QString &text) override { messages << text; }
     bool question(const QString &title, const QString &text) override
@@ -57,23 +43,18 @@ public:
     {
         prompts << prompt;
         offered << answer;
-        return takeFront(textAnswers);
+        return textAnswers.isEmpty() ? QString() : textAnswers.takeFirst();
     }
     QStringList openFiles(const QString &title, const QString &folder,
                           const QString &filter) override
     {
         calls << Call{QStringLiteral("open"), title, folder, filter};
-        return takeFront(openResults);
+        return openResults.isEmpty() ? QStringList() : openResults.takeFirst();
     }
     QString openFile(const QString &title, const QString &folder, const QString &filter,
-                     int &filterIndex) override
+                     int &) override
     {
-        const int startedOn = filterIndex;
-        const QString chosen = openFiles(title, folder, filter).value(0);
-        calls.last().filterIndex = startedOn;
-        if (!chosen.isEmpty() && chosenFilter >= 0)
-            filterIndex = chosenFilter;
-        return chosen;
+        return openFiles(title, folder, filter).value(0);
     }
     QString saveFile(const QString &title, const QString &folder, const QString &filter) override
     {
@@ -103,10 +84,10 @@ public:
 class FakeRandom : public Random
 {
 public:
-    std::deque<double> values;
+    QList<double> values;
     quint32 seeded = 0;
     void seed(quint32 v) override { seeded = v; }
-    double next() override { return takeFront(values); }
+    double next() override { return values.isEmpty() ? 0.0 : values.takeFirst(); }
 };
 
 class FakeScreens : public Screens

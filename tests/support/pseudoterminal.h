@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QString>
+#include <QtCore/qtestsupport_core.h>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -51,14 +50,7 @@ public:
     // `bytes` have come or the time is up (the margin is for a busy machine).
     QByteArray read(qsizetype bytes, int timeoutMs = 10000)
     {
-        QDeadlineTimer deadline(timeoutMs);
-        for (;;) {
-            drain();
-            if (m_received.size() >= bytes || deadline.hasExpired())
-                break;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-            usleep(2000);
-        }
+        (void)QTest::qWaitFor([&] { return drain(), m_received.size() >= bytes; }, timeoutMs);
         return std::exchange(m_received, {});
     }
     // The settings the device end has now, as the program set them.

