@@ -72,12 +72,3 @@ QString frmPrefs::chosenSkin() const
     return m_skins->chosenSkin();
 }
 
-bool frmPrefs::addEntry()
-{
-    return m_schedule->addEntry();
-}
-
-void frmPrefs::deleteEntry()
-{
-    m_schedule->deleteEntry();
-}

@@ -35,11 +35,6 @@ public:
     // window loads it; the loader sets "Skin" and "SkinPath" once it succeeds.
     QString chosenSkin() const;
 
-    // The schedule page's buttons. Adding refuses an entry that switches on
-    // and off at 00:00 and says why on the page.
-    bool addEntry();
-    void deleteEntry();
-
 private:
     std::vector<PrefsPage *> m_pages;
     SkinsPage *m_skins = nullptr;
