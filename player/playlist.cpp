@@ -12,6 +12,9 @@
 
 namespace {
 
+// A file URL without a host; the path is what follows "file://".
+const QLatin1String kFileUrlStart("file:///");
+
 bool isUrl(const QString &entry)
 {
     // A scheme of two or more letters, so "D://x" stays a drive path.
@@ -104,6 +107,11 @@ QString Playlist::resolveEntry(const QString &written, const QString &base)
     QString entry = written;
     entry.replace(QLatin1Char('\\'), QLatin1Char('/'));
     if (isUrl(entry)) {
+        // Decoded here rather than by QUrl, which turns noncharacters such as
+        // U+FFFF into replacement marks and cuts the name at a "#" or "?".
+        if (entry.startsWith(kFileUrlStart, Qt::CaseInsensitive))
+            return QString::fromUtf8(
+                QByteArray::fromPercentEncoding(entry.mid(kFileUrlStart.size() - 1).toUtf8()));
         const QUrl url(entry);
         return url.isLocalFile() ? url.toLocalFile() : entry;
     }
@@ -191,7 +199,9 @@ QString entryFor(const QString &path, const QString &dir)
     const QString line = path.startsWith(dir) ? path.mid(dir.size()) : path;
     if (readsBack(line, dir, path) || !path.startsWith(QLatin1Char('/')))
         return line;
-    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    // QUrl::fromLocalFile would read a path starting "//" as a server's.
+    const QString url =
+        QLatin1String("file://") + QString::fromLatin1(path.toUtf8().toPercentEncoding("/"));
     return readsBack(url, dir, path) ? url : line;
 }
 

@@ -99,6 +99,8 @@ TEST(PlaylistReader, ResolvesPathsOfEveryOrigin)
         {QStringLiteral("http://radio.example/stream.mp3"),
          QStringLiteral("http://radio.example/stream.mp3")},
         {QStringLiteral("file:///srv/m%20n.mp3"), QStringLiteral("/srv/m n.mp3")},
+        {QStringLiteral("file:///srv/%231%20hit%3F%EF%BF%BF.mp3"),
+         QStringLiteral(u"/srv/#1 hit?\uFFFF.mp3")},
     };
     for (const auto &[written, expected] : cases)
         EXPECT_EQ(Playlist::resolveEntry(written, base), expected) << written.toStdString();
@@ -127,7 +129,10 @@ TEST(PlaylistWriter, WritesRelativeBelowTheFolderDropsMarkedEntriesAndReadsBackE
 
     PlaylistState first;
     first.PlPath = {dir + "/a b.mp3", dir + "/deep/er/c.ogg", "/elsewhere/d.wav",
-                    dir + QStringLiteral(u"/Été.mp3"), "http://radio.example/s"};
+                    dir + QStringLiteral(u"/Été.mp3"), "http://radio.example/s",
+                    // Names a plain line would change: each goes as a file URL.
+                    dir + QStringLiteral(u"/ \uFFFFlead.mp3"), dir + "/#hash.mp3",
+                    "//two/slashes.mp3", "/line\nbreak.mp3"};
     for (const QString &p : first.PlPath)
         first.PlNames << Playlist::FriendlyName(p, true);
     ASSERT_EQ(Playlist(first).WritePL(file), QString());

@@ -1,0 +1,8 @@
+[playlist]
+File1=
+File2=file://////tmp/%20le%20lead%0Abreak.mt]
+File1=
+File2AD:\break.mp3mubeN[playlist]
+File1=
+File2=file:///tmp/%
+rOfE+n
