@@ -161,21 +161,6 @@ TEST_F(CdImages, WhatIsNoDriveIsToldApart)
               QStringLiteral("There is no CD drive at /nonexistent/cdrom."));
 }
 
-// Writing another disc over the image is what swapping discs is to a drive.
-TEST_F(CdImages, TheStampChangesWithTheImage)
-{
-    DiscImage image;
-    image.sectors = {20, 30};
-    const QString cue = image.write(home.file(QStringLiteral("e")), "disc");
-    ASSERT_TRUE(drive.read(cue).ok());
-    const QByteArray first = drive.discStamp(cue);
-    EXPECT_FALSE(first.isEmpty());
-    EXPECT_EQ(drive.discStamp(cue), first);
-    image.sectors = {20, 31};
-    image.write(home.file(QStringLiteral("e")), "disc");
-    EXPECT_NE(drive.discStamp(cue), first);
-}
-
 TEST(CdTrackUrl, NamesATrackOfASourceAndRefusesAnythingElse)
 {
     int track = 0;
