@@ -73,8 +73,6 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPathAndAFai
     const QStringList found = {music + "top.mp3", music + "a/01_-_One.mp3", music + "b/Two.WAV"};
     EXPECT_EQ(state.PlPath, found);
     EXPECT_EQ(shown(), QStringList({"top", "One", "Two"}));
-    EXPECT_EQ(labelCount(), 3);
-    EXPECT_EQ(progress.value(progress.size() - 1), -1) << "the end of the scan is shown";
 
     dialogs.saveResult = home.file(QStringLiteral("lists/mine"));
     control.PlSaveAs();
@@ -83,7 +81,6 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPathAndAFai
     control.PlClear();
     EXPECT_TRUE(shown().isEmpty());
     EXPECT_EQ(labelName(), QStringLiteral("untitled"));
-    EXPECT_EQ(labelCount(), 0);
     EXPECT_EQ(coversCleared, 1);
 
     dialogs.openResults = {{home.file(QStringLiteral("lists/mine.m3u"))}};
@@ -100,7 +97,6 @@ TEST_F(PlaylistControlTest, FolderSavedClearedAndLoadedBackKeepsEveryPathAndAFai
     EXPECT_EQ(dialogs.calls[1].folder, music);
     EXPECT_EQ(dialogs.calls[2].folder, lists);
     EXPECT_EQ(savedPaths, QStringList({music, lists, lists}));
-    EXPECT_EQ(path, lists);
     EXPECT_TRUE(dialogs.messages.isEmpty());
 
     dialogs.saveResult = home.file(QStringLiteral("no/such/folder/list.m3u"));
@@ -148,7 +144,6 @@ TEST_F(PlaylistControlTest, AListThatCannotBeReadSaysSoAndLeavesTheListAlone)
                     pipe});
     EXPECT_EQ(shown(), QStringList{"Old"});
     EXPECT_EQ(state.title, QStringLiteral("mine"));
-    EXPECT_EQ(labelCount(), 1);
     EXPECT_EQ(coversCleared, 0);
     EXPECT_TRUE(player.played.isEmpty());
 }
