@@ -58,7 +58,6 @@ TEST(VolumeControl, ReadsTheLouderChannelBackWithTheOneStepLossAndStartsThere)
     const std::pair<quint32, int> cases[] = {
         {0xffffffffu, 65534}, // full reads one step low
         {0x7fff0000u, 32767},
-        {0x12345678u, 0x5678},
         {0x0001ffffu, 65534},
     };
     for (const auto &[word, level] : cases) {
