@@ -356,12 +356,11 @@ TEST_F(PlaybackEngineTest, EntriesThatOpenNoDeviceAreMarkedHandedOnOrRefused)
     }
 }
 
-TEST_F(PlaybackEngineTest, PlayFileAddsItAtTheEndAndJumpToTakesATimeOrAnEntry)
+TEST_F(PlaybackEngineTest, JumpToTakesATimeOrAnEntry)
 {
-    setList({"notes.txt"});
-    engine->PlayFile(file("three.wav"));
-    EXPECT_EQ(playlist.PlPath, QStringList({file("notes.txt"), file("three.wav")}));
-    EXPECT_EQ(playlist.PlNames[1], QStringLiteral("three.wav"));
+    setList({"notes.txt", "three.wav"});
+    playlist.CurTrack = 2;
+    engine->PlayIt();
     ASSERT_TRUE(playingTrack(2));
 
     dialogs.textAnswers = {QStringLiteral("0:02"), QStringLiteral("9"), QString(),
