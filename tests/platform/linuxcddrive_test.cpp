@@ -29,34 +29,6 @@ QByteArray readAll(CdTrackReader &reader, qint64 from, qint64 piece)
 
 } // namespace
 
-TEST_F(CdImages, TableOfContentsAndCdTextOfAnImage)
-{
-    DiscImage image;
-    image.sectors = {225, 300, 380};
-    image.titles = {"Opening", "", "Caf\u00e9 Song"};
-    image.albumTitle = "First Album";
-    image.albumPerformer = "The Band";
-    const QString cue = image.write(home.file(QStringLiteral("a")), "disc");
-    EXPECT_EQ(drive.status(cue), CdDrive::Status::Disc);
-    const CdDisc disc = drive.read(cue);
-    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
-    ASSERT_EQ(disc.tracks.size(), 3);
-    for (int i = 0; i < 3; ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(disc.tracks[i].number, i + 1);
-        EXPECT_EQ(disc.tracks[i].start, image.offsets()[i]) << "the lead-in counts";
-        EXPECT_EQ(disc.tracks[i].sectors, image.sectors[i]);
-        EXPECT_TRUE(disc.tracks[i].audio);
-        EXPECT_EQ(disc.tracks[i].title, image.titles[i]);
-    }
-    EXPECT_EQ(disc.leadOut, image.leadOut());
-    EXPECT_EQ(disc.lengthSectors(), 905);
-    EXPECT_EQ(disc.title, QStringLiteral("First Album"));
-    EXPECT_EQ(disc.performer, QStringLiteral("The Band"));
-    EXPECT_EQ(QFileInfo(disc.playSource).canonicalFilePath(), QFileInfo(cue).canonicalFilePath());
-    EXPECT_FALSE(drive.eject(cue)) << "an image has no tray";
-}
-
 // Every track reads back as a WAV file holding exactly the image's bytes,
 // from any byte on and in pieces of any size.
 TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
