@@ -1,5 +1,4 @@
 #include "player/id3tag.h"
-#include "player/mp3info.h"
 #include "support/temphome.h"
 #include "support/testbytes.h"
 
@@ -74,12 +73,6 @@ TEST(WriteTag, AddsThenUpdatesEvenAtAMisplacedTagWordAndLeavesOtherBytesAlone)
     EXPECT_EQ(tag.mid(93, 4), "2001");
     EXPECT_EQ(quint8(tag[126]), 12);
     EXPECT_EQ(quint8(tag[127]), 80);
-
-    const Mp3Info info = GetMP3Info(path);
-    const TagFields back = fieldsFromRecord(info.tag);
-    EXPECT_EQ(back.title, QStringLiteral("Second \u00e9?"));
-    EXPECT_EQ(back.track, "12");
-    EXPECT_EQ(genreName(back.genre), "Hard Rock");
 
     // A "tag" word in the audio, without a real tag, is where the update goes.
     QByteArray misplaced = audio(3000);
