@@ -159,10 +159,6 @@ TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
         EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
         EXPECT_EQ(device->position(), 0);
         EXPECT_NEAR(device->length(), 1500, 60);
-        device->play();
-        ASSERT_TRUE(waitFor([&] { return device->position() > 0; }));
-        device->seek(0);
-        device->stop();
         device->close();
     }
     EXPECT_EQ(log.failed, 0) << log.text.toStdString();
