@@ -5,7 +5,6 @@
 #include "support/temphome.h"
 
 #include <QDir>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
 namespace {
@@ -30,7 +29,8 @@ QByteArray readAll(CdTrackReader &reader, qint64 from, qint64 piece)
 } // namespace
 
 // Every track reads back as a WAV file holding exactly the image's bytes,
-// from any byte on and in pieces of any size.
+// from any byte on and in pieces of any size. That mpv takes the header is
+// MpvDevice's test: a track's length comes from it.
 TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
 {
     DiscImage image;
@@ -52,11 +52,6 @@ TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
 
         const QByteArray whole = readAll(*reader, 0, 1 << 16);
         ASSERT_EQ(whole.size(), 44 + bytes);
-        EXPECT_EQ(whole.left(4), QByteArray("RIFF"));
-        EXPECT_EQ(whole.mid(8, 8), QByteArray("WAVEfmt "));
-        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 24), 44100u) << "sample rate";
-        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 40), quint32(bytes))
-            << "data size";
         EXPECT_TRUE(whole.mid(44) == track);
 
         for (const auto &[from, piece] :
