@@ -28,7 +28,6 @@ TEST(SerialSettings, ReadsTheFourFieldsFillsWhatIsLeftOutAndNamesWhatIsWrong)
     } cases[] = {
         {"9600,N,8,1", standard, "", ""},
         {"", standard, "", ""},
-        {"19200", line(19200, 'N', 8, Stop::One), "", ""},
         {"2400,e,7", line(2400, 'E', 7, Stop::One), "", ""},
         {" 1200 , O , 5 , 1.5 ", line(1200, 'O', 5, Stop::OneAndHalf), "", ""},
         {"115200,M,8,2", line(115200, 'M', 8, Stop::Two), "", ""},

@@ -46,7 +46,6 @@ TEST(LoadTagCover, TriesTheTagsNamesThenThePlaylistThenTheSongsOwnThenTheDefault
         {"m/album.gif|m/Album.GIF", "Album", "", false, "m/Album.GIF"}, // exact case first
         {"m/Blue.BMP|m/Band - Blue.JPG", "Blue", "Band", false, "m/Band - Blue.JPG"},
         {"m/Blue.BMP|m/Band-Blue.GIF", "Blue", "Band", false, "m/Band-Blue.GIF"},
-        {"m/band - blue.jpg", "BLUE", "BAND", false, "m/band - blue.jpg"},
         {"m/Band - Blue.JPG", QStringLiteral("Blue") + QChar(0) + QChar(0) + "   ", "Band    ",
          false, "m/Band - Blue.JPG"},
         {"m/Band - Blue.JPG|m/Cover.JPG|lists/party.gif", "Blue", "Band", true,

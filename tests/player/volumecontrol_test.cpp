@@ -123,7 +123,6 @@ TEST(VolumeControl, AnyVolumeChangeEndsAMute)
     const std::function<void(VolumeControl &)> changes[] = {
         [](VolumeControl &v) { v.VolumeStep(-1); },
         [](VolumeControl &v) { v.setVolumeLevel(0.3f); },
-        [](VolumeControl &v) { v.ToggleMute(); },
     };
     for (const auto &change : changes) {
         f.volume.setMuted(true);
@@ -132,7 +131,7 @@ TEST(VolumeControl, AnyVolumeChangeEndsAMute)
         EXPECT_FALSE(f.volume.muted());
         EXPECT_GT(f.wave.leftGain(), 0.0);
     }
-    // The balance alone leaves the mute alone.
+    // Command 9's toggle is the main window's test; the balance leaves the mute alone.
     f.volume.setMuted(true);
     f.volume.SetBalance(0.2f);
     EXPECT_TRUE(f.volume.muted());
