@@ -87,11 +87,6 @@ struct Rig
             part.clockTick(QDateTime());
     }
     QString status() { return skin.labels.value(CdPart::kStatusLabel); }
-    bool writeTitles(const QByteArray &ini)
-    {
-        QFile file(dir.filePath("cdplayer.ini"));
-        return file.open(QIODevice::WriteOnly) && file.write(ini) == ini.size();
-    }
 
     QTemporaryDir dir;
     DiscImage disc;
@@ -196,9 +191,11 @@ TEST(CdPart, TracksAreNamedByTheTitleFileCdTextOrACddbServer)
     } cases[] = {
         {"the title file",
          [](Rig &r) {
-             EXPECT_TRUE(r.writeTitles("[" + r.disc.cdPlayerId().toLower().toUtf8() +
-                                       "]\r\nartist=The Band\r\n0=Opening\r\n2=Closing\r\n"
-                                       "NUMTRACKS=4\r\n1=Never\r\n"));
+             QFile ini(r.dir.filePath("cdplayer.ini"));
+             EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
+             ini.write(
+                 "[" + r.disc.cdPlayerId().toLower().toUtf8() +
+                 "]\r\nartist=The Band\r\n0=Opening\r\n2=Closing\r\nNUMTRACKS=4\r\n1=Never\r\n");
          },
          kNamed,
          "Audio CD",
