@@ -52,8 +52,8 @@ TEST_F(MpvDeviceTest, StopHoldsThePositionAndTheEndLeavesTheFileOpen)
     ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
     // A fresh answer (each read asks for one), so the run-on below starts well
     // inside its one-second cap.
-    const int answers = log.positions;
-    ASSERT_TRUE(waitFor([&] { return device->position() > 0 && log.positions > answers; }));
+    const qsizetype answers = log.reported.size();
+    ASSERT_TRUE(waitFor([&] { return device->position() > 0 && log.reported.size() > answers; }));
 
     // Between mpv's answers the position runs on with the clock, no faster.
     // Answers come in only through the event loop: while it is held, the
