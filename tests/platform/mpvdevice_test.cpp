@@ -186,21 +186,19 @@ TEST_F(MpvDeviceTest, DestroyingWhileLoadingPlayingOrInsideACallbackIsSafe)
 
 TEST_F(MpvDeviceTest, APipeOrDeviceNamedAsMediaNeverHoldsUpTheCaller)
 {
-    // The device reads the head of MIDI and FLI files itself, on the caller's
-    // thread; mpv opens the rest on its own and gives up when told to.
+    // mpv opens a file on its own thread and gives up when told to. The heads
+    // of MIDI and FLI files the device reads itself, through openRegularFile.
     QTemporaryDir dir;
-    for (const char *name : {"song.mid", "film.fli", "song.mp3"}) {
-        const QList<OddFile> odd = makeOddFiles(dir.path(), QString::fromLatin1(name));
-        ASSERT_EQ(odd.size(), 3);
-        for (const OddFile &f : odd) {
-            const Deadline deadline(name + (" on a " + f.kind.toStdString()));
-            EventLog log;
-            auto device = openDevice(log, f.path);
-            device->play();
-            QCoreApplication::processEvents();
-            device->close();
-            device.reset();
-        }
+    const QList<OddFile> odd = makeOddFiles(dir.path(), QStringLiteral("song.mp3"));
+    ASSERT_EQ(odd.size(), 3);
+    for (const OddFile &f : odd) {
+        const Deadline deadline("a " + f.kind.toStdString());
+        EventLog log;
+        auto device = openDevice(log, f.path);
+        device->play();
+        QCoreApplication::processEvents();
+        device->close();
+        device.reset();
     }
 }
 
