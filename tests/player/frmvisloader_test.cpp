@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -28,12 +27,6 @@ protected:
         loader->show();
     }
 
-    QString text(const char *name) const
-    {
-        if (auto *label = loader->findChild<QLabel *>(QLatin1String(name)))
-            return label->text();
-        return loader->findChild<QPushButton *>(QLatin1String(name))->text();
-    }
     VisPictureBox *box(int i) const
     {
         return loader->findChild<VisPictureBox *>(QStringLiteral("iPic%1").arg(i));
@@ -122,7 +115,8 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     // A missing folder chosen while a scan runs ends it: nothing is left to stop.
     ASSERT_TRUE(longScan());
     loader->scanFolder(root + "missing");
-    EXPECT_EQ(text("PName"), QStringLiteral("This folder does not exist: ") + root + "missing");
+    EXPECT_EQ(loader->findChild<QLabel *>(QStringLiteral("PName"))->text(),
+              QStringLiteral("This folder does not exist: ") + root + "missing");
     EXPECT_EQ(loader->scan().count(), 0);
     loader->cCancel_Click();
     EXPECT_FALSE(loader->isVisible()) << "Exit closes the window";
