@@ -125,6 +125,4 @@ TEST(CddbClient, ANewQueryDropsTheOneRunning)
     ASSERT_TRUE(QTest::qWaitFor([&] { return x.server.requests().size() == 1; }));
     ASSERT_TRUE(x.run());
     EXPECT_EQ(x.statuses.last(), QStringLiteral("The CD was not found in CDDB database!"));
-    x.client.cancel();
-    EXPECT_EQ(x.client.step(), CddbClient::Step::Done);
 }

@@ -126,7 +126,6 @@ TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheDeviceNumbersAndMpvsText)
             EXPECT_EQ(device->errorText(), QString::fromLatin1(c.text));
         }
         EXPECT_EQ(device->mode(), MediaDevice::Mode::NotReady);
-        EXPECT_EQ(device->length(), 0);
 
         // The same device opens a good track after a failure.
         device->setDeviceType(QStringLiteral("cdaudio"));
@@ -157,7 +156,6 @@ TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
         ++round;
         ASSERT_TRUE(waitFor([&] { return log.opened == round; })) << log.text.toStdString();
         EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
-        EXPECT_EQ(device->position(), 0);
         EXPECT_NEAR(device->length(), 1500, 60);
         device->close();
     }

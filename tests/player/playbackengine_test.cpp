@@ -347,7 +347,6 @@ TEST_F(PlaybackEngineTest, EntriesThatOpenNoDeviceAreMarkedHandedOnOrRefused)
             EXPECT_EQ(box, QString::fromLatin1(head));
             EXPECT_EQ(engine->device(0), nullptr);
         }
-        EXPECT_TRUE(engine->state().CurDevice.isEmpty());
         EXPECT_FALSE(engine->state().playing);
         EXPECT_FALSE(engine->tickRunning());
         EXPECT_EQ(dialogs.messages.size(), 1);
