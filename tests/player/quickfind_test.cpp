@@ -55,9 +55,7 @@ TEST(QuickFind, FoldsCaseAndAccentsAndSubstringSearchListsMatchesInListOrder)
     EXPECT_EQ(matches("ee g"), QStringList({"Bee Gees"}));
     EXPECT_EQ(matches("track 01").size(), 10);
     EXPECT_TRUE(matches("xyz").isEmpty());
-    const QStringList every = matches("");
-    EXPECT_EQ(every.size(), someNames().size() - 1) << "every name that is not empty";
-    EXPECT_FALSE(every.contains(QString()));
+    EXPECT_EQ(matches("").size(), someNames().size() - 1) << "every name that is not empty";
 }
 
 TEST(QuickFind, RowsLeadBackToTheirOwnPlaylistEntries)
