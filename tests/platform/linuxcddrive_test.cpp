@@ -81,7 +81,6 @@ TEST_F(CdImages, AnImageNamedOtherwiseThanItsSheetIsReadThroughAView)
 
     const CdDisc disc = drive.read(cue);
     ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
-    EXPECT_NE(disc.playSource, cue);
     std::unique_ptr<CdTrackReader> reader = CdTrackReader::open(disc.playSource, 2);
     ASSERT_TRUE(reader);
     EXPECT_TRUE(readAll(*reader, 44, 4096) == image.binBytes().mid(20 * 2352));
