@@ -12,8 +12,6 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
 
 class QuickFindWindow : public ::testing::Test
@@ -87,10 +85,6 @@ TEST_F(QuickFindWindow, ArrowsStayInsideTheMatchesAndReturnPlaysByName)
     startsWith->click();
     EXPECT_TRUE(list1->isVisible());
     EXPECT_FALSE(list2->isVisible());
-    text->setText(QStringLiteral("bea"));
-    QTest::keyClick(text, Qt::Key_Down);
-    QTest::keyClick(text, Qt::Key_Enter, Qt::KeypadModifier);
-    EXPECT_EQ(player.played.last(), 3) << "beatles - help, below Bear, is now the third entry";
 }
 
 TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
@@ -112,14 +106,14 @@ TEST_F(QuickFindWindow, ClosesAfterPlayingOnlyWhenAskedAndEscapeNeverPlays)
 }
 
 // The order and the scan of what is dropped are the playlist's tests; here
-// the window takes files and refuses anything else.
+// the window takes local files and folders and refuses anything else.
 TEST_F(MainWindowPlaylist, TheWindowTakesDroppedFilesAndRefusesText)
 {
     home.write(QStringLiteral("music/album/a.mp3"), "");
     const QString single = home.write(QStringLiteral("one.mp3"), "");
     QMimeData data;
-    data.setUrls(
-        {QUrl::fromLocalFile(home.file(QStringLiteral("music"))), QUrl::fromLocalFile(single)});
+    data.setUrls({QUrl::fromLocalFile(home.file(QStringLiteral("music"))),
+                  QUrl(QStringLiteral("https://example.org/x.mp3")), QUrl::fromLocalFile(single)});
     // Qt lets a drop through only while a real drag runs, so the events go to
     // the window's own handler.
     QObject *target = window;
@@ -139,30 +133,22 @@ TEST_F(MainWindowPlaylist, TheWindowTakesDroppedFilesAndRefusesText)
     EXPECT_EQ(window->skin().label(13), QStringLiteral("2"));
 }
 
-TEST_F(MainWindowPlaylist, StopAndEscapeEndAFolderScanAndTheChosenFolderIsStored)
+// Stop (command 10) ends a scan the same way; clearing ends it in
+// PlaylistControl's test.
+TEST_F(MainWindowPlaylist, EscapeEndsAFolderScanAndTheChosenFolderIsStored)
 {
     for (int i = 0; i < 20; ++i)
         home.write(QStringLiteral("music/%1.mp3").arg(i), "");
+    dialogs.folderResult = home.file(QStringLiteral("music"));
+    velto->DoIt(24);
+    QTest::keyClick(window, Qt::Key_Escape);
     // A later folder of one file: a scan left running would take it in after
     // what it still had to walk.
     const QString later = home.write(QStringLiteral("later/z.mp3"), "");
-    auto scanLater = [&] {
-        dialogs.folderResult = home.file(QStringLiteral("later"));
-        velto->DoIt(24);
-        return QTest::qWaitFor([&] { return velto->playlist().PlPath.contains(later); }, 20000);
-    };
-    const std::function<void()> stops[] = {
-        [&] { velto->DoIt(10); },
-        [&] { QTest::keyClick(window, Qt::Key_Escape); },
-    };
-    for (const auto &stop : stops) {
-        velto->DoIt(20);
-        dialogs.folderResult = home.file(QStringLiteral("music"));
-        velto->DoIt(24);
-        stop();
-        ASSERT_TRUE(scanLater());
-        EXPECT_EQ(velto->playlist().PlPath, QStringList{later});
-    }
+    dialogs.folderResult = home.file(QStringLiteral("later"));
+    velto->DoIt(24);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.contains(later); }, 20000));
+    EXPECT_EQ(velto->playlist().PlPath, QStringList{later});
 
     // The folder of an added file reaches the store at once.
     dialogs.openResults = {{home.write(QStringLiteral("songs/Café.mp3"), "")}};

@@ -38,12 +38,9 @@ TEST_F(RadioModes, WhatIsOpenedGoesWhereItBelongs)
         int entries;
     } cases[] = {
         {"a station's playlist at start", pls, true, true, nowhere, 0},
-        {"an address at start", nowhere + "3", true, true, nowhere + "3", 0},
         {"a playlist with files at start", mixed, true, false, {}, 2},
         // While running, the player's cases first: a station switches the skin for good.
-        {"a song", song, false, false, {}, 0},
         {"a playlist with files", mixed, false, false, {}, 0},
-        {"an address", nowhere + "3", false, true, nowhere + "3", 0},
         {"a station's playlist", pls, false, true, nowhere, 0},
     };
     bool running = false;
@@ -127,12 +124,4 @@ TEST_F(RadioModes, ThePlayerAndTheRadioNeverPlayAtOnce)
     velto->webRadio().playAddress(nowhere);
     EXPECT_FALSE(velto->player().state().playing) << "and the radio takes over from it";
     qunsetenv("VELTO_AUDIO");
-}
-
-TEST_F(RadioModes, QuittingWithTheTunerOnButNoRadioDeviceAsksNothing)
-{
-    store.values["config/fmenable"] = "1";
-    start();
-    velto->Unload(true);
-    EXPECT_TRUE(dialogs.questions.isEmpty()) << "no radio device, nothing to mute";
 }

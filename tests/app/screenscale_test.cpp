@@ -2,16 +2,6 @@
 
 #include <gtest/gtest.h>
 
-// Found by gtest for its failure messages.
-void PrintTo(const ScaleVariables &v, std::ostream *out)
-{
-    *out << "{VELTO_SCALE '" << v.veltoScale.constData() << "', QT_SCALE_FACTOR '"
-         << v.scaleFactor.constData() << "', QT_SCREEN_SCALE_FACTORS '"
-         << v.screenScaleFactors.constData() << "', QT_ENABLE_HIGHDPI_SCALING '"
-         << v.enableHighDpiScaling.constData() << "', QT_SCALE_FACTOR_ROUNDING_POLICY '"
-         << v.roundingPolicy.constData() << "'}";
-}
-
 TEST(ScreenScale, RoundsEveryFactorDownAndVeltoScaleReplacesThemAll)
 {
     const struct

@@ -47,7 +47,6 @@ TEST(CdPlayerIni, SectionsAndKeys)
          {{0, "a"}},
          "Number of Tracks do not match! ( 12 14)"},
         {"[A]\n0= spaced \n", "A", 1, true, {{0, " spaced "}}, ""},
-        {"[A]\n0=Caf\xe9\n", "A", 1, true, {{0, "Caf\u00e9"}}, ""}, // Windows-1252
         {"[A]\r0=a\r1=b\r", "A", 2, true, {{0, "a"}, {1, "b"}}, ""},
     };
     for (const auto &[ini, id, tracks, found, titles, message] : cases) {

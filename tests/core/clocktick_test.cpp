@@ -21,10 +21,6 @@ public:
     {
         m_events << QStringLiteral("label %1 [%2]").arg(n).arg(text);
     }
-    void SetDD(int group, const QVariant &v) override
-    {
-        m_events << QStringLiteral("dd %1 %2").arg(group).arg(v.toString());
-    }
 
 private:
     QStringList &m_events;

@@ -27,7 +27,6 @@ TEST(Snap, EdgesCloserThanTheDistanceMoveOntoTheWorkArea)
         {"right edge past the area", {1630, 500, 300, 100}, full, 96, {1620, 500}},
         {"free in the middle", {800, 500, 300, 100}, full, 96, {800, 500}},
         {"top under a panel", {100, 40, 300, 100}, underPanel, 96, {100, 32}},
-        {"screen top under a panel", {100, 0, 300, 100}, underPanel, 96, {100, 0}},
         {"negative coordinates", {-1910, 5, 300, 100}, leftMonitor, 96, {-1920, 0}},
         {"HiDPI at 32", {32, 10, 600, 200}, full, 192, {32, 0}},
         {"nearly as wide: right wins", {5, 500, 1910, 100}, full, 96, {10, 500}},

@@ -36,7 +36,6 @@ TEST(CueSheet, ReadsFileTracksStartsAndTitles)
     const CueSheet s = parseCueSheet(kThreeTracks);
     ASSERT_EQ(s.files.size(), 1);
     EXPECT_EQ(s.files[0].name, QStringLiteral("disc.bin"));
-    EXPECT_EQ(s.files[0].type, QStringLiteral("BINARY"));
     EXPECT_EQ(s.title, QStringLiteral("First Album"));
     EXPECT_EQ(s.performer, QStringLiteral("The Band"));
     ASSERT_EQ(s.tracks.size(), 3);
@@ -53,9 +52,7 @@ TEST(CueSheet, ReadsFileTracksStartsAndTitles)
     for (int i = 0; i < 3; ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(s.tracks[i].number, want[i].number);
-        EXPECT_EQ(s.tracks[i].type, QStringLiteral("AUDIO"));
         EXPECT_EQ(s.tracks[i].start, want[i].start);
-        EXPECT_EQ(s.tracks[i].file, 0);
         EXPECT_EQ(s.tracks[i].title, QLatin1String(want[i].title));
         EXPECT_EQ(s.tracks[i].performer, QLatin1String(want[i].performer));
     }

@@ -5,7 +5,6 @@
 #include "support/temphome.h"
 
 #include <QDir>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
 namespace {
@@ -29,36 +28,9 @@ QByteArray readAll(CdTrackReader &reader, qint64 from, qint64 piece)
 
 } // namespace
 
-TEST_F(CdImages, TableOfContentsAndCdTextOfAnImage)
-{
-    DiscImage image;
-    image.sectors = {225, 300, 380};
-    image.titles = {"Opening", "", "Caf\u00e9 Song"};
-    image.albumTitle = "First Album";
-    image.albumPerformer = "The Band";
-    const QString cue = image.write(home.file(QStringLiteral("a")), "disc");
-    EXPECT_EQ(drive.status(cue), CdDrive::Status::Disc);
-    const CdDisc disc = drive.read(cue);
-    ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
-    ASSERT_EQ(disc.tracks.size(), 3);
-    for (int i = 0; i < 3; ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(disc.tracks[i].number, i + 1);
-        EXPECT_EQ(disc.tracks[i].start, image.offsets()[i]) << "the lead-in counts";
-        EXPECT_EQ(disc.tracks[i].sectors, image.sectors[i]);
-        EXPECT_TRUE(disc.tracks[i].audio);
-        EXPECT_EQ(disc.tracks[i].title, image.titles[i]);
-    }
-    EXPECT_EQ(disc.leadOut, image.leadOut());
-    EXPECT_EQ(disc.lengthSectors(), 905);
-    EXPECT_EQ(disc.title, QStringLiteral("First Album"));
-    EXPECT_EQ(disc.performer, QStringLiteral("The Band"));
-    EXPECT_EQ(QFileInfo(disc.playSource).canonicalFilePath(), QFileInfo(cue).canonicalFilePath());
-    EXPECT_FALSE(drive.eject(cue)) << "an image has no tray";
-}
-
 // Every track reads back as a WAV file holding exactly the image's bytes,
-// from any byte on and in pieces of any size.
+// from any byte on and in pieces of any size. That mpv takes the header is
+// MpvDevice's test: a track's length comes from it.
 TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
 {
     DiscImage image;
@@ -80,11 +52,6 @@ TEST_F(CdImages, TracksReadBitForBitFromAnyByte)
 
         const QByteArray whole = readAll(*reader, 0, 1 << 16);
         ASSERT_EQ(whole.size(), 44 + bytes);
-        EXPECT_EQ(whole.left(4), QByteArray("RIFF"));
-        EXPECT_EQ(whole.mid(8, 8), QByteArray("WAVEfmt "));
-        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 24), 44100u) << "sample rate";
-        EXPECT_EQ(qFromLittleEndian<quint32>(whole.constData() + 40), quint32(bytes))
-            << "data size";
         EXPECT_TRUE(whole.mid(44) == track);
 
         for (const auto &[from, piece] :
@@ -114,7 +81,6 @@ TEST_F(CdImages, AnImageNamedOtherwiseThanItsSheetIsReadThroughAView)
 
     const CdDisc disc = drive.read(cue);
     ASSERT_TRUE(disc.ok()) << disc.problem.toStdString();
-    EXPECT_NE(disc.playSource, cue);
     std::unique_ptr<CdTrackReader> reader = CdTrackReader::open(disc.playSource, 2);
     ASSERT_TRUE(reader);
     EXPECT_TRUE(readAll(*reader, 44, 4096) == image.binBytes().mid(20 * 2352));
@@ -157,23 +123,6 @@ TEST_F(CdImages, WhatIsNoDriveIsToldApart)
     EXPECT_EQ(drive.status(QStringLiteral("/nonexistent/cdrom")), CdDrive::Status::NoDrive);
     EXPECT_EQ(drive.status(QStringLiteral("/dev/null")), CdDrive::Status::NoDrive)
         << "a device, but no block device";
-    EXPECT_EQ(drive.read(QStringLiteral("/nonexistent/cdrom")).problem,
-              QStringLiteral("There is no CD drive at /nonexistent/cdrom."));
-}
-
-// Writing another disc over the image is what swapping discs is to a drive.
-TEST_F(CdImages, TheStampChangesWithTheImage)
-{
-    DiscImage image;
-    image.sectors = {20, 30};
-    const QString cue = image.write(home.file(QStringLiteral("e")), "disc");
-    ASSERT_TRUE(drive.read(cue).ok());
-    const QByteArray first = drive.discStamp(cue);
-    EXPECT_FALSE(first.isEmpty());
-    EXPECT_EQ(drive.discStamp(cue), first);
-    image.sectors = {20, 31};
-    image.write(home.file(QStringLiteral("e")), "disc");
-    EXPECT_NE(drive.discStamp(cue), first);
 }
 
 TEST(CdTrackUrl, NamesATrackOfASourceAndRefusesAnythingElse)

@@ -18,7 +18,6 @@ struct EventLog
 {
     int opened = 0;
     int ended = 0;
-    int positions = 0;
     QList<qint64> reported; // every position, in order
     int failed = 0;
     int error = 0;
@@ -26,11 +25,7 @@ struct EventLog
 
     MediaDevice::Events events()
     {
-        return {[this] { ++opened; }, [this] { ++ended; },
-                [this](qint64 ms) {
-                    ++positions;
-                    reported << ms;
-                },
+        return {[this] { ++opened; }, [this] { ++ended; }, [this](qint64 ms) { reported << ms; },
                 [this](int e, const QString &t) {
                     ++failed;
                     error = e;

@@ -22,7 +22,9 @@ public:
                 out[n++] = char(0x80 | (delta & 0x7f));
             while (n > 0)
                 m_bytes.append(out[--n]);
-            return raw(bytes);
+            for (int b : bytes)
+                m_bytes.append(char(b));
+            return *this;
         }
         Track &tempo(quint32 delta, quint32 usPerQuarter)
         {
@@ -33,13 +35,6 @@ public:
         {
             event(delta, {0x90 | channel, key, velocity});
             return event(length, {0x80 | channel, key, 0});
-        }
-        // Bytes as they are, for broken tracks.
-        Track &raw(std::initializer_list<int> bytes)
-        {
-            for (int b : bytes)
-                m_bytes.append(char(b));
-            return *this;
         }
         Track &end(quint32 delta = 0) { return event(delta, {0xff, 0x2f, 0x00}); }
         const QByteArray &bytes() const { return m_bytes; }

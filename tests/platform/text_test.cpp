@@ -34,10 +34,3 @@ TEST(Text, DecodesUtf8ElseWindows1252)
     EXPECT_EQ(toWindows1252(fromWindows1252(every)), every);
     EXPECT_EQ(toWindows1252(QStringLiteral("a\u4E00b")), QByteArray("a?b"));
 }
-
-TEST(Text, LinesEndAtAnyOfTheThreeLineEnds)
-{
-    EXPECT_EQ(splitLines(QStringLiteral("a\nb\r\nc\rd")), (QStringList{"a", "b", "c", "d"}));
-    EXPECT_EQ(splitLines(QStringLiteral("a\n\nb\n")), (QStringList{"a", "", "b"}));
-    EXPECT_TRUE(splitLines(QString()).isEmpty());
-}

@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QListWidget>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -28,12 +27,6 @@ protected:
         loader->show();
     }
 
-    QString text(const char *name) const
-    {
-        if (auto *label = loader->findChild<QLabel *>(QLatin1String(name)))
-            return label->text();
-        return loader->findChild<QPushButton *>(QLatin1String(name))->text();
-    }
     VisPictureBox *box(int i) const
     {
         return loader->findChild<VisPictureBox *>(QStringLiteral("iPic%1").arg(i));
@@ -58,17 +51,11 @@ TEST_F(VisLoader, AFolderEntryIsEnteredAndAPlaylistAskedToLoad)
     loader->scanFolder(lists);
     ASSERT_TRUE(settled());
     ASSERT_TRUE(loader->scan().isFolder(0));
-    loader->iPic_Click(0);
-    EXPECT_EQ(text("PName"), QStringLiteral("This is a directory. Double-click to enter!"));
-    loader->iPic_MouseMove(1);
-    EXPECT_EQ(text("PName"), QStringLiteral("list01"));
-
     QSignalSpy load(loader.get(), &frmVisLoader::loadRequested);
     QTest::mouseDClick(box(0), Qt::LeftButton);
     ASSERT_TRUE(settled());
     EXPECT_EQ(loader->scan().folder(), lists + "Rock.DIR/");
     EXPECT_EQ(loader->scan().count(), 1);
-    EXPECT_EQ(text("lPgStat"), QStringLiteral("Page 1 of 1.  Total Playlists:1"));
     loader->iPic_Click(0);
     loader->cLoad_Click();
     ASSERT_EQ(load.count(), 1);
@@ -128,7 +115,8 @@ TEST_F(VisLoader, StopEndsALongScanWithTheListsFoundSoFar)
     // A missing folder chosen while a scan runs ends it: nothing is left to stop.
     ASSERT_TRUE(longScan());
     loader->scanFolder(root + "missing");
-    EXPECT_EQ(text("PName"), QStringLiteral("This folder does not exist: ") + root + "missing");
+    EXPECT_EQ(loader->findChild<QLabel *>(QStringLiteral("PName"))->text(),
+              QStringLiteral("This folder does not exist: ") + root + "missing");
     EXPECT_EQ(loader->scan().count(), 0);
     loader->cCancel_Click();
     EXPECT_FALSE(loader->isVisible()) << "Exit closes the window";

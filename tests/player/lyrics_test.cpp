@@ -39,7 +39,6 @@ TEST(LoadLyrics, ReadsBothDialectsWithTheirColumnsAndUnits)
          {1000, 13, 2000},
          true},
         {"no header", "just\nwords\n", {"just", "words"}, {}, false},
-        {"utf-8 with mark", "\xEF\xBB\xBFVELTO LYRIC\n:000000100: x\n", {"x"}, {100}, true},
     };
     for (const auto &[name, file, lines, times, loaded] : cases) {
         SCOPED_TRACE(name);

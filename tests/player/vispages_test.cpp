@@ -17,7 +17,6 @@ TEST(VisPages, SixteenToAPageAndPagingStaysOnTheExistingPages)
         {17, 0, 2, 0, 16, "Page 1 of 2.  Total Playlists:17", 0},
         {17, 1, 2, 16, 1, "Page 2 of 2.  Total Playlists:17", 1},
         {16, 0, 1, 0, 16, "Page 1 of 1.  Total Playlists:16", 0},
-        {32, 1, 2, 16, 16, "Page 2 of 2.  Total Playlists:32", 1},
         {33, 2, 3, 32, 1, "Page 3 of 3.  Total Playlists:33", 2},
         {0, 0, 1, 0, 0, "Page 1 of 1.  Total Playlists:0", 0},
         {17, 2, 2, 32, 0, "Page 3 of 2.  Total Playlists:17", 1}, // past the end: nothing shown

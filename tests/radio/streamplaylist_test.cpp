@@ -38,19 +38,15 @@ TEST(StreamPlaylist, ReadsPlsAndM3uEntriesInOrder)
 
 TEST(StreamPlaylist, TellsPlaylistAddressesAndStationPlaylists)
 {
-    const struct
-    {
-        const char *address;
-        bool playlist;
-    } addresses[] = {
+    const std::pair<const char *, bool> addresses[] = {
         {"http://a.example/listen.pls", true},
         {"https://a.example/x.M3U?sid=1", true},
         {"http://a.example/stream.mp3", false},
         {"http://a.example/live.m3u8", false},
         {"/home/me/x.pls", false},
     };
-    for (const auto &a : addresses)
-        EXPECT_EQ(isStreamPlaylistAddress(QString::fromUtf8(a.address)), a.playlist) << a.address;
+    for (const auto &[address, playlist] : addresses)
+        EXPECT_EQ(isStreamPlaylistAddress(QString::fromUtf8(address)), playlist) << address;
 
     const QUrl local = QUrl::fromLocalFile(QStringLiteral("/home/me/listen.pls"));
     EXPECT_EQ(stationPlaylist("[playlist]\nFile1=http://a.example/s\nFile2=https://b/s\n", local),

@@ -75,42 +75,30 @@ TEST(WebBrowser, WithoutTheEngineAddressesOpenInTheUsersBrowser)
 {
     BrowserRig rig(noEngine());
     rig.browser.skinLoaded();
-    rig.browser.entered();
-    EXPECT_EQ(rig.status(), QStringLiteral("Velto was built without the web engine: pages open "
-                                           "in your own browser."));
-    EXPECT_EQ(rig.browser.view(), nullptr);
-
-    rig.type(QStringLiteral("www.example.org"));
-    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org"}));
-    EXPECT_EQ(rig.browser.urlList(), QStringList({"http://www.example.org"}));
-
-    rig.URL[0] = QStringLiteral("example.net/home");
-    rig.URL[4] = QStringLiteral("https://example.com/four");
-    rig.browser.DoIt(101);
-    rig.browser.DoIt(114);
-    rig.browser.DoIt(106);
-    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org", "http://example.net/home",
-                                        "https://example.com/four", "http://search.invalid/?q="}));
-    EXPECT_EQ(rig.addresses(), QStringList({"https://example.com/four", "http://example.net/home",
-                                            "http://www.example.org"}))
-        << "newest first; a search is no address visited";
-}
-
-TEST(WebBrowser, CommandsFromAnotherModeAskForTheBrowserFirst)
-{
-    BrowserRig rig(noEngine());
-    rig.browser.skinLoaded();
+    // From another mode a command asks for the browser first; typing in that
+    // mode's text field is no address.
     QSignalSpy wanted(&rig.browser, &WebBrowser::modeWanted);
-    rig.URL[1] = QStringLiteral("www.example.org");
-    rig.browser.DoIt(111);
+    rig.URL[4] = QStringLiteral("https://example.com/four");
+    rig.browser.DoIt(114);
     EXPECT_EQ(wanted.count(), 1);
-    EXPECT_EQ(rig.outside, QStringList({"http://www.example.org"}));
-    // Typing in another mode's text field is no address.
     rig.type(QStringLiteral("www.example.com"));
-    EXPECT_EQ(rig.outside.size(), 1);
+    EXPECT_EQ(rig.outside, QStringList({"https://example.com/four"}));
+
     rig.browser.entered();
     rig.browser.DoIt(102);
     EXPECT_EQ(wanted.count(), 1);
+    EXPECT_EQ(rig.status(), QStringLiteral("Velto was built without the web engine: pages open "
+                                           "in your own browser."));
+    EXPECT_EQ(rig.browser.view(), nullptr);
+    rig.type(QStringLiteral("www.example.org"));
+    rig.URL[0] = QStringLiteral("example.net/home");
+    rig.browser.DoIt(101);
+    rig.browser.DoIt(106);
+    EXPECT_EQ(rig.outside, QStringList({"https://example.com/four", "http://www.example.org",
+                                        "http://example.net/home", "http://search.invalid/?q="}));
+    EXPECT_EQ(rig.addresses(), QStringList({"http://example.net/home", "http://www.example.org",
+                                            "https://example.com/four"}))
+        << "newest first; a search is no address visited";
 }
 
 TEST(WebBrowser, TheAddressListIsReadAtStartAndWrittenAtTheEnd)
@@ -120,9 +108,6 @@ TEST(WebBrowser, TheAddressListIsReadAtStartAndWrittenAtTheEnd)
         rig.home.write(QStringLiteral("url-list.txt"), "http://one/\nhttp://two/\n\n");
     rig.browser.started();
     EXPECT_EQ(rig.addresses(), QStringList({"http://two/", "http://one/"}));
-    rig.browser.ending(true);
-    EXPECT_EQ(readAll(file), QByteArray("http://one/\nhttp://two/\n\n")) << "unchanged: kept";
-
     rig.browser.entered();
     rig.browser.SetURL(QStringLiteral("http://two/"));
     rig.browser.SetURL(QStringLiteral("http://three/"));
@@ -145,9 +130,6 @@ protected:
         server.page("/mail", "<html><head><title>Mail</title></head><body style=\"margin:0\">"
                              "<a href=\"mailto:someone@example.org\" style=\"position:fixed;"
                              "left:0;top:0;right:0;bottom:0\">mail</a></body></html>");
-        server.page("/popup", ("<html><head><title>Popup</title><script>window.open('" +
-                               server.url("/two") + "')</script></head></html>")
-                                  .toUtf8());
         rig = std::make_unique<BrowserRig>(engine(), server.url("/search?q=%1"));
         rig->browser.skinLoaded();
         rig->browser.entered();
@@ -165,10 +147,8 @@ protected:
 
 TEST_F(WebEngine, PagesAndFilesShowInTheWebAreaAndHistoryGoesBothWays)
 {
-    EXPECT_EQ(rig->skin.area(3)->content(), rig->browser.view()->widget());
     rig->type(server.url("/one"));
     ASSERT_TRUE(titled("Page One")) << rig->status().toStdString();
-    EXPECT_EQ(server.asked("/one"), 1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return rig->status() == QStringLiteral("Done"); }));
     rig->browser.SetURL(server.url("/two"));
     ASSERT_TRUE(titled("Page Two"));
@@ -194,11 +174,6 @@ TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
     ASSERT_TRUE(titled("Results"));
     EXPECT_EQ(server.asked("/search?q=velto%20skins"), 1);
 
-    rig->browser.SetURL(server.url("/popup"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !rig->outside.isEmpty(); }, 30000));
-    EXPECT_EQ(rig->outside.value(0), server.url("/two")) << "a new window opens outside";
-    EXPECT_EQ(rig->title(), QStringLiteral("Popup"));
-
     // A click on another program's link: it is for the desktop.
     rig->browser.SetURL(server.url("/mail"));
     ASSERT_TRUE(titled("Mail"));
@@ -206,7 +181,7 @@ TEST_F(WebEngine, SearchTakesTheWordsTypedAndOutsideLinksLeave)
     page->resize(400, 300);
     QWidget *input = page->focusProxy() ? page->focusProxy() : page;
     QTest::mouseClick(input, Qt::LeftButton, {}, input->rect().center());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rig->outside.size() > 1; }, 30000));
-    EXPECT_EQ(rig->outside.mid(1), QStringList({"mailto:someone@example.org"}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !rig->outside.isEmpty(); }, 30000));
+    EXPECT_EQ(rig->outside, QStringList({"mailto:someone@example.org"}));
     EXPECT_EQ(rig->title(), QStringLiteral("Mail")) << "the page stays";
 }
