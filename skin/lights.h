@@ -46,4 +46,3 @@ LightsView ShowLights(const PlayerSwitches &s);
 // rectangle, 3 triangle pointing right, 4 triangle pointing left; any other
 // kind draws a rectangle.
 void drawLight(QPainter &painter, const QRect &rect, const QColor &colour, int shape);
-void drawLight(QImage &image, const QRect &rect, const QColor &colour, int shape);
