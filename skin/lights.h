@@ -5,7 +5,6 @@
 #include <QString>
 #include <array>
 
-class QImage;
 class QPainter;
 
 // The player's switches that the skin's indicator lights show.
