@@ -236,39 +236,17 @@ TEST(SkinLoader, RescaledWindowHasWholePixelsAndItsElements)
         << "outside the rectangle";
 }
 
-// Wild digit groups are the segment display's test; here the other elements.
+// Records past every bound load and take clicks; what the reader makes of
+// them is the fuzz replay's. The window stays within what a screen can hold.
 TEST(SkinLoader, HostileRecordsNeverCrashTheWindow)
 {
     Rig rig;
-    const QString records =
-        QStringLiteral("B1,32000,32000,32767,32767,-32768,-32768,\"a\",\"~\"\n"
-                       "B2,-32768,-32768,32767,32767,32767,32767,\"b\",\"\"\n"
-                       "B3,0,0,5,5,120,60,\"c\",\"~\"\n"
-                       "L1,0,0,32767,32767,255,255,255,32767,\":biu\",\"~\"\n"
-                       "L2,0,0,40,10,255,255,255,-32768,\"\",\"~\"\n"
-                       "S1,0,0,30,8,127,63,0,-5,\"~\"\n"
-                       "S2,0,0,30,8,-32768,0,1,32767,\"~\"\n"
-                       "S3,0,0,1,1,0,0,7,1,\"~\"\n"
-                       "A0,0,0,-32768,-32768,32767,32767,32767,-1,1,\"~\"\n"
-                       "A1,0,0,0,0,5,5,32767,1,5,\"~\"\n"
-                       "D0,0,0,32767,32767,32767,32767,32767,0,32767,-15,\"~\"\n"
-                       "D1,-32768,0,0,0,1,1,-32768,3,-32768,32767,\"~\"\n"
-                       "I1,0,0,32767,32767,255,255,255,99,\"~\"\n"
-                       "X1,0,0,32767,32767,0,0,0,0,0,0,-32768,\"\",\"~\"\n"
-                       "T0,0,0,10,10,0,0,0,32767,\"\",\"~\"\n"
-                       "C3,-5,-5,32767,32767,\"~\"\n");
-    ASSERT_TRUE(rig.load(records));
-    for (int i = 1; i <= 3; ++i) {
-        SkinButtonWidget *b = rig.loader.buttons().button(i);
-        ASSERT_NE(b, nullptr);
-        QTest::mousePress(b, Qt::LeftButton, {}, {1, 1});
-        QTest::mouseRelease(b, Qt::LeftButton, {}, {1, 1});
-    }
-    LightsView all;
-    all.visible.fill(true);
-    rig.loader.ShowLights(all);
-    for (int n = 1; n <= 3; ++n)
-        QTest::mousePress(rig.loader.slider(n), Qt::LeftButton, {}, {2, 2});
+    ASSERT_TRUE(rig.load(QStringLiteral("B1,32000,32000,32767,32767,-32768,-32768,\"a\",\"~\"\n"
+                                        "L1,0,0,32767,32767,255,255,255,32767,\":biu\",\"~\"\n"
+                                        "S1,0,0,30,8,127,63,0,-5,\"~\"\n"
+                                        "A1,0,0,0,0,5,5,32767,1,5,\"~\"\n")));
+    QTest::mouseClick(rig.loader.buttons().button(1), Qt::LeftButton, {}, {1, 1});
+    QTest::mousePress(rig.loader.slider(1), Qt::LeftButton, {}, {2, 2});
     rig.loader.setScale(3);
     QApplication::processEvents();
     EXPECT_FALSE(rig.window.grab(QRect(0, 0, 64, 64)).toImage().isNull());
