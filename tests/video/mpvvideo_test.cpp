@@ -46,28 +46,21 @@ protected:
 
 TEST_F(MpvVideo, PicturesAreAnnouncedShownInEachNewViewAndEndWithTheirItem)
 {
-    std::unique_ptr<QWidget> view;
     for (int item = 1; item <= 2; ++item) {
         SCOPED_TRACE(item);
         play("clip.avi");
         ASSERT_TRUE(waitFor([&] { return started == item; })) << log.text.toStdString();
-        EXPECT_EQ(size, QSize(160, 120));
-        EXPECT_EQ(device->videoSize(), QSize(160, 120));
-        view.reset(device->createVideoView(nullptr));
+        EXPECT_EQ(std::pair(size, device->videoSize()),
+                  std::pair(QSize(160, 120), QSize(160, 120)));
+        std::unique_ptr<QWidget> view(device->createVideoView(nullptr));
         ASSERT_TRUE(view);
         view->resize(160, 120);
         view->show();
         ASSERT_TRUE(waitFor([&] { return device->position() >= 500; }));
         EXPECT_GT(coloursIn(*view), 4) << "the view stays black";
-        if (item == 1) {
-            // Closing the view leaves the item to play to its end.
-            view.reset();
-            const qint64 before = device->position();
-            ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
-            EXPECT_GT(device->position(), before);
-        }
+        view.reset(); // the item plays on to its end
+        ASSERT_TRUE(waitFor([&] { return log.ended == item; }));
     }
-    ASSERT_TRUE(waitFor([&] { return log.ended == 2; }));
     EXPECT_EQ(stopped, 2);
     EXPECT_TRUE(device->videoSize().isEmpty());
     EXPECT_EQ(log.failed, 0);
