@@ -44,8 +44,9 @@ QString TestMedia::write(const QString &name, const QByteArray &bytes) const
     return out.fileName();
 }
 
-QString TestMedia::sineWav(const QString &name, int ms, int frequency, int sampleRate) const
+QString TestMedia::sineWav(const QString &name, int ms, int frequency) const
 {
+    constexpr int sampleRate = 22050;
     const qint64 samples = qint64(sampleRate) * ms / 1000;
     QByteArray pcm;
     pcm.reserve(samples * 2);
@@ -56,28 +57,21 @@ QString TestMedia::sineWav(const QString &name, int ms, int frequency, int sampl
     return write(name, wavBytes(pcm, sampleRate, 16));
 }
 
-QString TestMedia::silentWav(const QString &name, int ms, int sampleRate) const
+QString TestMedia::silentWav(const QString &name, int ms) const
 {
-    const qint64 samples = qint64(sampleRate) * ms / 1000;
-    return write(name, wavBytes(QByteArray(samples, char(0x80)), sampleRate, 8));
+    return write(name, wavBytes(QByteArray(8 * ms, char(0x80)), 8000, 8));
 }
 
-QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs,
-                           int frequency) const
+QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs) const
 {
-    const QString source = QStringLiteral("sine=frequency=%1:duration=%2")
-                               .arg(frequency)
-                               .arg(double(ms) / 1000.0, 0, 'f', 3);
+    const QString source = QStringLiteral("sine=frequency=440:duration=%1").arg(ms / 1000.0);
     return runFfmpeg(name, QStringList{"-f", "lavfi", "-i", source, "-ac", "1"} << extraArgs);
 }
 
-QString TestMedia::video(const QString &name, int ms, QSize size) const
+QString TestMedia::video(const QString &name, int ms) const
 {
-    const QString seconds = QString::number(double(ms) / 1000.0, 'f', 3);
-    const QString picture = QStringLiteral("testsrc=size=%1x%2:rate=25:duration=%3")
-                                .arg(size.width())
-                                .arg(size.height())
-                                .arg(seconds);
+    const QString seconds = QString::number(ms / 1000.0);
+    const QString picture = QStringLiteral("testsrc=size=160x120:rate=25:duration=") + seconds;
     return runFfmpeg(name, {"-f", "lavfi", "-i", picture, "-f", "lavfi", "-i",
                             "sine=duration=" + seconds, "-ac", "1"});
 }
