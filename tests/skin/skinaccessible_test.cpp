@@ -1,6 +1,5 @@
 #include "skin/skinbuttonwidget.h"
 #include "skin/skinlabelwidget.h"
-#include "skin/skinlightwidget.h"
 #include "skin/skinlistarea.h"
 #include "skin/skinsliderwidget.h"
 
@@ -66,7 +65,7 @@ TEST_F(SkinAccessible, LabelsReadAsTheirWholeText)
     EXPECT_EQ(name(bare), QStringLiteral("PM"));
 }
 
-TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
+TEST_F(SkinAccessible, SlidersAndListsSayWhatTheyAre)
 {
     SkinSliderWidget *position = loader.slider(1);
     loader.setSliderShown(1, true);
@@ -86,20 +85,6 @@ TEST_F(SkinAccessible, SlidersListsAreasAndLightsSayWhatTheyAre)
 
     EXPECT_EQ(std::pair(role(loader.list(1)), name(loader.list(1))),
               std::pair(QAccessible::List, QStringLiteral("Playlist")));
-    // A list the skin does not place still has a name.
-    EXPECT_EQ(name(loader.list(4)), QStringLiteral("Lyrics"));
-    EXPECT_EQ(name(loader.area(1)), QStringLiteral("Album cover: double-click to choose one"));
-
-    LightsView lit;
-    lit.visible[2] = true;
-    loader.ShowLights(lit);
-    QAccessibleInterface *play = QAccessible::queryAccessibleInterface(loader.light(2));
-    EXPECT_EQ(std::tuple(play->role(), play->text(QAccessible::Name),
-                         play->text(QAccessible::Value), play->state().checked,
-                         play->state().readOnly),
-              std::tuple(QAccessible::CheckBox, QStringLiteral("PLAY"), QStringLiteral("on"), true,
-                         true));
-    EXPECT_FALSE(QAccessible::queryAccessibleInterface(loader.light(3))->state().checked);
 }
 
 } // namespace
