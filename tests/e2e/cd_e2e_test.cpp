@@ -69,11 +69,9 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     ASSERT_FALSE(window.isEmpty());
     const auto title = [&window] { return xdotool({"getwindowname", window}); };
 
+    // What is asked is CddbClient's test.
     ASSERT_TRUE(waitUntil([&] { return server.requests().size() == 2; }))
         << "the disc is looked up and its entry asked for";
-    EXPECT_NE(server.requests()[0].find("cddb+query+" + id + "+3+150+300+1200+16"),
-              std::string::npos)
-        << server.requests()[0];
 
     const ShippedSkin player = shippedSkin(QStringLiteral("default.skin"));
     const QRect status = player.rect(QStringLiteral("L15"));

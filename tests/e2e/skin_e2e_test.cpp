@@ -5,7 +5,6 @@
 #include <QRasterWindow>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -218,13 +217,9 @@ TEST_F(ShapedWindow, HolesLetClicksThroughTheSkinDragsSnapsOpensItsMenuAndCloses
     ASSERT_TRUE(waitUntil([&] { return windows() == shown; }))
         << "Escape closes the menu and nothing else";
 
+    // Where the window was is saved by Lifecycle's test.
     click(windowGeometry(window).topLeft() + player.close.center());
-    ASSERT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
-    const QSettings saved(velto.home(QStringLiteral("config/velto/velto.ini")),
-                          QSettings::IniFormat);
-    EXPECT_EQ(saved.value("config/x").toString() + ',' + saved.value("config/y").toString(),
-              QStringLiteral("0,300"))
-        << "the place the window was dragged to is kept";
+    EXPECT_TRUE(velto.waitForExit()) << "the close button did not end Velto";
 }
 
 // On a screen of ratio 2 every skin pixel is a block of one colour and the
