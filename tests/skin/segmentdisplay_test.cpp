@@ -168,21 +168,6 @@ TEST_F(SegmentDisplayTest, ClockModesDrawHoursAndMinutesAndPutTheRestOnLabel9)
             << time.toString().toStdString() << " mode " << mode;
         EXPECT_EQ(labels, (std::vector<std::pair<int, QString>>{{9, QString::fromLatin1(label9)}}));
     }
-
-    // The label is sent when its text changes, and again after a new skin.
-    labels.clear();
-    display.setGroup(0, group(0, 2));
-    clock.time.setTime(QTime(14, 5, 9));
-    display.SetDD(0, 0);
-    display.SetDD(0, 0);
-    clock.time.setTime(QTime(14, 5, 10));
-    display.SetDD(0, 0);
-    display.setGroup(0, group(0, 2));
-    display.SetDD(0, 0);
-    std::vector<QString> sent;
-    for (const auto &l : labels)
-        sent.push_back(l.second);
-    EXPECT_EQ(sent, (std::vector<QString>{"09", "10", "10"}));
 }
 
 // What a screen reader hears: the glyphs drawn, without the blank cells
