@@ -10,7 +10,6 @@ TEST(NameScroller, FramesRunLeftAndComeRound)
     const std::tuple<const char *, int, int, const char *> cases[] = {
         {"Song", 8, 5, "Song"},             // fits: stands still
         {"ABCDEFGHIJ", 0, 3, "ABCDEFGHIJ"}, // no cells to fill
-        {"ABCDEFGHIJ", 4, 0, "ABCD"},
         {"ABCDEFGHIJ", 4, 8, "IJ *"},
         {"ABCDEFGHIJ", 4, 14, " ABC"},
         {"ABCDEFGHIJ", 4, 15, "ABCD"}, // once round the name and the gap

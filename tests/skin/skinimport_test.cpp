@@ -14,10 +14,8 @@ TEST(SkinImport, ConvertChangesOnlyTheSignature)
 {
     const std::tuple<QByteArray, QByteArray> cases[] = {
         {"\"Ne-Orb Skin\",\"Old\"\r\n1,0\r\n", "\"Velto Skin/PLAYER\",\"Old\"\r\n1,0\r\n"},
-        {"Ne-Orb Skin,Old\n", "\"Velto Skin/PLAYER\",Old\n"},
         {"\xEF\xBB\xBF\n  \"Ne-Orb Skin/KARAOKE\",\"x\xE9\"\n",
          "\xEF\xBB\xBF\n  \"Velto Skin/PLAYER\",\"x\xE9\"\n"},
-        {"\"Ne-Orb Skin\"", "\"Velto Skin/PLAYER\""},
         // Nothing to import.
         {"\"Velto Skin/PLAYER\",\"New\"\n", ""},
         {"\"ne-orb skin\",\"Case\"\n", ""},
