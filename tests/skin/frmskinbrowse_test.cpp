@@ -92,7 +92,7 @@ TEST_F(SkinBrowser, TheFolderButtonChangesTheSkinFolder)
     EXPECT_EQ(entries(), QStringList({"MINE > Velto Slate Clock"}));
 }
 
-TEST_F(SkinBrowser, TheSelectedSkinBecomesAFavouriteAndIsListedAsOne)
+TEST_F(SkinBrowser, TheSelectedSkinBecomesAFavourite)
 {
     list().setCurrentRow(int(entries().indexOf("KARAOKE > Velto Slate Karaoke")));
     auto *button = browser->findChild<QToolButton *>(QStringLiteral("cFavSkin"));
@@ -102,9 +102,6 @@ TEST_F(SkinBrowser, TheSelectedSkinBecomesAFavouriteAndIsListedAsOne)
     ASSERT_EQ(menu->actions().size(), 10);
     menu->actions()[8]->trigger();
     EXPECT_EQ(favourites[8], skins + "/karaoke.skin");
-
-    browser->setTypeFilter(QStringLiteral("Favorite"));
-    EXPECT_EQ(entries(), QStringList({"KARAOKE > Velto Slate Karaoke"}));
 }
 
 TEST_F(SkinBrowser, TheInfoButtonShowsAndHidesTheCommentShownOrNot)
