@@ -59,7 +59,6 @@ TEST_F(VideoOutputTest, WithoutAVideoAreaAWindowShowsThePicturesAndClosesWithThe
 
     ASSERT_TRUE(waitFor([&] { return log.ended == 1; }));
     EXPECT_EQ(output->window(*device), nullptr);
-    EXPECT_EQ(output->view(*device), nullptr);
 }
 
 TEST_F(VideoOutputTest, TheSkinsVideoAreaTakesThePicturesAndGivesThemUpWithTheSkin)
