@@ -267,14 +267,9 @@ TEST(SkinLights, FollowTheLightsViewInEverySkin)
     EXPECT_EQ(shot.pixel(54, 44), mainPixel(54, 44));
     EXPECT_EQ(rig.loader.label(26), QStringLiteral("CD"));
 
-    view.visible[2] = false;
+    // A new skin takes the lights as they are now, wherever it puts them.
     view.visible[3] = true;
     rig.loader.ShowLights(view);
-    shot = rig.shot();
-    EXPECT_EQ(shot.pixel(14, 44), mainPixel(14, 44));
-    EXPECT_EQ(shot.pixel(34, 44), qRgb(0, 255, 0));
-
-    // A new skin takes the lights as they are now, wherever it puts them.
     ASSERT_TRUE(rig.load(QStringLiteral("I3,70,10,8,8,0,255,0,0,\"~\"\n")));
     shot = rig.shot();
     EXPECT_EQ(shot.pixel(74, 14), qRgb(0, 255, 0));
