@@ -65,7 +65,6 @@ TEST_F(SkinBrowser, AClickLoadsTheSkinAndShowsItsComment)
     ASSERT_GE(calculator, 0) << entries().join(',').toStdString();
     clickRow(calculator);
     ASSERT_EQ(loads, QStringList({skins + "/calculator.skin"}));
-    EXPECT_FALSE(comment().isEmpty());
     EXPECT_EQ(comment(), loader.skin().comment.trimmed().replace('\r', '\n'));
 
     // A skin gone since the list was read: the loader says so, the browser stays.
