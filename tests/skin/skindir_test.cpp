@@ -101,7 +101,6 @@ TEST(SkinDir, ReadsTheFolderInNameOrderAndSkipsWhatIsNoSkinFile)
     EXPECT_EQ(texts(ReadSkinDir(f, QStringLiteral("CALCULATOR"), {skinPathKey(f + "/b.skin")})),
               QStringList({"A > Ay"}))
         << "being a favourite adds a skin to no other type";
-    EXPECT_TRUE(ReadSkinDir(f + "/no-such-folder", QStringLiteral("ALL")).isEmpty());
 }
 
 TEST(SkinDir, NamesThatAreNotUtf8AreReportedNotListed)
