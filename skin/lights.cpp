@@ -1,6 +1,5 @@
 #include "skin/lights.h"
 
-#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
@@ -68,13 +67,4 @@ void drawLight(QPainter &painter, const QRect &rect, const QColor &colour, int s
         break;
     }
     painter.restore();
-}
-
-void drawLight(QImage &image, const QRect &rect, const QColor &colour, int shape)
-{
-    // Mono and colour-table pictures cannot be painted on.
-    if (image.isNull() || image.depth() < 8 || image.format() == QImage::Format_Indexed8)
-        return;
-    QPainter painter(&image);
-    drawLight(painter, rect, colour, shape);
 }

@@ -5,7 +5,6 @@
 #include <QString>
 #include <array>
 
-class QImage;
 class QPainter;
 
 // The player's switches that the skin's indicator lights show.
@@ -46,4 +45,3 @@ LightsView ShowLights(const PlayerSwitches &s);
 // rectangle, 3 triangle pointing right, 4 triangle pointing left; any other
 // kind draws a rectangle.
 void drawLight(QPainter &painter, const QRect &rect, const QColor &colour, int shape);
-void drawLight(QImage &image, const QRect &rect, const QColor &colour, int shape);

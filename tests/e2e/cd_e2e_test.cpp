@@ -3,7 +3,7 @@
 #include "support/discimage.h"
 #include "support/loopbackserver.h"
 
-#include <condition_variable>
+#include <future>
 #include <memory>
 #include <mutex>
 
@@ -16,20 +16,14 @@ class Gate
 public:
     void open()
     {
-        std::lock_guard lock(m_mutex);
-        m_open = true;
-        m_changed.notify_all();
+        std::call_once(m_once, [this] { m_opened.set_value(); });
     }
-    void pass()
-    {
-        std::unique_lock lock(m_mutex);
-        m_changed.wait_for(lock, std::chrono::seconds(60), [this] { return m_open; });
-    }
+    void pass() { m_passing.wait_for(std::chrono::seconds(60)); }
 
 private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_open = false;
+    std::once_flag m_once;
+    std::promise<void> m_opened;
+    std::shared_future<void> m_passing = m_opened.get_future().share();
 };
 
 } // namespace
@@ -69,11 +63,9 @@ TEST_F(CdE2e, AnImageIsNamedFromCddbAndItsSecondTrackPlays)
     ASSERT_FALSE(window.isEmpty());
     const auto title = [&window] { return xdotool({"getwindowname", window}); };
 
+    // What is asked is CddbClient's test.
     ASSERT_TRUE(waitUntil([&] { return server.requests().size() == 2; }))
         << "the disc is looked up and its entry asked for";
-    EXPECT_NE(server.requests()[0].find("cddb+query+" + id + "+3+150+300+1200+16"),
-              std::string::npos)
-        << server.requests()[0];
 
     const ShippedSkin player = shippedSkin(QStringLiteral("default.skin"));
     const QRect status = player.rect(QStringLiteral("L15"));

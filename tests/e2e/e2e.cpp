@@ -1,8 +1,6 @@
 #include "e2e.h"
 
 #include <QDebug>
-#include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>

@@ -6,17 +6,12 @@
 #include <QHash>
 #include <QImage>
 #include <QProcess>
-#include <QRect>
-#include <QSize>
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
 
 #include <csignal>
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include <gtest/gtest.h>
 

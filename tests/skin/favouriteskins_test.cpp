@@ -23,7 +23,6 @@ TEST(FavouriteSkins, SlotsFollowTheMenuAndModeSlotsFallBackToTheirShippedSkin)
         {2, "Calculator", mine + "/calc.skin"}, // the slot's own skin
         {3, "Notepad", ""},                     // its shipped skin is missing
         {8, "Other 1", mine + "/other.skin"},   // a bare name is in the skin folder
-        {9, "Other 2", ""},
     };
     for (const auto &[slot, name, file] : cases) {
         EXPECT_EQ(FavouriteSkins::slotName(slot), name) << slot;

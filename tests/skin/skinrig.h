@@ -16,7 +16,6 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,19 +36,17 @@ inline std::string describe(const QRegion &region)
     return ' ' + QDebug::toString(region).toStdString();
 }
 
-// The main window as far as the skin is concerned: it paints through the loader,
-// notes every spot it was asked to repaint and the mouse presses elements pass on.
+// The main window as far as the skin is concerned: it paints through the loader
+// and notes the mouse presses elements pass on.
 class SkinWindow : public QWidget
 {
 public:
     SkinLoader *loader = nullptr;
-    QRegion painted;
     std::vector<Qt::MouseButton> presses;
 
 protected:
     void paintEvent(QPaintEvent *event) override
     {
-        painted += event->region();
         QPainter p(this);
         if (loader)
             loader->paint(p, event->rect());
@@ -103,29 +100,6 @@ struct SkinRig
         window.show();
         (void)QTest::qWaitForWindowExposed(&window);
         return ok;
-    }
-
-    // The window region repainted after change. Repaints wait for the
-    // window's next frame, which paints everything asked for until then: a
-    // repaint of the top left pixel, asked for last, ends the wait. The
-    // skins here leave that pixel bare.
-    QRegion repaintedBy(const std::function<void()> &change)
-    {
-        const QRect sentinel(0, 0, 1, 1);
-        auto framePainted = [&] {
-            window.update(sentinel);
-            const bool painted =
-                QTest::qWaitFor([&] { return window.painted.intersects(sentinel); }, 10000);
-            if (!painted)
-                ADD_FAILURE() << "the window was never repainted";
-            return painted;
-        };
-        window.painted = QRegion();
-        framePainted(); // what earlier steps asked for
-        window.painted = QRegion();
-        change();
-        framePainted();
-        return window.painted.subtracted(sentinel);
     }
 
     QImage shot() { return window.grab().toImage().convertToFormat(QImage::Format_RGB32); }

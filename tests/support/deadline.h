@@ -1,10 +1,9 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
-#include <mutex>
+#include <future>
 #include <string>
 #include <thread>
 
@@ -15,34 +14,25 @@ class Deadline
 {
 public:
     explicit Deadline(std::string what, std::chrono::seconds patience = std::chrono::seconds(30))
-        : m_what(std::move(what))
+        : m_watch([what = std::move(what), patience, left = m_left.get_future()] {
+              if (left.wait_for(patience) == std::future_status::timeout) {
+                  std::fprintf(stderr, "FAILED: %s did not finish within %lld s\n", what.c_str(),
+                               static_cast<long long>(patience.count()));
+                  std::fflush(stderr);
+                  std::_Exit(1);
+              }
+          })
     {
-        m_watch = std::thread([this, patience] {
-            std::unique_lock lock(m_mutex);
-            if (!m_done.wait_for(lock, patience, [this] { return m_left; })) {
-                std::fprintf(stderr, "FAILED: %s did not finish within %lld s\n", m_what.c_str(),
-                             static_cast<long long>(patience.count()));
-                std::fflush(stderr);
-                std::_Exit(1);
-            }
-        });
     }
     ~Deadline()
     {
-        {
-            std::lock_guard lock(m_mutex);
-            m_left = true;
-        }
-        m_done.notify_one();
+        m_left.set_value();
         m_watch.join();
     }
     Deadline(const Deadline &) = delete;
     Deadline &operator=(const Deadline &) = delete;
 
 private:
-    std::string m_what;
-    std::mutex m_mutex;
-    std::condition_variable m_done;
-    bool m_left = false;
+    std::promise<void> m_left; // made before the watch that waits on it
     std::thread m_watch;
 };

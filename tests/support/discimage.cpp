@@ -1,5 +1,6 @@
 #include "discimage.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 
@@ -29,7 +30,8 @@ bool writeFile(const QString &path, const QByteArray &bytes)
 QByteArray DiscImage::binBytes() const
 {
     QByteArray out;
-    out.reserve(qint64(leadOut() - kLeadIn) * 2352);
+    QDataStream s(&out, QIODevice::WriteOnly);
+    s.setByteOrder(QDataStream::LittleEndian);
     for (int t = 0; t < sectors.size(); ++t) {
         const double pitch = 220.0 * (t + 1);
         const qint64 frames = qint64(sectors[t]) * kFramesPerSector;
@@ -37,11 +39,7 @@ QByteArray DiscImage::binBytes() const
             const qint16 left =
                 qint16(std::lround(9000.0 * std::sin(2 * M_PI * pitch * i / 44100)));
             // The right channel differs, so swapped channels would show.
-            const qint16 right = qint16(left / 2 + t);
-            for (qint16 s : {left, right}) {
-                out.append(char(s & 0xff));
-                out.append(char((s >> 8) & 0xff));
-            }
+            s << left << qint16(left / 2 + t);
         }
     }
     return out;

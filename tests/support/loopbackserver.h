@@ -57,7 +57,6 @@ public:
     LoopbackServer &operator=(const LoopbackServer &) = delete;
 
     bool listening() const { return m_listener >= 0; }
-    int port() const { return m_port; }
     // http://127.0.0.1:port + path
     QString url(const QString &path = QStringLiteral("/stream")) const;
     // Served at path, or at path with any query after it.

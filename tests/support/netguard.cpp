@@ -59,13 +59,9 @@ bool loopback(const sockaddr *addr)
 
 std::string describe(const sockaddr *addr)
 {
-    char text[INET6_ADDRSTRLEN] = "?";
-    if (addr->sa_family == AF_INET)
-        inet_ntop(AF_INET, &reinterpret_cast<const sockaddr_in *>(addr)->sin_addr, text,
-                  sizeof text);
-    else if (addr->sa_family == AF_INET6)
-        inet_ntop(AF_INET6, &reinterpret_cast<const sockaddr_in6 *>(addr)->sin6_addr, text,
-                  sizeof text);
+    char text[NI_MAXHOST] = "?";
+    const socklen_t size = addr->sa_family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
+    getnameinfo(addr, size, text, sizeof text, nullptr, 0, NI_NUMERICHOST);
     return std::string("a connection to ") + text;
 }
 

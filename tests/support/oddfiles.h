@@ -19,20 +19,15 @@ struct OddFile
 inline QList<OddFile> makeOddFiles(const QString &folder, const QString &name)
 {
     QList<OddFile> files;
-    for (const char *kind : {"pipe", "zero", "folder"}) {
-        const QString dir = folder + '/' + kind;
-        QDir().mkpath(dir);
-        const QString path = dir + '/' + name;
-        const QString k = QString::fromLatin1(kind);
-        bool made = false;
-        if (k == "pipe")
-            made = ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
-        else if (k == "zero")
-            made = QFile::link(QStringLiteral("/dev/zero"), path);
-        else
-            made = QDir().mkpath(path);
-        if (made)
-            files.push_back({k, path});
-    }
+    const auto place = [&](const QString &kind) {
+        QDir().mkpath(folder + '/' + kind);
+        return folder + '/' + kind + '/' + name;
+    };
+    if (const QString path = place("pipe"); ::mkfifo(QFile::encodeName(path), 0600) == 0)
+        files.push_back({"pipe", path});
+    if (const QString path = place("zero"); QFile::link(QStringLiteral("/dev/zero"), path))
+        files.push_back({"zero", path});
+    if (const QString path = place("folder"); QDir().mkpath(path))
+        files.push_back({"folder", path});
     return files;
 }

@@ -10,8 +10,7 @@
 #include <QMap>
 #include <QWidget>
 
-#include <map>
-#include <memory>
+#include <type_traits>
 
 // A skin surface that notes what parts write to it, for tests of a part
 // without a window. Its list, text and area elements are real widgets on a
@@ -38,38 +37,28 @@ public:
     {
         pictures[area] = picture;
     }
-    SkinListArea *list(int number) override
-    {
-        auto &slot = m_lists[number];
-        if (!slot)
-            slot = std::make_unique<SkinListArea>(number, &m_parent);
-        return slot.get();
-    }
-    SkinTextArea *notepad() override
-    {
-        if (!m_notepad)
-            m_notepad = std::make_unique<SkinTextArea>(&m_parent);
-        return m_notepad.get();
-    }
-    SkinTextField *textField(int number) override
-    {
-        auto &slot = m_fields[number];
-        if (!slot)
-            slot = std::make_unique<SkinTextField>(number, &m_parent);
-        return slot.get();
-    }
-    SkinAreaWidget *area(int number) override
-    {
-        auto &slot = m_areas[number];
-        if (!slot)
-            slot = std::make_unique<SkinAreaWidget>(number, &m_parent);
-        return slot.get();
-    }
+    SkinListArea *list(int number) override { return made(m_lists, number); }
+    SkinTextArea *notepad() override { return made(m_notepad, 0); }
+    SkinTextField *textField(int number) override { return made(m_fields, number); }
+    SkinAreaWidget *area(int number) override { return made(m_areas, number); }
 
 private:
+    // Made on first use, owned by the hidden parent.
+    template<typename Element> Element *made(QMap<int, Element *> &elements, int number)
+    {
+        Element *&slot = elements[number];
+        if (!slot) {
+            if constexpr (std::is_same_v<Element, SkinTextArea>)
+                slot = new Element(&m_parent);
+            else
+                slot = new Element(number, &m_parent);
+        }
+        return slot;
+    }
+
     QWidget m_parent;
-    std::map<int, std::unique_ptr<SkinListArea>> m_lists;
-    std::unique_ptr<SkinTextArea> m_notepad;
-    std::map<int, std::unique_ptr<SkinTextField>> m_fields;
-    std::map<int, std::unique_ptr<SkinAreaWidget>> m_areas;
+    QMap<int, SkinListArea *> m_lists;
+    QMap<int, SkinTextArea *> m_notepad;
+    QMap<int, SkinTextField *> m_fields;
+    QMap<int, SkinAreaWidget *> m_areas;
 };

@@ -1,5 +1,6 @@
 #include "testmedia.h"
 
+#include <QDataStream>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -8,30 +9,21 @@
 
 namespace {
 
-void putLe(QByteArray &out, quint32 value, int bytes)
-{
-    for (int i = 0; i < bytes; ++i)
-        out.append(char((value >> (8 * i)) & 0xff));
-}
-
 QByteArray wavBytes(const QByteArray &pcm, int sampleRate, int bitsPerSample)
 {
-    const int blockAlign = bitsPerSample / 8;
+    const quint16 blockAlign = quint16(bitsPerSample / 8);
     QByteArray out;
-    out += "RIFF";
-    putLe(out, quint32(36 + pcm.size()), 4);
-    out += "WAVEfmt ";
-    putLe(out, 16, 4);
-    putLe(out, 1, 2); // PCM
-    putLe(out, 1, 2); // mono
-    putLe(out, quint32(sampleRate), 4);
-    putLe(out, quint32(sampleRate * blockAlign), 4);
-    putLe(out, quint32(blockAlign), 2);
-    putLe(out, quint32(bitsPerSample), 2);
-    out += "data";
-    putLe(out, quint32(pcm.size()), 4);
-    out += pcm;
-    return out;
+    QDataStream s(&out, QIODevice::WriteOnly);
+    s.setByteOrder(QDataStream::LittleEndian);
+    s.writeRawData("RIFF", 4);
+    s << quint32(36 + pcm.size());
+    s.writeRawData("WAVEfmt ", 8);
+    // PCM, mono
+    s << quint32(16) << quint16(1) << quint16(1) << quint32(sampleRate)
+      << quint32(sampleRate * blockAlign) << blockAlign << quint16(bitsPerSample);
+    s.writeRawData("data", 4);
+    s << quint32(pcm.size());
+    return out + pcm;
 }
 
 } // namespace
@@ -44,40 +36,34 @@ QString TestMedia::write(const QString &name, const QByteArray &bytes) const
     return out.fileName();
 }
 
-QString TestMedia::sineWav(const QString &name, int ms, int frequency, int sampleRate) const
+QString TestMedia::sineWav(const QString &name, int ms, int frequency) const
 {
+    constexpr int sampleRate = 22050;
     const qint64 samples = qint64(sampleRate) * ms / 1000;
     QByteArray pcm;
-    pcm.reserve(samples * 2);
-    for (qint64 i = 0; i < samples; ++i) {
-        const double v = std::sin(2.0 * M_PI * frequency * double(i) / sampleRate);
-        putLe(pcm, quint16(qint16(std::lround(v * 12000.0))), 2);
-    }
+    QDataStream s(&pcm, QIODevice::WriteOnly);
+    s.setByteOrder(QDataStream::LittleEndian);
+    for (qint64 i = 0; i < samples; ++i)
+        s << qint16(
+            std::lround(12000.0 * std::sin(2.0 * M_PI * frequency * double(i) / sampleRate)));
     return write(name, wavBytes(pcm, sampleRate, 16));
 }
 
-QString TestMedia::silentWav(const QString &name, int ms, int sampleRate) const
+QString TestMedia::silentWav(const QString &name, int ms) const
 {
-    const qint64 samples = qint64(sampleRate) * ms / 1000;
-    return write(name, wavBytes(QByteArray(samples, char(0x80)), sampleRate, 8));
+    return write(name, wavBytes(QByteArray(8 * ms, char(0x80)), 8000, 8));
 }
 
-QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs,
-                           int frequency) const
+QString TestMedia::encoded(const QString &name, int ms, const QStringList &extraArgs) const
 {
-    const QString source = QStringLiteral("sine=frequency=%1:duration=%2")
-                               .arg(frequency)
-                               .arg(double(ms) / 1000.0, 0, 'f', 3);
+    const QString source = QStringLiteral("sine=frequency=440:duration=%1").arg(ms / 1000.0);
     return runFfmpeg(name, QStringList{"-f", "lavfi", "-i", source, "-ac", "1"} << extraArgs);
 }
 
-QString TestMedia::video(const QString &name, int ms, QSize size) const
+QString TestMedia::video(const QString &name, int ms) const
 {
-    const QString seconds = QString::number(double(ms) / 1000.0, 'f', 3);
-    const QString picture = QStringLiteral("testsrc=size=%1x%2:rate=25:duration=%3")
-                                .arg(size.width())
-                                .arg(size.height())
-                                .arg(seconds);
+    const QString seconds = QString::number(ms / 1000.0);
+    const QString picture = QStringLiteral("testsrc=size=160x120:rate=25:duration=") + seconds;
     return runFfmpeg(name, {"-f", "lavfi", "-i", picture, "-f", "lavfi", "-i",
                             "sine=duration=" + seconds, "-ac", "1"});
 }

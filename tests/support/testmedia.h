@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -13,18 +12,16 @@ public:
     QString file(const QString &name) const { return m_dir.filePath(name); }
 
     // A sine tone as 16-bit mono PCM WAV, written by our own writer.
-    QString sineWav(const QString &name, int ms, int frequency = 440, int sampleRate = 22050) const;
+    QString sineWav(const QString &name, int ms, int frequency = 440) const;
     // Silence as 8-bit mono WAV: long items cost little disk.
-    QString silentWav(const QString &name, int ms, int sampleRate = 8000) const;
+    QString silentWav(const QString &name, int ms) const;
     // A sine tone encoded by the ffmpeg program, the format taken from the
     // name's extension (mp3, flac, ogg...); extraArgs go before the output
     // (e.g. "-b:a 128k"). Empty when ffmpeg is missing or fails.
-    QString encoded(const QString &name, int ms, const QStringList &extraArgs = {},
-                    int frequency = 440) const;
-    // A moving test picture of the given size with a sine tone, encoded by
-    // ffmpeg in the format the name's extension says (avi, mp4...). Empty when
-    // ffmpeg is missing or fails.
-    QString video(const QString &name, int ms, QSize size = {160, 120}) const;
+    QString encoded(const QString &name, int ms, const QStringList &extraArgs = {}) const;
+    // A moving 160x120 test picture with a sine tone, encoded by ffmpeg in the
+    // format the name's extension says (avi, mp4...). Empty when ffmpeg fails.
+    QString video(const QString &name, int ms) const;
     // A four-channel ProTracker module with one looped sample and a short
     // pattern, written byte by byte.
     QString module(const QString &name) const;
