@@ -177,9 +177,12 @@ void Playlist::PlRead(const ListFile &list)
     const int room = kMaxEntries - int(m_state.PlPath.size());
     const QStringList entries = readEntries(list.bytes, type, room);
     for (const QString &written : entries) {
-        QString shown = written;
-        shown.replace(QLatin1Char('\\'), QLatin1Char('/'));
-        append(markPicture(FriendlyName(shown, friendlyNames), shown), resolveEntry(written, base));
+        const QString path = resolveEntry(written, base);
+        // A file URL shows as the name it stands for, not its escapes.
+        const QString shown = written.startsWith(kFileUrlStart, Qt::CaseInsensitive)
+                                  ? path
+                                  : QString(written).replace(QLatin1Char('\\'), QLatin1Char('/'));
+        append(markPicture(FriendlyName(shown, friendlyNames), shown), path);
     }
 }
 
