@@ -11,6 +11,7 @@
 #include "core/saveloop.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/leakcheck.h"
 #include "platform/random.h"
 #include "platform/screens.h"
 #include "platform/settingsstore.h"
@@ -75,6 +76,7 @@ qint64 residentKiB()
 
 int main(int argc, char **argv)
 {
+    settleThreadsBeforeLeakCheck();
     if (wantsTextOnly(argc, argv)) {
         QCoreApplication app(argc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("velto"));

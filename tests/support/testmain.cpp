@@ -1,4 +1,5 @@
 #include "netguard.h"
+#include "platform/leakcheck.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 
 int main(int argc, char **argv)
 {
+    settleThreadsBeforeLeakCheck();
     // Widget tests run headless unless a test asks for a real X server.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
