@@ -12,8 +12,23 @@
 
 namespace {
 
-// A file URL without a host; the path is what follows "file://".
-const QLatin1String kFileUrlStart("file:///");
+// File URLs without a host, encoded and decoded byte for byte: QUrl turns
+// noncharacters such as U+FFFF into replacement marks, cuts a name at "#" or
+// "?", and reads a path starting "//" as a server's.
+bool isFileUrl(const QString &entry)
+{
+    return entry.startsWith(QLatin1String("file:///"), Qt::CaseInsensitive);
+}
+
+QString fileUrlPath(const QString &url)
+{
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(url.mid(7).toUtf8()));
+}
+
+QString fileUrlOf(const QString &path)
+{
+    return QLatin1String("file://") + QString::fromLatin1(path.toUtf8().toPercentEncoding("/"));
+}
 
 bool isUrl(const QString &entry)
 {
@@ -107,11 +122,8 @@ QString Playlist::resolveEntry(const QString &written, const QString &base)
     QString entry = written;
     entry.replace(QLatin1Char('\\'), QLatin1Char('/'));
     if (isUrl(entry)) {
-        // Decoded here rather than by QUrl, which turns noncharacters such as
-        // U+FFFF into replacement marks and cuts the name at a "#" or "?".
-        if (entry.startsWith(kFileUrlStart, Qt::CaseInsensitive))
-            return QString::fromUtf8(
-                QByteArray::fromPercentEncoding(entry.mid(kFileUrlStart.size() - 1).toUtf8()));
+        if (isFileUrl(entry))
+            return fileUrlPath(entry);
         const QUrl url(entry);
         return url.isLocalFile() ? url.toLocalFile() : entry;
     }
@@ -178,10 +190,11 @@ void Playlist::PlRead(const ListFile &list)
     const QStringList entries = readEntries(list.bytes, type, room);
     for (const QString &written : entries) {
         const QString path = resolveEntry(written, base);
+        QString shown = written;
+        shown.replace(QLatin1Char('\\'), QLatin1Char('/'));
         // A file URL shows as the name it stands for, not its escapes.
-        const QString shown = written.startsWith(kFileUrlStart, Qt::CaseInsensitive)
-                                  ? path
-                                  : QString(written).replace(QLatin1Char('\\'), QLatin1Char('/'));
+        if (isFileUrl(shown))
+            shown = path;
         append(markPicture(FriendlyName(shown, friendlyNames), shown), path);
     }
 }
@@ -202,9 +215,7 @@ QString entryFor(const QString &path, const QString &dir)
     const QString line = path.startsWith(dir) ? path.mid(dir.size()) : path;
     if (readsBack(line, dir, path) || !path.startsWith(QLatin1Char('/')))
         return line;
-    // QUrl::fromLocalFile would read a path starting "//" as a server's.
-    const QString url =
-        QLatin1String("file://") + QString::fromLatin1(path.toUtf8().toPercentEncoding("/"));
+    const QString url = fileUrlOf(path);
     return readsBack(url, dir, path) ? url : line;
 }
 
