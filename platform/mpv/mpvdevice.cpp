@@ -282,7 +282,8 @@ void MpvDevice::close()
     m_mode = Mode::NotReady;
     m_entry = -1;
     m_wantPlay = false;
-    m_seeking = false;
+    m_seek = Seek::None;
+    m_seeksUnanswered = 0;
     m_from = -1;
     m_pendingSeek = -1;
     m_length = 0;
@@ -357,9 +358,11 @@ void MpvDevice::seekNow(qint64 ms)
 {
     ms = m_length > 0 ? qBound<qint64>(0, ms, m_length) : qMax<qint64>(0, ms);
     holdPosition(ms);
+    m_seekFloor = ms;
     // Times asked for before the seek would move the position back; they
     // are dropped until playback restarts.
-    m_seeking = true;
+    m_seek = Seek::Sent;
+    ++m_seeksUnanswered;
     const QByteArray seconds = QByteArray::number(double(ms) / 1000.0, 'f', 3);
     const char *command[] = {"seek", seconds.constData(), "absolute+exact", nullptr};
     mpv_command_async(m_mpv, replyId(SeekReply, m_generation), command);
@@ -468,8 +471,9 @@ void MpvDevice::handleEvent(const mpv_event &event)
     case MPV_EVENT_COMMAND_REPLY:
         if (generation != m_generation)
             return;
-        if (kind == SeekReply && event.error < 0) {
-            m_seeking = false;
+        if (kind == SeekReply) {
+            if (--m_seeksUnanswered == 0 && m_seek == Seek::Sent)
+                m_seek = event.error < 0 ? Seek::None : Seek::Queued;
         } else if (kind == LoadReply && m_state == State::Loading) {
             if (event.error < 0) {
                 fail(CannotOpen, QString::fromUtf8(mpv_error_string(event.error)));
@@ -543,8 +547,13 @@ void MpvDevice::handleEvent(const mpv_event &event)
             updateStream();
         }
         return;
+    case MPV_EVENT_SEEK:
+        if (m_seek == Seek::Queued)
+            m_seek = Seek::Running;
+        return;
     case MPV_EVENT_PLAYBACK_RESTART:
-        m_seeking = false;
+        if (m_seek == Seek::Running)
+            m_seek = Seek::None;
         askDuration();
         finishLoading();
         return;
@@ -622,7 +631,7 @@ qint64 MpvDevice::position() const
 {
     if (m_state != State::Open)
         return 0;
-    if (m_mode != Mode::Playing || m_seeking)
+    if (m_mode != Mode::Playing || m_seek != Seek::None)
         return m_position;
     if (!m_positionAsked) {
         // Only a question mpv took gets an answer that clears the flag.
@@ -642,15 +651,20 @@ void MpvDevice::holdPosition(qint64 ms)
 {
     m_position = ms;
     m_sampledAt.invalidate();
+    m_seekFloor = -1;
 }
 
 void MpvDevice::takePosition(double seconds)
 {
     // A stopped device holds the position it was stopped at, though mpv
     // still settles a few milliseconds further.
-    if (m_state != State::Open || m_seeking || m_mode != Mode::Playing)
+    if (m_state != State::Open || m_seek != Seek::None || m_mode != Mode::Playing)
         return;
-    const qint64 ms = m_isStream ? toMs(seconds) : qMin(toMs(seconds), m_length);
+    qint64 ms = m_isStream ? toMs(seconds) : qMin(toMs(seconds), m_length);
+    if (ms < m_seekFloor)
+        ms = m_seekFloor;
+    else
+        m_seekFloor = -1;
     // Only a clock seen moving runs on: not before the sound starts.
     if (ms > m_position)
         m_sampledAt.start();

@@ -85,7 +85,12 @@ private:
         int error = 0;
     } m_ended;
     bool m_durationKnown = false;
-    bool m_seeking = false;
+    // mpv answers a seek when it queues it, and a restart already on its
+    // way (the file's first, or an earlier seek's) may come before the seek
+    // runs: only the restart after mpv announced the seek itself ends it.
+    enum class Seek { None, Sent, Queued, Running };
+    Seek m_seek = Seek::None;
+    int m_seeksUnanswered = 0;
     bool m_wantPlay = false;
 
     qint64 m_length = 0;
@@ -96,6 +101,10 @@ private:
     qint64 m_position = 0;     // as mpv last told it, or held
     QElapsedTimer m_sampledAt; // when mpv told it; invalid while held
     mutable bool m_positionAsked = false;
+    // Right after a seek mpv may report a time just before its target (seen:
+    // 188 ms, about the silent output's buffer), though nothing before the
+    // target plays: the time is held at the target until mpv's passes it.
+    qint64 m_seekFloor = -1;
     qint64 m_pendingSeek = -1;
     std::atomic<bool> m_drainPosted{false};
 
