@@ -282,6 +282,12 @@ void PlaybackEngine::deviceFailed(int index)
 
 void PlaybackEngine::deviceEnded(int index)
 {
+    // The item an overlap let finish gives back its file and its sound
+    // output, which would otherwise stay open in the desktop's mixer.
+    if (index != m_state.CurMci && !m_opening[size_t(index)]) {
+        instance(index).close();
+        return;
+    }
     if (index != m_state.CurMci || !m_state.playing || m_state.paused ||
         m_state.CurDevice == kDelay || m_opening[size_t(index)])
         return;
@@ -440,7 +446,7 @@ void PlaybackEngine::letFinishOrStop(int index, qint16 overlap)
     }
     // A second of slack: positions arrive in steps and the tick may be late.
     if (device->length() - device->position() > qint64(overlap) + 1000)
-        device->stop();
+        device->close();
 }
 
 void PlaybackEngine::PlayFrom(qint32 pos)
