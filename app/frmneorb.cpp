@@ -19,6 +19,9 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+namespace {
+
+// The local files of a drop (text/uri-list), in the order given.
 QStringList droppedPaths(const QMimeData &data)
 {
     QStringList paths;
@@ -28,6 +31,8 @@ QStringList droppedPaths(const QMimeData &data)
     }
     return paths;
 }
+
+} // namespace
 
 frmNeOrb::frmNeOrb(const Settings &settings, Dialogs &dialogs, const Clock &clock, QWidget *parent)
     : QWidget(parent, Qt::FramelessWindowHint | Qt::Window), m_settings(settings),

@@ -8,7 +8,6 @@
 
 class Clock;
 class Dialogs;
-class QMimeData;
 struct Settings;
 
 // The main window: it hosts the skin and turns what the user does on it
@@ -66,6 +65,3 @@ private:
     bool m_dragging = false;
     bool m_painted = false;
 };
-
-// The local files of a drop (text/uri-list), in the order given.
-QStringList droppedPaths(const QMimeData &data);
