@@ -284,12 +284,13 @@ void PlaybackEngine::deviceEnded(int index)
 {
     // The item an overlap let finish gives back its file and its sound
     // output, which would otherwise stay open in the desktop's mixer.
-    if (index != m_state.CurMci && !m_opening[size_t(index)]) {
-        instance(index).close();
+    if (index != m_state.CurMci) {
+        if (!m_opening[size_t(index)])
+            instance(index).close();
         return;
     }
-    if (index != m_state.CurMci || !m_state.playing || m_state.paused ||
-        m_state.CurDevice == kDelay || m_opening[size_t(index)])
+    if (!m_state.playing || m_state.paused || m_state.CurDevice == kDelay ||
+        m_opening[size_t(index)])
         return;
     // The tick usually sees the end first; when it is late the end test runs
     // now. An item whose length never became known moves on all the same.
