@@ -10,7 +10,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <cctype>
 
 namespace SkinImport {
 
@@ -19,11 +18,27 @@ namespace {
 const QByteArray kOlder = "Ne-Orb Skin";
 constexpr int kMaxCopies = 100;
 
+// Only what the skin reader skips: a form feed or a vertical tab is part of
+// a field to it, so the converted header must keep them where they were.
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+QByteArray trimBlanks(QByteArray field)
+{
+    while (!field.isEmpty() && isBlank(field.front()))
+        field.remove(0, 1);
+    while (!field.isEmpty() && isBlank(field.back()))
+        field.chop(1);
+    return field;
+}
+
 // Where the first field of the header line starts and ends, quotes included.
 bool signatureSpan(const QByteArray &bytes, qsizetype &begin, qsizetype &end)
 {
     qsizetype i = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    while (i < bytes.size() && std::isspace(static_cast<unsigned char>(bytes[i])))
+    while (i < bytes.size() && (isBlank(bytes[i]) || bytes[i] == '\n' || bytes[i] == '\r'))
         ++i;
     begin = i;
     if (i < bytes.size() && bytes[i] == '"') {
@@ -65,11 +80,11 @@ QByteArray convert(const QByteArray &olderSkin)
     qsizetype begin = 0, end = 0;
     if (!signatureSpan(olderSkin, begin, end))
         return {};
-    QByteArray field = olderSkin.mid(begin, end - begin).trimmed();
+    QByteArray field = trimBlanks(olderSkin.mid(begin, end - begin));
     if (field.startsWith('"'))
         field = field.mid(1, field.endsWith('"') && field.size() > 1 ? field.size() - 2 : -1);
     const qsizetype slash = field.indexOf('/');
-    if ((slash >= 0 ? field.left(slash) : field).trimmed() != kOlder)
+    if (trimBlanks(slash >= 0 ? field.left(slash) : field) != kOlder)
         return {};
     QByteArray out = olderSkin;
     out.replace(begin, end - begin, "\"Velto Skin/PLAYER\"");
