@@ -24,7 +24,15 @@ NowPlaying nowPlaying(PlayerPart &player, const PlaylistState &playlist)
 
     now.file = playlist.PlPath.value(now.entry - 1);
     const bool loaded = !s.CurDevice.isEmpty() && s.CurFile == now.file;
-    const TagFields tag = loaded ? fieldsFromRecord(player.engine().tag()) : TagFields();
+    const MediaDevice *device = loaded ? player.engine().device(s.CurMci) : nullptr;
+    TagFields tag = loaded ? fieldsFromRecord(player.engine().tag()) : TagFields();
+    // Most files carry newer tags than the 128-byte one, or only those.
+    if (tag.title.isEmpty() && device) {
+        const MediaDevice::FileTags own = device->fileTags();
+        tag.title = own.title;
+        tag.artist = own.artist;
+        tag.album = own.album;
+    }
     now.title = tag.title.isEmpty() ? playlist.PlNames.value(now.entry - 1) : tag.title;
     now.artist = tag.artist;
     now.album = tag.album;
@@ -38,7 +46,6 @@ NowPlaying nowPlaying(PlayerPart &player, const PlaylistState &playlist)
     if (now.state != NowPlaying::State::Stopped) {
         // The device knows the position to the moment; the tick's copy runs a
         // tick ahead and pictures have no device at all.
-        const MediaDevice *device = player.engine().device(s.CurMci);
         now.positionMs = device && s.CurDevice != QLatin1String("Delay")
                              ? device->position() - s.TrackStart
                              : s.PlayPos;

@@ -119,6 +119,17 @@ public:
     };
     void setStreamEvents(StreamEvents events) { m_streamEvents = std::move(events); }
 
+    // What the open file's own tags say (ID3v2, Vorbis comments, MP4 atoms),
+    // known from `opened` on. A stream's come with streamInfo() instead.
+    struct FileTags
+    {
+        QString title;
+        QString artist;
+        QString album;
+        bool operator==(const FileTags &) const = default;
+    };
+    virtual FileTags fileTags() const { return {}; }
+
     // An unknown type is accepted here and refused by open() with 263.
     void setDeviceType(const QString &type) { m_deviceType = type; }
     QString deviceType() const { return m_deviceType; }

@@ -31,7 +31,8 @@ enum ReplyKind : uint64_t {
     PositionReply = 6,
     StreamObserver = 7,
     TracksReply = 8,
-    PreloadHook = 9
+    PreloadHook = 9,
+    TagsReply = 10
 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
@@ -75,6 +76,40 @@ int64_t intIn(const mpv_node &map, const char *key)
 {
     const mpv_node *value = valueIn(map, key, MPV_FORMAT_INT64);
     return value ? value->u.int64 : -1;
+}
+
+// What mpv read from the "metadata" property. Keys are compared without case:
+// Vorbis comments say "TITLE", ID3 says "title".
+struct Metadata
+{
+    QString title, artist, album;
+    QString icyTitle, icyName; // a stream's server says these
+};
+
+Metadata metadataIn(const mpv_node *map)
+{
+    Metadata tags;
+    if (!map || map->format != MPV_FORMAT_NODE_MAP || !map->u.list)
+        return tags;
+    const mpv_node_list &list = *map->u.list;
+    for (int i = 0; i < list.num; ++i) {
+        if (list.values[i].format != MPV_FORMAT_STRING || !list.keys[i])
+            continue;
+        // mpv hands the bytes on as they came.
+        const QString value = streamText(list.values[i].u.string);
+        const QByteArray key = QByteArray(list.keys[i]).toLower();
+        if (key == "icy-title")
+            tags.icyTitle = value;
+        else if (key == "icy-name")
+            tags.icyName = value;
+        else if (key == "title")
+            tags.title = value;
+        else if (key == "artist")
+            tags.artist = value;
+        else if (key == "album")
+            tags.album = value;
+    }
+    return tags;
 }
 
 // Pictures to show: a video track that is more than a cover (covers are
@@ -264,6 +299,9 @@ void MpvDevice::open()
     m_length = 0;
     holdPosition(0);
     m_durationKnown = false;
+    // A stream's tags change as it plays: they come with streamInfo().
+    m_tagsKnown = m_isStream;
+    m_fileTags = {};
     m_videoSize = QSize();
     m_pictures = Pictures::None;
     observeStream(m_isStream);
@@ -458,11 +496,16 @@ void MpvDevice::handleEvent(const mpv_event &event)
     const auto kind = ReplyKind(event.reply_userdata >> 32);
     // mpv sends "duration" only when it differs from the value it sent last,
     // so a file as long as the one before would never learn its length: ask.
+    // The tags are asked once the file is in, so they are known when it opens.
     auto askDuration = [this] {
-        if (m_state == State::Loading && m_entry >= 0 && m_loadedEntry == m_entry &&
-            !m_durationKnown)
+        if (m_state != State::Loading || m_entry < 0 || m_loadedEntry != m_entry)
+            return;
+        if (!m_durationKnown)
             mpv_get_property_async(m_mpv, replyId(DurationReply, m_generation), "duration",
                                    MPV_FORMAT_DOUBLE);
+        if (!m_tagsKnown)
+            mpv_get_property_async(m_mpv, replyId(TagsReply, m_generation), "metadata",
+                                   MPV_FORMAT_NODE);
     };
     switch (event.event_id) {
     case MPV_EVENT_HOOK:
@@ -521,6 +564,19 @@ void MpvDevice::handleEvent(const mpv_event &event)
                     m_videoSize = size;
             }
             showVideo();
+            return;
+        }
+        if (kind == TagsReply) {
+            if (m_state != State::Loading || m_tagsKnown)
+                return;
+            const auto *property = static_cast<mpv_event_property *>(event.data);
+            const Metadata tags =
+                metadataIn(event.error >= 0 && property && property->format == MPV_FORMAT_NODE
+                               ? static_cast<mpv_node *>(property->data)
+                               : nullptr);
+            m_fileTags = {tags.title, tags.artist, tags.album};
+            m_tagsKnown = true;
+            finishLoading();
             return;
         }
         if (kind != DurationReply || m_state != State::Loading)
@@ -681,7 +737,8 @@ void MpvDevice::finishLoading()
 {
     // Open only once the reply named our entry, mpv loaded that entry, and
     // its length is known: the engine reads the length right after opening.
-    if (m_state != State::Loading || m_entry < 0 || m_loadedEntry != m_entry || !m_durationKnown)
+    if (m_state != State::Loading || m_entry < 0 || m_loadedEntry != m_entry || !m_durationKnown ||
+        !m_tagsKnown)
         return;
     m_state = State::Open;
     m_mode = m_wantPlay ? Mode::Playing : Mode::Stopped;
@@ -789,32 +846,11 @@ void MpvDevice::streamPropertyChanged(const mpv_event_property &property)
         const double bits = known ? *static_cast<double *>(property.data) : 0;
         p.bitRate = std::isfinite(bits) && bits > 0 && bits < 1e9 ? int(bits) : 0;
     } else if (std::strcmp(name, "metadata") == 0) {
-        p.title.clear();
-        p.name.clear();
-        const auto *map = known && property.format == MPV_FORMAT_NODE
-                              ? static_cast<mpv_node *>(property.data)
-                              : nullptr;
-        if (map && map->format == MPV_FORMAT_NODE_MAP && map->u.list) {
-            QString title, name, tagTitle, tagArtist;
-            const mpv_node_list &list = *map->u.list;
-            for (int i = 0; i < list.num; ++i) {
-                if (list.values[i].format != MPV_FORMAT_STRING || !list.keys[i])
-                    continue;
-                // mpv hands the server's bytes on as they came.
-                const QString value = streamText(list.values[i].u.string);
-                const QByteArray key = QByteArray(list.keys[i]).toLower();
-                if (key == "icy-title")
-                    title = value;
-                else if (key == "icy-name")
-                    name = value;
-                else if (key == "title")
-                    tagTitle = value;
-                else if (key == "artist")
-                    tagArtist = value;
-            }
-            p.title = title.isEmpty() ? tagTitle : title;
-            p.name = name.isEmpty() ? tagArtist : name;
-        }
+        const Metadata tags = metadataIn(known && property.format == MPV_FORMAT_NODE
+                                             ? static_cast<mpv_node *>(property.data)
+                                             : nullptr);
+        p.title = tags.icyTitle.isEmpty() ? tags.title : tags.icyTitle;
+        p.name = tags.icyName.isEmpty() ? tags.artist : tags.icyName;
     } else {
         return;
     }

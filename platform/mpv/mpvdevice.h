@@ -44,6 +44,7 @@ public:
     qint64 position() const override;
     Mode mode() const override;
     StreamInfo streamInfo() const override { return m_stream; }
+    FileTags fileTags() const override { return m_state == State::Open ? m_fileTags : FileTags(); }
 
 private:
     enum class State { Closed, Loading, Open };
@@ -85,6 +86,8 @@ private:
         int error = 0;
     } m_ended;
     bool m_durationKnown = false;
+    bool m_tagsKnown = false;
+    FileTags m_fileTags;
     // mpv answers a seek when it queues it, and a restart already on its
     // way (the file's first, or an earlier seek's) may come before the seek
     // runs: only the restart after mpv announced the seek itself ends it.

@@ -189,8 +189,13 @@ TEST_F(Mpris, PlayerctlSeesWhatPlaysAndItsCoverAndControlsIt)
 
 TEST_F(Mpris, ChangesAreAnnouncedAndTheLastEntryHasNoNext)
 {
-    playList({media.sineWav(QStringLiteral("one.wav"), 8000),
-              media.sineWav(QStringLiteral("two.wav"), 8000)});
+    // Without the 128-byte tag, the file's own tags name what plays.
+    const QString tagged =
+        media.encoded(QStringLiteral("two.flac"), 8000,
+                      {QStringLiteral("-metadata"), QStringLiteral("TITLE=Evening"),
+                       QStringLiteral("-metadata"), QStringLiteral("ARTIST=Sines")});
+    ASSERT_FALSE(tagged.isEmpty());
+    playList({media.sineWav(QStringLiteral("one.wav"), 8000), tagged});
     EXPECT_EQ(client->get(QStringLiteral("CanGoNext")), QVariant(true));
     // The desktop hears every type the menu entry opens, and only those.
     QFile entry(QStringLiteral(VELTO_DATA_DIR "/../dist/org.velto.Velto.desktop"));
@@ -218,6 +223,8 @@ TEST_F(Mpris, ChangesAreAnnouncedAndTheLastEntryHasNoNext)
     };
     EXPECT_TRUE(announced(QStringLiteral("CanGoNext"), false));
     EXPECT_TRUE(announced(QStringLiteral("Metadata"), {}));
+    EXPECT_EQ(now().title, QStringLiteral("Evening"));
+    EXPECT_EQ(now().artist, QStringLiteral("Sines"));
     EXPECT_EQ(client->get(QStringLiteral("CanGoNext")), QVariant(false));
     // At the last entry Next does nothing, rather than stop the list.
     client->call(kPlayer, QStringLiteral("Next"), {});

@@ -24,6 +24,10 @@ protected:
         media->sineWav(QStringLiteral("tone.wav"), 1500);
         media->encoded(QStringLiteral("tone.mp3"), 1500);
         media->garbage(QStringLiteral("garbage.mp3"));
+        media->encoded(QStringLiteral("tagged.flac"), 1500,
+                       {QStringLiteral("-metadata"), QStringLiteral("TITLE=Morning Tone"),
+                        QStringLiteral("-metadata"), QStringLiteral("ARTIST=The Sines"),
+                        QStringLiteral("-metadata"), QStringLiteral("ALBUM=Signals")});
     }
 
     void SetUp() override
@@ -138,7 +142,7 @@ TEST_F(MpvDeviceTest, ReportsOpenFailuresWithTheDeviceNumbersAndMpvsText)
     }
 }
 
-TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
+TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndTagsAndAbandonedOpensStayQuiet)
 {
     // mpv reports a length only when it differs from the last one it sent,
     // so the same file comes twice. Opens abandoned for another report nothing.
@@ -147,8 +151,12 @@ TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
     device->close();
     device->setFileName(file("missing.mp3"));
     device->open();
+    const MediaDevice::FileTags tagged{QStringLiteral("Morning Tone"), QStringLiteral("The Sines"),
+                                       QStringLiteral("Signals")};
+    const std::pair<const char *, MediaDevice::FileTags> files[] = {
+        {"tone.wav", {}}, {"tagged.flac", tagged}, {"tone.mp3", {}}, {"tone.mp3", {}}};
     int round = 0;
-    for (const char *name : {"tone.wav", "tone.mp3", "tone.mp3"}) {
+    for (const auto &[name, tags] : files) {
         SCOPED_TRACE(name);
         device->setFileName(file(name));
         device->open();
@@ -157,7 +165,9 @@ TEST_F(MpvDeviceTest, EachFileOpensWithItsLengthAndAbandonedOpensStayQuiet)
         ASSERT_TRUE(waitFor([&] { return log.opened == round; })) << log.text.toStdString();
         EXPECT_EQ(device->mode(), MediaDevice::Mode::Stopped);
         EXPECT_NEAR(device->length(), 1500, 60);
+        EXPECT_EQ(device->fileTags(), tags) << device->fileTags().title.toStdString();
         device->close();
+        EXPECT_EQ(device->fileTags(), MediaDevice::FileTags());
     }
     EXPECT_EQ(log.failed, 0) << log.text.toStdString();
 }
