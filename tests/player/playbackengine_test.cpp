@@ -288,6 +288,12 @@ TEST_F(PlaybackEngineTest, RandomPicksRoundHalvesToEvenAndEntryNumbersWrap)
     engine->NextTrack();
     EXPECT_EQ(playlist.CurTrack, 1);
     EXPECT_FALSE(engine->state().playing);
+
+    // A file from outside the list joins it at the end and is the entry.
+    engine->PlayFile(file("readme.txt"));
+    EXPECT_EQ(playlist.CurTrack, 5);
+    EXPECT_EQ(playlist.PlPath.value(4), file("readme.txt"));
+    EXPECT_EQ(playlist.PlNames.value(4), QStringLiteral("readme.txt"));
 }
 
 // Entries no device plays: a missing file is marked once, a CD track or disc
