@@ -5,6 +5,8 @@
 
 #include <QtDebug>
 
+#include <vector>
+
 // The build tree's module, for programs run from where they were built.
 #ifndef VELTO_MPV_MODULE
 #define VELTO_MPV_MODULE ""
@@ -84,11 +86,21 @@ std::unique_ptr<MediaDevice> MediaDeviceFactory::create()
             device->refuseAll(engine.problem);
         return device;
     }
-    // VELTO_AUDIO=null runs without sound but with real timing (tests, CI).
+    // VELTO_AUDIO=null runs without sound but with real timing (tests, CI);
+    // VELTO_SPEED=4 plays four times as fast (the soak).
+    QByteArrayList options;
     const QByteArray audio = qgetenv("VELTO_AUDIO");
-    const QByteArray audioOption = "ao=" + audio;
-    const char *options[] = {audio.isEmpty() ? nullptr : audioOption.constData(), nullptr};
-    return std::unique_ptr<MediaDevice>(engine.create(options));
+    if (!audio.isEmpty())
+        options << "ao=" + audio;
+    bool isNumber = false;
+    const double speed = qEnvironmentVariable("VELTO_SPEED").toDouble(&isNumber);
+    if (isNumber && speed >= 0.25 && speed <= 16)
+        options << "speed=" + QByteArray::number(speed);
+    std::vector<const char *> list;
+    for (const QByteArray &option : options)
+        list.push_back(option.constData());
+    list.push_back(nullptr);
+    return std::unique_ptr<MediaDevice>(engine.create(list.data()));
 }
 
 bool MediaDeviceFactory::hasEngine()
