@@ -238,6 +238,10 @@ void PlaybackEngine::deviceOpened(int index)
     m_state.TrackLength = qint32(qMin<qint64>(device.length(), INT32_MAX));
     emit trackStarted(m_state.CurFile);
     started(m_starting);
+    // With an overlap the next item opens on the other device in this one's
+    // last moments: made now, those moments pay only for loading the file.
+    if (!m_state.CDMode && m_options.PBOverlap >= 1)
+        instance(1 - index);
 }
 
 // Steps that follow a successful open, "Delay" items included. After a StopIt

@@ -77,6 +77,11 @@ check_runs() {
     local env=(env -i PATH=/usr/bin:/bin HOME="$home" XDG_DATA_HOME="$home/data"
         XDG_CONFIG_HOME="$home/config" XDG_RUNTIME_DIR="$home/runtime"
         QT_QPA_PLATFORM=offscreen VELTO_AUDIO=null)
+    # A sanitized build keeps its options (the suppressions among them).
+    local option
+    for option in ASAN_OPTIONS UBSAN_OPTIONS LSAN_OPTIONS TSAN_OPTIONS; do
+        [ -n "${!option:-}" ] && env+=("$option=${!option}")
+    done
     # LD_DEBUG names every library loaded: the engine must come from the prefix.
     "${env[@]}" LD_DEBUG=files "$prefix/bin/velto" --play "$tmp/tone.wav" \
         >"$home/out" 2>"$home/err" &

@@ -120,6 +120,7 @@ TEST_F(PlaybackEngineTest, OverlapStartsTheNextItemOnTheOtherDeviceAndLetsTheLas
     setList({"one.wav", "three.wav"});
     engine->PlayIt();
     ASSERT_TRUE(playingTrack(1));
+    EXPECT_NE(engine->device(1), nullptr) << "the next item's device is made ahead";
     ASSERT_TRUE(waitFor([&] { return playlist.CurTrack == 2; }));
     EXPECT_EQ(engine->state().CurMci, 1);
     MediaDevice *first = engine->device(0);

@@ -62,13 +62,9 @@ void LoopbackServer::listen()
 LoopbackServer::~LoopbackServer()
 {
     m_stop = true;
+    // Each client's thread waits at most 50 ms at a time, so all see m_stop.
     if (m_acceptor.joinable())
         m_acceptor.join();
-    {
-        std::lock_guard lock(m_mutex);
-        for (int client : m_clients)
-            ::shutdown(client, SHUT_RDWR);
-    }
     for (std::thread &t : m_threads)
         t.join();
     if (m_listener >= 0)
@@ -108,7 +104,6 @@ void LoopbackServer::acceptLoop()
         if (client < 0)
             continue;
         std::lock_guard lock(m_mutex);
-        m_clients.push_back(client);
         m_threads.emplace_back([this, client] { serve(client); });
     }
 }
@@ -117,9 +112,13 @@ bool LoopbackServer::sendAll(int client, const QByteArray &bytes)
 {
     qsizetype sent = 0;
     while (sent < bytes.size() && !m_stop) {
-        const ssize_t n =
-            ::send(client, bytes.constData() + sent, size_t(bytes.size() - sent), MSG_NOSIGNAL);
-        if (n < 0 && errno == EINTR)
+        // A client that stops reading must not hold the server's end.
+        pollfd p{client, POLLOUT, 0};
+        if (::poll(&p, 1, 50) == 0)
+            continue;
+        const ssize_t n = ::send(client, bytes.constData() + sent, size_t(bytes.size() - sent),
+                                 MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (n < 0 && (errno == EINTR || errno == EAGAIN))
             continue;
         if (n <= 0)
             return false;
@@ -171,8 +170,6 @@ void LoopbackServer::serve(int client)
         sendAll(client, answer(404, "text/plain", "Not Found"));
     }
     ::shutdown(client, SHUT_RDWR);
-    std::lock_guard lock(m_mutex);
-    std::erase(m_clients, client);
     ::close(client);
 }
 

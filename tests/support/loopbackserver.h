@@ -88,7 +88,6 @@ private:
     mutable std::mutex m_mutex;
     std::map<QByteArray, std::pair<QByteArray, QByteArray>> m_pages; // path: type, body
     std::vector<std::string> m_requests;
-    std::vector<int> m_clients;
     std::vector<std::thread> m_threads;
     std::thread m_acceptor;
 };
