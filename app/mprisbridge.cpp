@@ -147,7 +147,7 @@ void MprisBridge::openUri(const QString &uri)
     const QUrl url(uri);
     const QString path = url.isLocalFile() ? url.toLocalFile() : uri;
     if (!m_velto.openRadio(path))
-        m_velto.player().openHanded({path}, true);
+        m_velto.openFiles({path}, true);
 }
 
 void MprisBridge::raise()

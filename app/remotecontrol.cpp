@@ -219,5 +219,8 @@ void RemoteControl::perform(const RemoteRequest &request)
     // A plain name plays as it would have at start: when "Start playing" is on.
     const bool play = request.action == Action::Play ||
                       (request.action == Action::Open && m_velto.settings().AutoPlay != 0);
-    m_velto.player().openHanded(found, play);
+    if (request.action == Action::Enqueue)
+        m_velto.player().openHanded(found, false);
+    else
+        m_velto.openFiles(found, play);
 }

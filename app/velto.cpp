@@ -29,7 +29,8 @@
 
 namespace {
 
-// The favourite skin slots of the popup menu that name each radio mode's skin.
+// The favourite skin slots of the popup menu that name each mode's skin.
+constexpr int kPlayerFavourite = 1;
 constexpr int kFmTunerFavourite = 5;
 constexpr int kBrowserFavourite = 6;
 constexpr int kWebRadioFavourite = 7;
@@ -481,6 +482,9 @@ void Velto::addOpened(const QString &path)
     Stations stations = radioStreams(path);
     if (stations.streams.isEmpty()) {
         m_player.addOpened(path);
+        // What the user opened is shown, unless a station came first.
+        if (m_radioStart.streams.isEmpty())
+            enterMode(m_player, kPlayerFavourite);
         return;
     }
     // The first station named wins; it plays once the window is up.
@@ -498,6 +502,12 @@ bool Velto::openRadio(const QString &path)
     enterMode(m_webRadio, kWebRadioFavourite);
     playRadio(stations);
     return true;
+}
+
+void Velto::openFiles(const QStringList &paths, bool play)
+{
+    enterMode(m_player, kPlayerFavourite);
+    m_player.openHanded(paths, play);
 }
 
 void Velto::playRadio(const Stations &stations)

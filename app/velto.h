@@ -76,6 +76,9 @@ public:
     // radio and plays it at once. False for anything that is not a station,
     // which then belongs to the player.
     bool openRadio(const QString &path);
+    // Files handed over while Velto runs: the player comes back, whatever
+    // mode was shown, and adds them; `play` plays the first at once.
+    void openFiles(const QStringList &paths, bool play);
 
     frmNeOrb &window() { return m_window; }
     SkinLoader &skin() { return m_window.skin(); }

@@ -62,6 +62,38 @@ TEST_F(RadioModes, WhatIsOpenedGoesWhereItBelongs)
     }
 }
 
+// A file opened from outside brings the player back from any other mode,
+// at start and while running, unless a station was named before it.
+TEST_F(RadioModes, OpenedFilesBringThePlayerBack)
+{
+    const QString song = home.write(QStringLiteral("song.mp3"), "x");
+    const QString player = QStringLiteral("default.skin");
+    const QString radio = QStringLiteral("webradio.skin");
+    start();
+    showFirstFrame();
+    ASSERT_TRUE(velto->openRadio(nowhere));
+    ASSERT_EQ(velto->settings().Skin, radio);
+    velto->openFiles({song}, false);
+    EXPECT_EQ(velto->settings().Skin, player);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return velto->playlist().PlPath.size() == 1; }, 5000));
+
+    const struct
+    {
+        const char *what;
+        QStringList names;
+        QString skin;
+    } starts[] = {
+        {"a file, the radio shown last", {song}, player},
+        {"a station before a file", {nowhere, song}, radio},
+    };
+    for (const auto &c : starts) {
+        ASSERT_TRUE(velto->openRadio(nowhere)) << "the radio's skin is the one saved";
+        velto.reset();
+        start(c.names);
+        EXPECT_EQ(velto->settings().Skin, c.skin) << c.what;
+    }
+}
+
 TEST_F(RadioModes, ScheduledPresetsWakeWithTheRadio)
 {
     qputenv("VELTO_AUDIO", "null");
