@@ -32,7 +32,8 @@ enum ReplyKind : uint64_t {
     StreamObserver = 7,
     TracksReply = 8,
     PreloadHook = 9,
-    TagsReply = 10
+    TagsReply = 10,
+    EofReply = 11
 };
 
 uint64_t replyId(ReplyKind kind, uint32_t generation)
@@ -566,6 +567,13 @@ void MpvDevice::handleEvent(const mpv_event &event)
             showVideo();
             return;
         }
+        if (kind == EofReply) {
+            const auto *property = static_cast<mpv_event_property *>(event.data);
+            if (event.error >= 0 && property && property->format == MPV_FORMAT_FLAG &&
+                property->data && *static_cast<int *>(property->data))
+                reachedEnd();
+            return;
+        }
         if (kind == TagsReply) {
             if (m_state != State::Loading || m_tagsKnown)
                 return;
@@ -665,19 +673,23 @@ void MpvDevice::propertyChanged(const mpv_event_property &property)
     }
     if (m_state != State::Open || !known)
         return;
-    if (std::strcmp(property.name, "eof-reached") == 0) {
-        if (*static_cast<int *>(property.data) && m_mode == Mode::Playing) {
-            m_mode = Mode::Stopped;
-            holdPosition(m_isStream ? position() : m_length);
-            if (m_isStream) {
-                m_streamProps.ended = true;
-                updateStream();
-            }
-            hideVideo();
-            if (m_events.ended)
-                m_events.ended();
-        }
+    if (std::strcmp(property.name, "eof-reached") == 0 && *static_cast<int *>(property.data))
+        reachedEnd();
+}
+
+void MpvDevice::reachedEnd()
+{
+    if (m_state != State::Open || m_mode != Mode::Playing)
+        return;
+    m_mode = Mode::Stopped;
+    holdPosition(m_isStream ? position() : m_length);
+    if (m_isStream) {
+        m_streamProps.ended = true;
+        updateStream();
     }
+    hideVideo();
+    if (m_events.ended)
+        m_events.ended();
 }
 
 // mpv is asked for the time only when someone reads it: told every change,
@@ -753,6 +765,11 @@ void MpvDevice::finishLoading()
     }
     m_pendingSeek = -1;
     m_wantPlay = false;
+    // Sound starts before the file counts as open, and the end of a short
+    // one may have come meanwhile, while it was not yet watched for.
+    if (m_mode == Mode::Playing && m_seek == Seek::None)
+        mpv_get_property_async(m_mpv, replyId(EofReply, m_generation), "eof-reached",
+                               MPV_FORMAT_FLAG);
     QPointer<MpvDevice> alive(this);
     if (m_events.opened)
         m_events.opened();

@@ -55,6 +55,7 @@ private:
     void handleEvent(const mpv_event &event);
     void propertyChanged(const mpv_event_property &property);
     void endOfEntry();
+    void reachedEnd();
     void finishLoading();
     void fail(int error, const QString &text);
     void setPaused(bool paused);
