@@ -116,7 +116,7 @@ TEST_F(PlaybackEngineTest, PlaysToTheEndAndOnToTheNextEntryThenStopsAtTheStart)
 TEST_F(PlaybackEngineTest, OverlapStartsTheNextItemOnTheOtherDeviceAndLetsTheLastOneEnd)
 {
     // A wide overlap, so a slow (sanitizer) build still sees both play at once.
-    pbOverlap = 500;
+    pbOverlap = 800;
     setList({"one.wav", "three.wav"});
     engine->PlayIt();
     ASSERT_TRUE(playingTrack(1));
