@@ -1,6 +1,7 @@
 #include "skinimport.h"
 
 #include "skinreader.h"
+#include "skintokenizer.h"
 
 #include "platform/readfile.h"
 
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-
 namespace SkinImport {
 
 namespace {
@@ -18,27 +18,13 @@ namespace {
 const QByteArray kOlder = "Ne-Orb Skin";
 constexpr int kMaxCopies = 100;
 
-// Only what the skin reader skips: a form feed or a vertical tab is part of
-// a field to it, so the converted header must keep them where they were.
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
-
-QByteArray trimBlanks(QByteArray field)
-{
-    while (!field.isEmpty() && isBlank(field.front()))
-        field.remove(0, 1);
-    while (!field.isEmpty() && isBlank(field.back()))
-        field.chop(1);
-    return field;
-}
-
 // Where the first field of the header line starts and ends, quotes included.
 bool signatureSpan(const QByteArray &bytes, qsizetype &begin, qsizetype &end)
 {
     qsizetype i = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    while (i < bytes.size() && (isBlank(bytes[i]) || bytes[i] == '\n' || bytes[i] == '\r'))
+    // Only what the skin reader skips, so the header it finds is the one converted.
+    while (i < bytes.size() && (SkinTokenizer::isBlank(QLatin1Char(bytes[i])) ||
+                                SkinTokenizer::isLineEnd(QLatin1Char(bytes[i]))))
         ++i;
     begin = i;
     if (i < bytes.size() && bytes[i] == '"') {
@@ -80,11 +66,13 @@ QByteArray convert(const QByteArray &olderSkin)
     qsizetype begin = 0, end = 0;
     if (!signatureSpan(olderSkin, begin, end))
         return {};
-    QByteArray field = trimBlanks(olderSkin.mid(begin, end - begin));
-    if (field.startsWith('"'))
-        field = field.mid(1, field.endsWith('"') && field.size() > 1 ? field.size() - 2 : -1);
-    const qsizetype slash = field.indexOf('/');
-    if (trimBlanks(slash >= 0 ? field.left(slash) : field) != kOlder)
+    const QString header = QString::fromLatin1(olderSkin.mid(begin, end - begin));
+    QStringView field = SkinTokenizer::trimBlanks(header);
+    if (field.startsWith(QLatin1Char('"')))
+        field = field.mid(1, field.endsWith(QLatin1Char('"')) && field.size() > 1 ? field.size() - 2
+                                                                                  : -1);
+    const qsizetype slash = field.indexOf(QLatin1Char('/'));
+    if (SkinTokenizer::trimBlanks(slash >= 0 ? field.left(slash) : field) != QLatin1String(kOlder))
         return {};
     QByteArray out = olderSkin;
     out.replace(begin, end - begin, "\"Velto Skin/PLAYER\"");

@@ -3,19 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace {
-
-bool isBlank(QChar c)
-{
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
-}
-
-bool isLineEnd(QChar c)
-{
-    return c == QLatin1Char('\n') || c == QLatin1Char('\r');
-}
-
-QStringView trimBlanks(QStringView text)
+QStringView SkinTokenizer::trimBlanks(QStringView text)
 {
     while (!text.isEmpty() && isBlank(text.front()))
         text = text.sliced(1);
@@ -24,13 +12,15 @@ QStringView trimBlanks(QStringView text)
     return text;
 }
 
+namespace {
+
 constexpr qint64 kNumberCap = qint64(1) << 40; // far beyond every range checked
 
 // Optional sign, then digits; blanks around. With wholeField every character
 // must be a digit; otherwise the number ends at the first that is not.
 std::optional<qint64> parseNumber(QStringView text, bool wholeField)
 {
-    text = trimBlanks(text);
+    text = SkinTokenizer::trimBlanks(text);
     bool negative = false;
     if (!text.isEmpty() && (text.front() == QLatin1Char('+') || text.front() == QLatin1Char('-'))) {
         negative = text.front() == QLatin1Char('-');

@@ -44,6 +44,12 @@ public:
     // callers can still tell a number that does not fit.
     static qint64 codeNumber(QStringView rest);
 
+    // Skipped around fields. A form feed or a vertical tab is not: it is
+    // part of the field.
+    static bool isBlank(QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); }
+    static bool isLineEnd(QChar c) { return c == QLatin1Char('\n') || c == QLatin1Char('\r'); }
+    static QStringView trimBlanks(QStringView text);
+
 private:
     std::optional<qint64> number();
     void skipBlanks();
